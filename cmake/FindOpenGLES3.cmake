@@ -1,0 +1,23 @@
+# Finds OpenGL ES 3 and EGL and defines OpenGLES3::OpenGLES3 and OpenGLES3::EGL.
+
+find_path(OpenGLES3_INCLUDE_DIR GLES3/gl3.h)
+find_library(OpenGLES3_LIBRARY NAMES GLESv3 GLESv2)
+find_path(OpenGLES3_EGL_INCLUDE_DIR EGL/egl.h)
+find_library(OpenGLES3_EGL_LIBRARY EGL)
+
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(OpenGLES3
+  REQUIRED_VARS OpenGLES3_LIBRARY OpenGLES3_INCLUDE_DIR OpenGLES3_EGL_LIBRARY OpenGLES3_EGL_INCLUDE_DIR
+  REASON_FAILURE_MESSAGE "OpenGL ES 3 or EGL is missing; on Debian: apt-get install libgles-dev libegl-dev")
+mark_as_advanced(OpenGLES3_INCLUDE_DIR OpenGLES3_LIBRARY OpenGLES3_EGL_INCLUDE_DIR OpenGLES3_EGL_LIBRARY)
+
+if(OpenGLES3_FOUND AND NOT TARGET OpenGLES3::OpenGLES3)
+  add_library(OpenGLES3::OpenGLES3 UNKNOWN IMPORTED)
+  set_target_properties(OpenGLES3::OpenGLES3 PROPERTIES
+    IMPORTED_LOCATION ${OpenGLES3_LIBRARY}
+    INTERFACE_INCLUDE_DIRECTORIES ${OpenGLES3_INCLUDE_DIR})
+  add_library(OpenGLES3::EGL UNKNOWN IMPORTED)
+  set_target_properties(OpenGLES3::EGL PROPERTIES
+    IMPORTED_LOCATION ${OpenGLES3_EGL_LIBRARY}
+    INTERFACE_INCLUDE_DIRECTORIES ${OpenGLES3_EGL_INCLUDE_DIR})
+endif()
