@@ -9,7 +9,7 @@ find_library(AndroidLog_LIBRARY log PATH_SUFFIXES android)
 include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(AndroidLog
   REQUIRED_VARS AndroidLog_LIBRARY AndroidLog_INCLUDE_DIR
-  REASON_FAILURE_MESSAGE "the Android log library is missing; on Debian: apt-get install android-liblog-dev")
+  REASON_FAILURE_MESSAGE "the Android log library is missing. On Debian: apt-get install android-liblog-dev")
 mark_as_advanced(AndroidLog_INCLUDE_DIR AndroidLog_LIBRARY)
 
 if(AndroidLog_FOUND AND NOT TARGET AndroidLog::AndroidLog)

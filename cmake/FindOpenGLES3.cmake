@@ -8,7 +8,7 @@ find_library(OpenGLES3_EGL_LIBRARY EGL)
 include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(OpenGLES3
   REQUIRED_VARS OpenGLES3_LIBRARY OpenGLES3_INCLUDE_DIR OpenGLES3_EGL_LIBRARY OpenGLES3_EGL_INCLUDE_DIR
-  REASON_FAILURE_MESSAGE "OpenGL ES 3 or EGL is missing; on Debian: apt-get install libgles-dev libegl-dev")
+  REASON_FAILURE_MESSAGE "OpenGL ES 3 or EGL is missing. On Debian: apt-get install libgles-dev libegl-dev")
 mark_as_advanced(OpenGLES3_INCLUDE_DIR OpenGLES3_LIBRARY OpenGLES3_EGL_INCLUDE_DIR OpenGLES3_EGL_LIBRARY)
 
 if(OpenGLES3_FOUND AND NOT TARGET OpenGLES3::OpenGLES3)

@@ -1,0 +1,200 @@
+#include "effects/metaball/Metaball2DRenderer.h"
+
+#include "foundation/ProgramTable.h"
+#include "foundation/RenderTarget.h"
+#include "math/ScreenMapping.h"
+#include "shaders/Metaball2DRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace shaders = tidalume::shaders::metaball2DRenderer;
+
+GLuint Metaball2DRenderer::mProgramMetaball = 0;
+GLint Metaball2DRenderer::mUniformMetaballQualityMultiplyFactor = -1;
+GLint Metaball2DRenderer::mUniformMetaballRadiusMultiplyFactor = -1;
+GLint Metaball2DRenderer::mUniformMetaballMatrixMVP = -1;
+GLint Metaball2DRenderer::mAttribMetaballs = -1;
+GLuint Metaball2DRenderer::mProgramDraw = 0;
+GLint Metaball2DRenderer::mUniformDrawColor = -1;
+GLint Metaball2DRenderer::mUniformDrawCut = -1;
+GLint Metaball2DRenderer::mUniformDrawMatrixMVP = -1;
+GLint Metaball2DRenderer::mUniformDrawTexture = -1;
+GLint Metaball2DRenderer::mAttribDrawVertices = -1;
+GLint Metaball2DRenderer::mAttribDrawTexcoords = -1;
+int Metaball2DRenderer::mInstanceCount = 0;
+
+const tidalume::ProgramTable Metaball2DRenderer::mPrograms = {
+    "Metaball2DRenderer",
+    {
+        {&mProgramMetaball,
+         "Metaball2DRendererProgramMetaball",
+         nullptr,
+         shaders::fieldVertex,
+         shaders::fieldFragment,
+         {{&mUniformMetaballQualityMultiplyFactor, "qualityMultiplyFactor"},
+          {&mUniformMetaballRadiusMultiplyFactor, "radiusMultiplyFactor"},
+          {&mUniformMetaballMatrixMVP, "matrixMVP"}},
+         {{&mAttribMetaballs, "metaballs"}}},
+        {&mProgramDraw,
+         "Metaball2DRendererProgramDraw",
+         nullptr,
+         shaders::drawVertex,
+         shaders::drawFragment,
+         {{&mUniformDrawColor, "color"},
+          {&mUniformDrawCut, "cut"},
+          {&mUniformDrawMatrixMVP, "matrixMVP"},
+          {&mUniformDrawTexture, "textureField"}},
+         {{&mAttribDrawVertices, "vertices"}, {&mAttribDrawTexcoords, "texcoords"}}},
+    },
+};
+
+namespace {
+
+const tidalume::TargetDescription fieldTarget = {
+    1,
+    GL_R16F,
+    nullptr,
+    "glGenFramebuffers mFBONormal",
+    {{"glTexImage2D mTexture", "glBindFramebuffer mFBONormal", "glFramebufferTexture2D mFBONormal mTexture"}},
+};
+
+constexpr GLsizei ballStride = 6 * sizeof(float);
+
+/// A length in texels as an int; 0, which no texture is made for, where it is not a number or out of an int's range.
+int toTexels(double length) {
+    return length >= 0.0 && length < 1e9 ? static_cast<int>(length) : 0;
+}
+
+} // namespace
+
+Metaball2DRenderer::Metaball2DRenderer()
+    : mQuality(1.0F), mMargin(120.0F), mTexture(0), mFBONormal(0), mInitialized(false), mCut(0.1F),
+      // 1 / sqrt(1 - sqrt(0.1)): at this scale the outline of a lone ball lies at its radius.
+      mRadiusMultiplyFactor(1.2093284F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mScaledWidth(0),
+      mScaledHeight(0), mTextureWidth(0), mTextureHeight(0) {
+    ++mInstanceCount;
+}
+
+Metaball2DRenderer::~Metaball2DRenderer() {
+    if (--mInstanceCount == 0) tidalume::deletePrograms(mPrograms);
+    tidalume::deleteTargets(fieldTarget, &mTexture, &mFBONormal);
+    mInitialized = false;
+}
+
+void Metaball2DRenderer::init(float quality) {
+    tidalume::buildPrograms(mPrograms);
+    mQuality = quality;
+    mInitialized = true;
+}
+
+void Metaball2DRenderer::setScreenSize(int width, int height) {
+    const auto widthF = static_cast<float>(width);
+    const auto heightF = static_cast<float>(height);
+    const float margin = mMargin / mQuality;
+    mScaledWidth = toTexels(std::round(static_cast<double>(widthF / mQuality)));
+    mScaledHeight = toTexels(std::round(static_cast<double>(heightF / mQuality)));
+    const int textureWidth = width < 1 ? 0 : toTexels(static_cast<float>(mScaledWidth) + 2.0F * margin);
+    const int textureHeight = height < 1 ? 0 : toTexels(static_cast<float>(mScaledHeight) + 2.0F * margin);
+
+    if (width != mWidth || height != mHeight || textureWidth != mTextureWidth || textureHeight != mTextureHeight) {
+        tidalume::deleteTargets(fieldTarget, &mTexture, &mFBONormal);
+    }
+    mWidth = width;
+    mHeight = height;
+    mWidthF = widthF;
+    mHeightF = heightF;
+    mTextureWidth = textureWidth;
+    mTextureHeight = textureHeight;
+
+    tidalume::buildOrtho(tidalume::screenCamera(mWidthF, mHeightF), &mMatrixView, &mMatrixMVP);
+    tidalume::buildOrtho({{-mMargin, -mMargin, 1.0F},
+                          {-mMargin, -mMargin, 0.0F},
+                          {0.0F, -1.0F, 0.0F},
+                          mWidthF + 2.0F * mMargin,
+                          0.0F,
+                          -(mHeightF + 2.0F * mMargin),
+                          0.0F},
+                         &mMatrixMetaballView, &mMatrixMetaballMVP);
+
+    tidalume::createTargets(fieldTarget, &mTexture, &mFBONormal, mTextureWidth, mTextureHeight);
+
+    tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF);
+    const float u = margin / static_cast<float>(mTextureWidth);
+    const float v = margin / static_cast<float>(mTextureHeight);
+    const float texcoords[8] = {u, v, 1.0F - u, v, u, 1.0F - v, 1.0F - u, 1.0F - v};
+    std::copy(std::begin(texcoords), std::end(texcoords), mTexcoords);
+}
+
+void Metaball2DRenderer::addMetaballs(float* metaballs, unsigned int count) {
+    if (!mInitialized || mFBONormal == 0) return;
+
+    glBindFramebuffer(GL_FRAMEBUFFER, mFBONormal);
+    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexture, 0);
+    glViewport(0, 0, mTextureWidth, mTextureHeight);
+    glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
+    glClear(GL_COLOR_BUFFER_BIT);
+
+    glEnable(GL_BLEND);
+    glBlendEquation(GL_FUNC_ADD);
+    glBlendFunc(GL_ONE, GL_ONE);
+
+    glUseProgram(mProgramMetaball);
+    glUniform1f(mUniformMetaballRadiusMultiplyFactor, mRadiusMultiplyFactor);
+    glUniform1f(mUniformMetaballQualityMultiplyFactor, 1.0F / mQuality);
+    glUniformMatrix4fv(mUniformMetaballMatrixMVP, 1, GL_FALSE, mMatrixMetaballMVP.m);
+    glEnableVertexAttribArray(mAttribMetaballs);
+    glVertexAttribPointer(mAttribMetaballs, 4, GL_FLOAT, GL_FALSE, ballStride, metaballs);
+    glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(count));
+    glFlush();
+
+    glDisableVertexAttribArray(mAttribMetaballs);
+    glUseProgram(0);
+    glDisable(GL_BLEND);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+void Metaball2DRenderer::render(float* color) {
+    if (!mInitialized || mFBONormal == 0) return;
+
+    glViewport(0, 0, mWidth, mHeight);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendEquation(GL_FUNC_ADD);
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+
+    glUseProgram(mProgramDraw);
+    glUniform4fv(mUniformDrawColor, 1, color);
+    glUniform1f(mUniformDrawCut, mCut);
+    glUniformMatrix4fv(mUniformDrawMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
+    glUniform1i(mUniformDrawTexture, 0);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, mTexture);
+
+    glEnableVertexAttribArray(mAttribDrawVertices);
+    glVertexAttribPointer(mAttribDrawVertices, 3, GL_FLOAT, GL_FALSE, 0, mVertices);
+    glEnableVertexAttribArray(mAttribDrawTexcoords);
+    glVertexAttribPointer(mAttribDrawTexcoords, 2, GL_FLOAT, GL_FALSE, 0, mTexcoords);
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+
+    glDisableVertexAttribArray(mAttribDrawTexcoords);
+    glDisableVertexAttribArray(mAttribDrawVertices);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glUseProgram(0);
+    glDisable(GL_BLEND);
+}
+
+unsigned int Metaball2DRenderer::getTexture() {
+    return mTexture;
+}
+
+void Metaball2DRenderer::GLContextDestroyed() {
+    tidalume::forgetPrograms(mPrograms);
+    tidalume::forgetTargets(fieldTarget, &mTexture, &mFBONormal);
+    mInitialized = false;
+}
+
+Metaball2DRenderer* createMetaball2DRenderer() {
+    return new Metaball2DRenderer();
+}

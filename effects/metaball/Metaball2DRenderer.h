@@ -1,0 +1,108 @@
+#pragma once
+
+#include "math/Matrix.h"
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+struct ProgramTable;
+}
+
+/// Two-dimensional metaballs: soft blobs that merge into one smooth outline where they come close.
+///
+/// `addMetaballs` sums a radial fall-off for every ball into an offscreen half-float field that reaches 120 pixels
+/// beyond the screen on every side; `render` paints one colour wherever the sum exceeds 0.1. A lone ball comes out as
+/// a disc of its radius.
+///
+///     Metaball2DRenderer metaballs;
+///     metaballs.init(1.0f);
+///     metaballs.setScreenSize(1080, 1920);
+///     // per frame
+///     metaballs.addMetaballs(balls, count);
+///     metaballs.render(color);
+///
+/// Positions are pixels of the screen, origin top-left, y downwards. All calls but the constructor need the GL context
+/// current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
+/// `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every object.
+///
+/// GL state: see each call. The viewport and the blend functions stay as the last call set them.
+class Metaball2DRenderer {
+  public:
+    Metaball2DRenderer();
+    /// Deletes the object's GL resources and, with the last object of the class, its programs.
+    virtual ~Metaball2DRenderer();
+    Metaball2DRenderer(const Metaball2DRenderer&) = delete;
+    Metaball2DRenderer& operator=(const Metaball2DRenderer&) = delete;
+
+    /// Builds the class's programs where they are missing, and stores the quality.
+    /// @param quality  resolution divisor of the field: 1 is one texel per pixel, 2 half the resolution in each
+    ///                 direction and a quarter of the cost. Above 0. Another value takes effect with the next
+    ///                 `setScreenSize`.
+    void init(float quality);
+
+    /// Makes the field texture for a screen of width x height pixels, replacing one of another size. Call after `init`.
+    /// Without effect on the drawing for a size or quality that no texture can have.
+    void setScreenSize(int width, int height);
+
+    /// Clears the field and adds balls to it. Ignored before `init` and `setScreenSize`.
+    /// Leaves framebuffer 0 bound and blending disabled.
+    /// @param metaballs  six floats per ball: x, y, radius in pixels, then three that are not used. Balls of radius
+    ///                   0 or less are not drawn; sprites larger than the driver's point size limit are clamped to it.
+    /// @param count      number of balls
+    void addMetaballs(float* metaballs, unsigned int count);
+
+    /// Paints the field into the bound framebuffer, over what is there, by the colour's alpha. May be called several
+    /// times for one field. Ignored before `init` and `setScreenSize`. Leaves blending and depth test disabled, program
+    /// 0, and texture 0 on unit 0, which is active.
+    /// @param color  red, green, blue, alpha, each 0 to 1, not premultiplied
+    void render(float* color);
+
+    /// Name of the field texture, whose red channel holds the sum; 0 before `setScreenSize`.
+    unsigned int getTexture();
+
+    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    void GLContextDestroyed();
+
+  private:
+    friend struct TestPeer;
+
+    float mQuality;
+    float mMargin; ///< border of the field around the screen, in pixels
+    GLuint mTexture;
+    GLuint mFBONormal;
+    bool mInitialized;
+    float mVertices[12];
+    float mTexcoords[8];
+    float mCut;                  ///< threshold of the field
+    float mRadiusMultiplyFactor; ///< from a ball's radius to half the size of its sprite
+    int mWidth;
+    int mHeight;
+    float mWidthF;
+    float mHeightF;
+    int mScaledWidth;
+    int mScaledHeight;
+    int mTextureWidth;
+    int mTextureHeight;
+    Matrix mMatrixView;
+    Matrix mMatrixMVP; ///< screen pixels to the screen
+    Matrix mMatrixMetaballView;
+    Matrix mMatrixMetaballMVP; ///< screen pixels to the field texture
+
+    static GLuint mProgramMetaball;
+    static GLint mUniformMetaballQualityMultiplyFactor;
+    static GLint mUniformMetaballRadiusMultiplyFactor;
+    static GLint mUniformMetaballMatrixMVP;
+    static GLint mAttribMetaballs;
+    static GLuint mProgramDraw;
+    static GLint mUniformDrawColor;
+    static GLint mUniformDrawCut;
+    static GLint mUniformDrawMatrixMVP;
+    static GLint mUniformDrawTexture;
+    static GLint mAttribDrawVertices;
+    static GLint mAttribDrawTexcoords;
+    static int mInstanceCount;
+
+    static const tidalume::ProgramTable mPrograms;
+};
+
+Metaball2DRenderer* createMetaball2DRenderer();

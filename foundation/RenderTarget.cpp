@@ -1,0 +1,108 @@
+#include "foundation/RenderTarget.h"
+
+#include "foundation/Diagnostics.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tidalume {
+namespace {
+
+struct Format {
+    GLint internalFormat;
+    GLenum format;
+    GLint wider; ///< internal format to fall back to; 0: none
+};
+
+/// GL_RGB16F is colour-renderable on Mesa, but not with EXT_color_buffer_float alone, as on many phones and in every
+/// browser; with EXT_color_buffer_half_float alone, one- and two-channel formats may be missing. GL_RGBA16F comes with
+/// both.
+const Format formats[] = {
+    {GL_R16F, GL_RED, GL_RG16F},
+    {GL_RG16F, GL_RG, GL_RGBA16F},
+    {GL_RGB16F, GL_RGB, GL_RGBA16F},
+    {GL_RGBA16F, GL_RGBA, 0},
+};
+
+const Format& formatOf(GLint internalFormat) {
+    return *std::find_if(std::begin(formats), std::end(formats),
+                         [&](const Format& format) { return format.internalFormat == internalFormat; });
+}
+
+void specifyTexture(const Format& format, int width, int height, const char* label) {
+    glTexImage2D(GL_TEXTURE_2D, 0, format.internalFormat, width, height, 0, format.format, GL_HALF_FLOAT, nullptr);
+    checkGLError(label);
+}
+
+bool isTextureSize(int width, int height) {
+    GLint limit = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
+    return width >= 1 && height >= 1 && width <= limit && height <= limit;
+}
+
+void createTextures(const TargetDescription& description, GLuint* textures, int width, int height) {
+    glGenTextures(description.count, textures);
+    if (description.genTexturesLabel) checkGLError(description.genTexturesLabel);
+    for (int i = 0; i < description.count; ++i) {
+        glBindTexture(GL_TEXTURE_2D, textures[i]);
+        specifyTexture(formatOf(description.internalFormat), width, height, description.labels[i].texImage);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
+    }
+}
+
+/// Respecifies the texture of the bound framebuffer with wider and wider formats until the framebuffer is complete.
+void widenUntilComplete(const TargetDescription& description, const GLuint* textures, int i, int width, int height) {
+    GLint wider = formatOf(description.internalFormat).wider;
+    while (glCheckFramebufferStatus(GL_FRAMEBUFFER) != GL_FRAMEBUFFER_COMPLETE && wider != 0) {
+        const Format& format = formatOf(wider);
+        glBindTexture(GL_TEXTURE_2D, textures[i]);
+        specifyTexture(format, width, height, description.labels[i].texImage);
+        glBindTexture(GL_TEXTURE_2D, textures[description.count - 1]);
+        wider = format.wider;
+    }
+}
+
+void createFramebuffers(const TargetDescription& description, const GLuint* textures, GLuint* framebuffers, int width,
+                        int height) {
+    glGenFramebuffers(description.count, framebuffers);
+    checkGLError(description.genFramebuffersLabel);
+    for (int i = 0; i < description.count; ++i) {
+        glBindFramebuffer(GL_FRAMEBUFFER, framebuffers[i]);
+        checkGLError(description.labels[i].bindFramebuffer);
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, textures[i], 0);
+        checkGLError(description.labels[i].attach);
+        widenUntilComplete(description, textures, i, width, height);
+        glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
+        glClear(GL_COLOR_BUFFER_BIT);
+        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    }
+}
+
+} // namespace
+
+void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width,
+                   int height) {
+    if (textures[0] != 0 && framebuffers[0] != 0) return;
+    if (!isTextureSize(width, height)) return;
+    if (textures[0] == 0) createTextures(description, textures, width, height);
+    // Without a texture a framebuffer would stay empty for good: leave both for the next call.
+    if (textures[0] != 0 && framebuffers[0] == 0) {
+        createFramebuffers(description, textures, framebuffers, width, height);
+    }
+}
+
+void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
+    if (textures[0] != 0) glDeleteTextures(description.count, textures);
+    if (framebuffers[0] != 0) glDeleteFramebuffers(description.count, framebuffers);
+    forgetTargets(description, textures, framebuffers);
+}
+
+void forgetTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
+    std::fill_n(textures, description.count, 0U);
+    std::fill_n(framebuffers, description.count, 0U);
+}
+
+} // namespace tidalume

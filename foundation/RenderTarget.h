@@ -1,0 +1,40 @@
+#pragma once
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+
+/// What an effect's render targets look like: one to three screen-sized half-float textures, each with a framebuffer
+/// of its own that has it as colour attachment 0. Labels are those of checkGLError.
+struct TargetDescription {
+    int count;                    ///< 1 to 3 textures and as many framebuffers
+    GLint internalFormat;         ///< GL_R16F, GL_RG16F or GL_RGB16F
+    const char* genTexturesLabel; ///< null: not checked
+    const char* genFramebuffersLabel;
+    struct Labels {
+        const char* texImage;
+        const char* bindFramebuffer;
+        const char* attach;
+    } labels[3];
+};
+
+/// Makes the textures, then the framebuffers, where their first name is 0: level 0 only, linear filters, clamped to the
+/// edge, cleared to (0, 0, 0, 1). Leaves the last texture bound, framebuffer 0 bound and that clear colour set.
+///
+/// Where the driver cannot render to the format, the texture is respecified with the next wider one that it can
+/// render to; what is stored and read back stays the same. Where it can render to none, the set-up goes on and the
+/// framebuffer stays incomplete.
+///
+/// Makes nothing when the size is one that no texture can have: below 1 or above GL_MAX_TEXTURE_SIZE, which some
+/// drivers answer by ending the process.
+/// @param textures, framebuffers  the effect's own name members, `count` of each
+/// @param width, height           in texels
+void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width, int height);
+
+/// Deletes the textures and the framebuffers that exist (their first name tells) and sets the names to 0.
+void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);
+
+/// Sets the names to 0 without a GL call, for a context that is gone.
+void forgetTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);
+
+} // namespace tidalume

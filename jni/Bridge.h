@@ -1,0 +1,52 @@
+#pragma once
+
+#include <jni.h>
+
+#include <cstdint>
+#include <new>
+
+namespace tidalume {
+
+/// A handle is an object's address, sign-extended to 64 bits; 0 stands for no object.
+inline jlong toHandle(void* object) {
+    return static_cast<jlong>(reinterpret_cast<intptr_t>(object));
+}
+
+template <typename Effect>
+Effect* fromHandle(jlong handle) {
+    return reinterpret_cast<Effect*>(static_cast<intptr_t>(handle));
+}
+
+/// A handle to a new effect; 0 when there is no memory for it.
+template <typename Effect>
+jlong allocate() {
+    return toHandle(new (std::nothrow) Effect());
+}
+
+template <typename Effect>
+void release(jlong handle) {
+    delete fromHandle<Effect>(handle);
+}
+
+/// The elements of a Java float array, pinned for the life of this object and then copied back and released. Declare
+/// several in parameter order: they release in reverse. False when the array is null or cannot be pinned.
+class PinnedFloats {
+  public:
+    PinnedFloats(JNIEnv* env, jfloatArray array)
+        : mEnv(env), mArray(array), mElements(array ? env->GetFloatArrayElements(array, nullptr) : nullptr) {}
+    ~PinnedFloats() {
+        if (mElements) mEnv->ReleaseFloatArrayElements(mArray, mElements, 0);
+    }
+    PinnedFloats(const PinnedFloats&) = delete;
+    PinnedFloats& operator=(const PinnedFloats&) = delete;
+
+    explicit operator bool() const { return mElements != nullptr; }
+    float* elements() const { return mElements; }
+
+  private:
+    JNIEnv* mEnv;
+    jfloatArray mArray;
+    jfloat* mElements;
+};
+
+} // namespace tidalume

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "math/Matrix.h"
+#include "math/Vector3.h"
+
+namespace tidalume {
+
+/// An orthographic camera: where it stands, and the bounds of what it sees.
+struct OrthoCamera {
+    Vector3 eye;
+    Vector3 at;
+    Vector3 up;
+    float left;
+    float right;
+    float bottom;
+    float top;
+};
+
+/// The camera under which pixel (x, y, 0), origin top-left and y downwards, lands at normalised device coordinates
+/// (2x / width - 1, 1 - 2y / height, 0.5).
+OrthoCamera screenCamera(float width, float height);
+
+/// view = the camera's view matrix; mvp = its right-handed orthographic projection, near 0.5 and far 1.5, times view.
+void buildOrtho(OrthoCamera camera, Matrix* view, Matrix* mvp);
+
+/// Writes the corners (x, y, 0) of a rectangle in pixels as a triangle strip: lower-left, lower-right, upper-left,
+/// upper-right on the screen. y grows downwards, so bottom is the larger y.
+/// @param vertices  12 floats
+void setQuad(float* vertices, float left, float top, float right, float bottom);
+
+} // namespace tidalume
