@@ -1,0 +1,40 @@
+package com.vyn.effect.tidalume;
+
+/** Checks of arguments; messages name the argument and what was expected. */
+final class Arguments {
+    private Arguments() {
+    }
+
+    /**
+     * @throws NullPointerException if the array is null
+     * @throws IllegalArgumentException if it holds fewer floats than needed
+     */
+    static void requireFloats(String name, float[] array, long needed) {
+        if (array == null) {
+            throw new NullPointerException(name + " must not be null");
+        }
+        if (array.length < needed) {
+            throw new IllegalArgumentException(name + " must hold at least " + needed + " floats, has " + array.length);
+        }
+    }
+
+    /** @throws IllegalArgumentException if the value is below the minimum */
+    static void requireAtLeast(String name, int value, int minimum) {
+        if (value < minimum) {
+            throw new IllegalArgumentException(name + " must be at least " + minimum + ", is " + value);
+        }
+    }
+
+    /** @throws IllegalArgumentException if the value is not a finite number above 0 */
+    static void requirePositive(String name, float value) {
+        if (!(value > 0.0f) || Float.isInfinite(value)) {
+            throw new IllegalArgumentException(name + " must be a finite number above 0, is " + value);
+        }
+    }
+
+    /** @throws IllegalArgumentException if the width or the height of a screen is below 1 */
+    static void requireScreenSize(int width, int height) {
+        requireAtLeast("width", width, 1);
+        requireAtLeast("height", height, 1);
+    }
+}
