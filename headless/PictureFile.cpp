@@ -1,0 +1,194 @@
+#include "headless/PictureFile.h"
+
+#include "headless/Error.h"
+#include "headless/JpegReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <png.h>
+#include <webp/demux.h>
+#include <webp/encode.h>
+#include <webp/mux.h>
+
+namespace tidalume::headless {
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kLargestFile = std::size_t{512} << 20;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+std::string reasonOf(int error) {
+    return std::strerror(error);
+}
+
+Bytes readFile(const std::string& path) {
+    std::error_code error;
+    auto const status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found) throw Error("there is no such file");
+    if (error) throw Error(error.message());
+    if (status.type() != std::filesystem::file_type::regular) throw Error("is not a regular file");
+    auto const size = std::filesystem::file_size(path, error);
+    if (error) throw Error(error.message());
+    if (size > kLargestFile) throw Error("the file is larger than 512 MB");
+
+    File const file(std::fopen(path.c_str(), "rb"));
+    if (!file) throw Error(reasonOf(errno));
+    Bytes bytes(size);
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    if (std::ferror(file.get())) throw Error(reasonOf(errno));
+    return bytes;
+}
+
+void writeFile(const std::string& path, const std::uint8_t* bytes, std::size_t size) {
+    File file(std::fopen(path.c_str(), "wb"));
+    if (!file) throw Error(reasonOf(errno));
+    bool const written = std::fwrite(bytes, 1, size, file.get()) == size;
+    int const writeError = errno;
+    if (!written) throw Error(reasonOf(writeError));
+    if (std::fclose(file.release()) != 0) throw Error(reasonOf(errno));
+}
+
+bool startsWith(const Bytes& bytes, std::size_t offset, const char* text) {
+    std::size_t const length = std::strlen(text);
+    return bytes.size() >= offset + length && std::memcmp(bytes.data() + offset, text, length) == 0;
+}
+
+Picture readPng(const Bytes& bytes) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    std::unique_ptr<png_image, void (*)(png_image*)> const cleanup(&image, png_image_free);
+    if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size())) {
+        throw Error(std::string("broken PNG: ") + image.message);
+    }
+    checkPictureSize(image.width, image.height);
+    image.format = PNG_FORMAT_RGBA;
+    Picture picture(static_cast<int>(image.width), static_cast<int>(image.height));
+    if (!png_image_finish_read(&image, nullptr, picture.rgba.data(), 0, nullptr)) {
+        throw Error(std::string("broken PNG: ") + image.message);
+    }
+    return picture;
+}
+
+Picture readWebP(const Bytes& bytes) {
+    WebPBitstreamFeatures features;
+    if (WebPGetFeatures(bytes.data(), bytes.size(), &features) != VP8_STATUS_OK) {
+        throw Error("broken WebP: the header cannot be read");
+    }
+    checkPictureSize(static_cast<std::uint32_t>(features.width), static_cast<std::uint32_t>(features.height));
+
+    WebPData const data = {bytes.data(), bytes.size()};
+    std::unique_ptr<WebPAnimDecoder, void (*)(WebPAnimDecoder*)> const decoder(WebPAnimDecoderNew(&data, nullptr),
+                                                                               WebPAnimDecoderDelete);
+    std::uint8_t* frame = nullptr;
+    int timestamp = 0;
+    if (!decoder || !WebPAnimDecoderGetNext(decoder.get(), &frame, &timestamp)) {
+        throw Error("broken WebP: the data are damaged or end too early");
+    }
+    Picture picture(features.width, features.height);
+    std::copy_n(frame, picture.rgba.size(), picture.rgba.data());
+    return picture;
+}
+
+} // namespace
+
+void checkPictureSize(std::uint32_t width, std::uint32_t height) {
+    constexpr std::uint32_t kLargestSide = 16384;
+    constexpr std::uint64_t kMostPixels = std::uint64_t{128} << 20;
+    if (width > kLargestSide || height > kLargestSide || std::uint64_t{width} * height > kMostPixels) {
+        throw Error("a picture of " + std::to_string(width) + "x" + std::to_string(height) +
+                    " pixels is too large: at most 16384 on a side and 128 megapixels");
+    }
+}
+
+Picture readPicture(const std::string& path) {
+    Bytes const bytes = readFile(path);
+    if (startsWith(bytes, 0, "\x89PNG")) return readPng(bytes);
+    if (startsWith(bytes, 0, "\xFF\xD8\xFF")) return readJpeg(bytes);
+    if (startsWith(bytes, 0, "RIFF") && startsWith(bytes, 8, "WEBP")) return readWebP(bytes);
+    throw Error(bytes.empty() ? "the file is empty" : "is neither PNG nor JPEG nor WebP");
+}
+
+void writePng(const std::string& path, const Picture& picture) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = PNG_FORMAT_RGBA;
+    image.flags = PNG_IMAGE_FLAG_FAST;
+    Bytes bytes(PNG_IMAGE_PNG_SIZE_MAX(image));
+    png_alloc_size_t size = bytes.size();
+    if (!png_image_write_to_memory(&image, bytes.data(), &size, 0, picture.rgba.data(), 0, nullptr)) {
+        throw Error(image.message);
+    }
+    writeFile(path, bytes.data(), size);
+}
+
+struct WebPAnimation::Encoder {
+    Encoder(int width, int height) : width(width), height(height), time(0) {
+        if (!WebPAnimEncoderOptionsInit(&options) || !WebPConfigPreset(&config, WEBP_PRESET_PICTURE, 80)) {
+            throw Error("libwebp is another version than the headers that this was built with");
+        }
+        // Without key frames each frame is compressed once instead of twice.
+        options.kmin = 0;
+        options.kmax = 0;
+        config.method = 0;
+        bool const possible = std::min(width, height) >= 1 && std::max(width, height) <= WEBP_MAX_DIMENSION;
+        encoder = possible ? WebPAnimEncoderNew(width, height, &options) : nullptr;
+        if (encoder == nullptr) {
+            throw Error("an animation of " + std::to_string(width) + "x" + std::to_string(height) + " is not possible");
+        }
+    }
+    ~Encoder() { WebPAnimEncoderDelete(encoder); }
+    Encoder(const Encoder&) = delete;
+    Encoder& operator=(const Encoder&) = delete;
+
+    void checkDone(int done) const {
+        if (!done) throw Error(std::string("WebP encoding failed: ") + WebPAnimEncoderGetError(encoder));
+    }
+
+    int width;
+    int height;
+    int time; // of the next frame's start, in milliseconds
+    WebPAnimEncoderOptions options;
+    WebPConfig config;
+    WebPAnimEncoder* encoder;
+};
+
+WebPAnimation::WebPAnimation(int width, int height) : mEncoder(std::make_unique<Encoder>(width, height)) {}
+
+WebPAnimation::~WebPAnimation() = default;
+
+void WebPAnimation::add(const Picture& picture, int milliseconds) {
+    if (picture.width != mEncoder->width || picture.height != mEncoder->height) {
+        throw Error("the frame's size differs from the animation's");
+    }
+    WebPPicture frame;
+    if (!WebPPictureInit(&frame)) throw Error("libwebp is another version than the headers that this was built with");
+    std::unique_ptr<WebPPicture, void (*)(WebPPicture*)> const cleanup(&frame, WebPPictureFree);
+    frame.use_argb = 1;
+    frame.width = picture.width;
+    frame.height = picture.height;
+    mEncoder->checkDone(WebPPictureImportRGBA(&frame, picture.rgba.data(), picture.width * 4));
+    mEncoder->checkDone(WebPAnimEncoderAdd(mEncoder->encoder, &frame, mEncoder->time, &mEncoder->config));
+    mEncoder->time += milliseconds;
+}
+
+void WebPAnimation::write(const std::string& path) {
+    mEncoder->checkDone(WebPAnimEncoderAdd(mEncoder->encoder, nullptr, mEncoder->time, nullptr));
+    WebPData data;
+    WebPDataInit(&data);
+    std::unique_ptr<WebPData, void (*)(WebPData*)> const cleanup(&data, WebPDataClear);
+    mEncoder->checkDone(WebPAnimEncoderAssemble(mEncoder->encoder, &data));
+    writeFile(path, data.bytes, data.size);
+}
+
+} // namespace tidalume::headless
