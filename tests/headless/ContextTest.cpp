@@ -1,0 +1,122 @@
+#include "headless/Error.h"
+#include "headless/HeadlessContext.h"
+#include "headless/Pixels.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace tidalume::headless {
+
+namespace {
+
+GLint integer(GLenum name) {
+    GLint value = 0;
+    glGetIntegerv(name, &value);
+    return value;
+}
+
+void clear(float red, float green, float blue, float alpha) {
+    glClearColor(red, green, blue, alpha);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
+} // namespace
+
+TEST(HeadlessContext, RefusesImpossibleSizes) {
+    EXPECT_THROW(HeadlessContext(0, 10), Error);
+    EXPECT_THROW(HeadlessContext(10, -1), Error);
+    EXPECT_THROW(HeadlessContext(1000000, 10), Error);
+    HeadlessContext context(10, 10);
+    EXPECT_THROW(context.resize(10, 0), Error);
+    clear(1, 0, 0, 1);
+    EXPECT_EQ(readFramebuffer(10, 10).at(9, 9)[0], 1.0F) << "a refused size leaves the context as it was";
+}
+
+TEST(HeadlessContext, RecreatingForgetsEveryNameAndDrawsAgain) {
+    HeadlessContext context(7, 5);
+    for (int loss = 0; loss < 2; ++loss) {
+        GLuint const texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
+        ASSERT_TRUE(glIsTexture(texture));
+        context.recreate();
+        EXPECT_FALSE(glIsTexture(texture));
+        clear(0, 1, 0, 1);
+        EXPECT_EQ(readFramebuffer(7, 5).at(6, 4)[1], 1.0F);
+    }
+}
+
+TEST(HeadlessContext, ResizingKeepsNames) {
+    HeadlessContext context(4, 4);
+    GLuint const texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
+    context.resize(33, 17);
+    EXPECT_TRUE(glIsTexture(texture));
+    clear(0, 0, 1, 1);
+    EXPECT_EQ(readFramebuffer(33, 17).at(32, 16)[2], 1.0F);
+}
+
+TEST(HeadlessContext, TwoContextsLiveSideBySide) {
+    HeadlessContext first(4, 4);
+    clear(1, 0, 0, 1);
+    {
+        HeadlessContext const second(2, 2);
+        clear(0, 1, 0, 1);
+    }
+    first.makeCurrent();
+    EXPECT_EQ(readFramebuffer(4, 4).at(3, 3)[0], 1.0F);
+}
+
+// Every format, odd sizes, floats and bytes: each texel comes back where it was put, absent channels as 0 and alpha 1.
+TEST(Pixels, TexturesComeBackAsTheyWent) {
+    HeadlessContext const context(4, 4);
+    GLuint const bound = makeTexture(GL_RGBA8, 1, 1, std::vector<float>{0, 0, 0, 0});
+    glBindTexture(GL_TEXTURE_2D, bound);
+    constexpr int kWidth = 5;
+    constexpr int kHeight = 3;
+    for (GLenum const format : {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F, GL_RGBA8}) {
+        int const channels = channelCount(format);
+        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kWidth * kHeight * channels));
+        std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
+        std::vector<float> floats(bytes.size());
+        std::transform(bytes.begin(), bytes.end(), floats.begin(), [](int byte) { return byte / 255.0F; });
+        for (GLuint const texture :
+             {makeTexture(format, kWidth, kHeight, floats), makeTexture(format, kWidth, kHeight, bytes)}) {
+            PixelArray const pixels = readTexture(texture, kWidth, kHeight);
+            for (int i = 0; i < kWidth * kHeight * 4; ++i) {
+                int const channel = i % 4;
+                float const missing = channel == 3 ? 1.0F : 0.0F;
+                float const expected =
+                    channel < channels ? floats[static_cast<std::size_t>(i / 4 * channels + channel)] : missing;
+                // A half float keeps 11 bits; drivers round or truncate.
+                EXPECT_NEAR(pixels.rgba[static_cast<std::size_t>(i)], expected, expected / 1024) << format << " " << i;
+            }
+        }
+    }
+    EXPECT_EQ(integer(GL_TEXTURE_BINDING_2D), static_cast<GLint>(bound));
+    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING), 0);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST(Pixels, WrongArgumentsAreRefused) {
+    HeadlessContext const context(4, 4);
+    std::vector<float> const four(4);
+    EXPECT_THROW(makeTexture(GL_R16F, 2, 1, four), Error);
+    EXPECT_THROW(makeTexture(GL_R32F, 2, 2, four), Error);
+    EXPECT_THROW(makeTexture(GL_R16F, 0, 0, std::vector<float>()), Error);
+    EXPECT_THROW(readTexture(12345, 1, 1), Error);
+    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING), 0);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST(Pixels, AFramebufferPictureIsUprightAndOpaque) {
+    HeadlessContext const context(3, 2);
+    clear(0, 0, 1, 0);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(2, 0, 1, 1);
+    clear(1, 0, 0, 0.25F);
+    Picture const picture = framebufferPicture(3, 2);
+    std::vector<std::uint8_t> const blueThenRed = {0, 0, 255, 255, 0, 0, 255, 255, 0,   0, 255, 255,
+                                                   0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0,   255};
+    EXPECT_EQ(picture.rgba, blueThenRed);
+}
+
+} // namespace tidalume::headless
