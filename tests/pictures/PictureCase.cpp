@@ -1,0 +1,32 @@
+#include "tests/pictures/PictureCase.h"
+
+#include <cmath>
+
+namespace tidalume::pictures {
+
+Difference difference(const Comparison& comparison) {
+    Difference result = {0.0, 0, 0, 0, 0};
+    for (size_t i = 0; i < comparison.expected.size(); ++i) {
+        if (std::isnan(comparison.expected[i])) continue;
+        ++result.compared;
+        const double difference = std::fabs(comparison.expected[i] - static_cast<double>(comparison.drawn[i]));
+        // Written so that a drawn NaN counts as the largest difference of all.
+        if (difference <= result.largest) continue;
+        const auto pixel = static_cast<int>(i) / comparison.channels;
+        result.largest = difference;
+        result.x = pixel % comparison.width;
+        result.y = pixel / comparison.width;
+        result.channel = static_cast<int>(i) % comparison.channels;
+        if (std::isnan(difference)) break;
+    }
+    return result;
+}
+
+PictureTable allPictures() {
+    PictureTable all;
+    for (const PictureTable* table : {&metaballPictures()})
+        all.insert(all.end(), table->begin(), table->end());
+    return all;
+}
+
+} // namespace tidalume::pictures

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <vector>
+
+/// Pictures that the driver draws, compared with their formulas value by value.
+///
+/// Free of the test framework, of the recorder and of EGL, so that a page in a browser can go through the same tables.
+namespace tidalume::pictures {
+
+/// A drawn picture and what its formula gives.
+struct Comparison {
+    int width;
+    int height;
+    int channels;                 ///< values per pixel in both arrays, 1 to 4
+    std::vector<float> drawn;     ///< rows from the bottom
+    std::vector<double> expected; ///< NaN where the formula leaves it open, as on the very edge of a disc
+};
+
+/// One picture: what is drawn, and how far from its formula it may be.
+struct PictureCase {
+    const char* name;
+    Comparison (*run)(); ///< draws with the current context, whose framebuffer 0 is at least 160 x 160 pixels
+    double tolerance;    ///< largest difference of a value
+    const char* reason;  ///< where the tolerance comes from
+    /// The tolerance where the driver's gl_PointCoord is off by an eighth of a pixel, as softpipe's is. 0: the same.
+    double coarsePointTolerance = 0.0;
+};
+
+using PictureTable = std::vector<PictureCase>;
+
+/// The largest difference, and where it is.
+struct Difference {
+    double largest; ///< NaN when a value is not a number where the formula gives one
+    int x;
+    int y;
+    int channel;
+    int compared; ///< number of values that the formula gives
+};
+
+Difference difference(const Comparison& comparison);
+
+const PictureTable& metaballPictures();
+
+/// All tables, in the order of the effects.
+PictureTable allPictures();
+
+} // namespace tidalume::pictures

@@ -1,0 +1,345 @@
+#include "tests/support/GLRecorder.h"
+
+#include <dlfcn.h>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+/// The driver's own function of this name.
+template <typename Function>
+Function* real(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// Enums that make a sequence readable; all others are printed in hexadecimal.
+const std::map<GLenum, const char*> enumNames = {
+    {GL_TEXTURE_2D, "TEXTURE_2D"},
+    {GL_FRAMEBUFFER, "FRAMEBUFFER"},
+    {GL_ARRAY_BUFFER, "ARRAY_BUFFER"},
+    {GL_BLEND, "BLEND"},
+    {GL_DEPTH_TEST, "DEPTH_TEST"},
+    {GL_TEXTURE0, "TEXTURE0"},
+    {GL_TEXTURE1, "TEXTURE1"},
+    {GL_TEXTURE2, "TEXTURE2"},
+    {GL_COLOR_ATTACHMENT0, "COLOR_ATTACHMENT0"},
+    {GL_COLOR_BUFFER_BIT, "COLOR_BUFFER_BIT"},
+    {GL_FUNC_ADD, "FUNC_ADD"},
+    {GL_SRC_ALPHA, "SRC_ALPHA"},
+    {GL_ONE_MINUS_SRC_ALPHA, "ONE_MINUS_SRC_ALPHA"},
+    {GL_SRC_COLOR, "SRC_COLOR"},
+    {GL_DST_COLOR, "DST_COLOR"},
+    {GL_TEXTURE_MIN_FILTER, "TEXTURE_MIN_FILTER"},
+    {GL_TEXTURE_MAG_FILTER, "TEXTURE_MAG_FILTER"},
+    {GL_TEXTURE_WRAP_S, "TEXTURE_WRAP_S"},
+    {GL_TEXTURE_WRAP_T, "TEXTURE_WRAP_T"},
+    {GL_LINEAR, "LINEAR"},
+    {GL_CLAMP_TO_EDGE, "CLAMP_TO_EDGE"},
+    {GL_MIRRORED_REPEAT, "MIRRORED_REPEAT"},
+    {GL_R16F, "R16F"},
+    {GL_RG16F, "RG16F"},
+    {GL_RGB16F, "RGB16F"},
+    {GL_RGBA16F, "RGBA16F"},
+    {GL_RED, "RED"},
+    {GL_RG, "RG"},
+    {GL_RGB, "RGB"},
+    {GL_RGBA, "RGBA"},
+    {GL_HALF_FLOAT, "HALF_FLOAT"},
+    {GL_FLOAT, "FLOAT"},
+    {GL_UNSIGNED_SHORT, "UNSIGNED_SHORT"},
+    {GL_MAX_TEXTURE_SIZE, "MAX_TEXTURE_SIZE"},
+    {GL_TRIANGLE_STRIP, "TRIANGLE_STRIP"},
+    {GL_TRIANGLES, "TRIANGLES"},
+};
+
+std::string name(GLenum value) {
+    const auto found = enumNames.find(value);
+    if (found != enumNames.end()) return found->second;
+    std::ostringstream text;
+    text << "0x" << std::hex << value;
+    return text.str();
+}
+
+/// Arguments one after another with blanks between.
+template <typename... Arguments>
+std::string text(const Arguments&... arguments) {
+    std::ostringstream stream;
+    const char* separator = "";
+    ((stream << separator << arguments, separator = " "), ...);
+    return stream.str();
+}
+
+std::string floats(const GLfloat* values, int count) {
+    std::ostringstream stream;
+    for (int i = 0; i < count; ++i)
+        stream << (i ? " " : "") << values[i];
+    return stream.str();
+}
+
+bool givesZero(const char* function) {
+    return glRecorder().faults.givesZero.count(function) != 0;
+}
+
+void generate(const char* function, const char* kind, GLsizei n, GLuint* names) {
+    if (givesZero(function)) {
+        for (GLsizei i = 0; i < n; ++i)
+            names[i] = 0;
+    } else {
+        real<void(GLsizei, GLuint*)>(function)(n, names);
+    }
+    for (GLsizei i = 0; i < n; ++i) {
+        if (names[i]) glRecorder().live[kind].insert(names[i]);
+    }
+    glRecorder().call(function, text(n));
+}
+
+void destroy(const char* function, const char* kind, GLsizei n, const GLuint* names) {
+    for (GLsizei i = 0; i < n; ++i)
+        glRecorder().live[kind].erase(names[i]);
+    std::ostringstream list;
+    list << n;
+    for (GLsizei i = 0; i < n; ++i)
+        list << " " << names[i];
+    glRecorder().call(function, list.str());
+    real<void(GLsizei, const GLuint*)>(function)(n, names);
+}
+
+} // namespace
+
+GLRecorder& glRecorder() {
+    static GLRecorder recorder;
+    return recorder;
+}
+
+void GLRecorder::start() {
+    mCalls.clear();
+    recording = true;
+}
+
+GLRecorder::Calls GLRecorder::stop() {
+    recording = false;
+    return std::exchange(mCalls, {});
+}
+
+GLRecorder::Calls GLRecorder::record(const std::function<void()>& action) {
+    start();
+    action();
+    return stop();
+}
+
+void GLRecorder::reset() {
+    *this = GLRecorder();
+}
+
+void GLRecorder::call(const char* name, const std::string& arguments) {
+    ++counts[name];
+    if (recording && insideCheck == 0) mCalls.push_back(arguments.empty() ? name : std::string(name) + " " + arguments);
+}
+
+std::string GLRecorder::uniform(GLint location) const {
+    const auto program = uniforms.find(currentProgram);
+    if (program == uniforms.end() || program->second.count(location) == 0) return text(location);
+    return program->second.at(location);
+}
+
+std::string GLRecorder::attribute(GLuint location) const {
+    const auto program = attributes.find(currentProgram);
+    const auto key = static_cast<GLint>(location);
+    if (program == attributes.end() || program->second.count(key) == 0) return text(location);
+    return program->second.at(key);
+}
+
+// The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.
+extern "C" {
+void __real__Z12checkGLErrorPKc(const char* op);
+void __wrap__Z12checkGLErrorPKc(const char* op) {
+    glRecorder().call("checkGLError", op);
+    ++glRecorder().insideCheck;
+    __real__Z12checkGLErrorPKc(op);
+    --glRecorder().insideCheck;
+}
+
+/// An entry point that is written down and passed on: parameters, the arguments to pass, and the text to write.
+#define PASS_ON(function, parameters, arguments, description)                                                          \
+    void function parameters {                                                                                         \
+        glRecorder().call(#function, description);                                                                     \
+        real<void parameters>(#function) arguments;                                                                    \
+    }
+
+PASS_ON(glActiveTexture, (GLenum unit), (unit), name(unit))
+PASS_ON(glAttachShader, (GLuint program, GLuint shader), (program, shader), "")
+PASS_ON(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), text(name(target), buffer))
+PASS_ON(glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer), text(name(target), framebuffer))
+PASS_ON(glBlendColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
+PASS_ON(glBlendEquation, (GLenum mode), (mode), name(mode))
+PASS_ON(glBlendFunc, (GLenum source, GLenum target), (source, target), text(name(source), name(target)))
+PASS_ON(glBlendFuncSeparate, (GLenum srcRGB, GLenum dstRGB, GLenum srcAlpha, GLenum dstAlpha),
+        (srcRGB, dstRGB, srcAlpha, dstAlpha), text(name(srcRGB), name(dstRGB), name(srcAlpha), name(dstAlpha)))
+PASS_ON(glClear, (GLbitfield mask), (mask), name(mask))
+PASS_ON(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
+PASS_ON(glCompileShader, (GLuint shader), (shader), "")
+PASS_ON(glDisable, (GLenum capability), (capability), name(capability))
+PASS_ON(glDisableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
+PASS_ON(glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
+        text(mode == GL_POINTS ? "POINTS" : name(mode), first, count))
+PASS_ON(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), (mode, count, type, indices),
+        text(name(mode), count, name(type)))
+PASS_ON(glEnable, (GLenum capability), (capability), name(capability))
+PASS_ON(glEnableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
+PASS_ON(glFlush, (), (), "")
+PASS_ON(glGetProgramInfoLog, (GLuint program, GLsizei size, GLsizei* length, GLchar* log), (program, size, length, log),
+        "")
+PASS_ON(glGetShaderInfoLog, (GLuint shader, GLsizei size, GLsizei* length, GLchar* log), (shader, size, length, log),
+        "")
+PASS_ON(glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
+        (program, size, length, format, binary), "")
+PASS_ON(glLinkProgram, (GLuint program), (program), "")
+PASS_ON(glShaderSource, (GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths),
+        (shader, count, sources, lengths), "")
+PASS_ON(glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
+        text(name(target), name(parameter), name(static_cast<GLenum>(value))))
+PASS_ON(glUniform1f, (GLint location, GLfloat v), (location, v), text(glRecorder().uniform(location), v))
+PASS_ON(glUniform1i, (GLint location, GLint v), (location, v), text(glRecorder().uniform(location), v))
+PASS_ON(glUniform2f, (GLint location, GLfloat x, GLfloat y), (location, x, y),
+        text(glRecorder().uniform(location), x, y))
+PASS_ON(glUniform2fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
+        text(glRecorder().uniform(location), floats(v, 2 * count)))
+PASS_ON(glUniform3fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
+        text(glRecorder().uniform(location), floats(v, 3 * count)))
+PASS_ON(glUniform4fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
+        text(glRecorder().uniform(location), floats(v, 4 * count)))
+PASS_ON(glUniformMatrix4fv, (GLint location, GLsizei count, GLboolean transpose, const GLfloat* v),
+        (location, count, transpose, v), text(glRecorder().uniform(location), count, transpose ? "transposed" : ""))
+PASS_ON(glVertexAttribPointer,
+        (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer),
+        (index, size, type, normalized, stride, pointer),
+        text(glRecorder().attribute(index), size, name(type), static_cast<int>(normalized), stride))
+PASS_ON(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), text(x, y, width, height))
+
+void glGenTextures(GLsizei n, GLuint* names) {
+    generate("glGenTextures", "texture", n, names);
+}
+void glGenFramebuffers(GLsizei n, GLuint* names) {
+    generate("glGenFramebuffers", "framebuffer", n, names);
+}
+void glDeleteTextures(GLsizei n, const GLuint* names) {
+    destroy("glDeleteTextures", "texture", n, names);
+}
+void glDeleteFramebuffers(GLsizei n, const GLuint* names) {
+    destroy("glDeleteFramebuffers", "framebuffer", n, names);
+}
+
+GLuint glCreateShader(GLenum type) {
+    glRecorder().call("glCreateShader", type == GL_VERTEX_SHADER ? "vertex" : "fragment");
+    const GLuint shader = givesZero("glCreateShader") ? 0 : real<GLuint(GLenum)>("glCreateShader")(type);
+    if (shader) glRecorder().live["shader"].insert(shader);
+    return shader;
+}
+
+void glDeleteShader(GLuint shader) {
+    glRecorder().live["shader"].erase(shader);
+    glRecorder().call("glDeleteShader", "");
+    real<void(GLuint)>("glDeleteShader")(shader);
+}
+
+GLuint glCreateProgram() {
+    glRecorder().call("glCreateProgram", "");
+    const GLuint program = givesZero("glCreateProgram") ? 0 : real<GLuint()>("glCreateProgram")();
+    if (program) glRecorder().live["program"].insert(program);
+    return program;
+}
+
+void glDeleteProgram(GLuint program) {
+    glRecorder().live["program"].erase(program);
+    glRecorder().call("glDeleteProgram", text(program));
+    real<void(GLuint)>("glDeleteProgram")(program);
+}
+
+void glUseProgram(GLuint program) {
+    glRecorder().currentProgram = program;
+    glRecorder().call("glUseProgram", text(program));
+    real<void(GLuint)>("glUseProgram")(program);
+}
+
+GLint glGetUniformLocation(GLuint program, const GLchar* name) {
+    const GLint location = real<GLint(GLuint, const GLchar*)>("glGetUniformLocation")(program, name);
+    glRecorder().uniforms[program][location] = name;
+    glRecorder().call("glGetUniformLocation", name);
+    return location;
+}
+
+GLint glGetAttribLocation(GLuint program, const GLchar* name) {
+    const GLint location = real<GLint(GLuint, const GLchar*)>("glGetAttribLocation")(program, name);
+    glRecorder().attributes[program][location] = name;
+    glRecorder().call("glGetAttribLocation", name);
+    return location;
+}
+
+void glBindTexture(GLenum target, GLuint texture) {
+    glRecorder().boundTexture = texture;
+    glRecorder().call("glBindTexture", text(name(target), texture));
+    real<void(GLenum, GLuint)>("glBindTexture")(target, texture);
+}
+
+void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height, GLint border,
+                  GLenum format, GLenum type, const void* data) {
+    glRecorder().formatOfTexture[glRecorder().boundTexture] = internalFormat;
+    glRecorder().call("glTexImage2D", text(name(static_cast<GLenum>(internalFormat)), width, height, name(format),
+                                           name(type), data ? "data" : "none"));
+    real<void(GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*)>("glTexImage2D")(
+        target, level, internalFormat, width, height, border, format, type, data);
+}
+
+void glFramebufferTexture2D(GLenum target, GLenum attachment, GLenum textarget, GLuint texture, GLint level) {
+    glRecorder().attachedTexture = texture;
+    glRecorder().call("glFramebufferTexture2D", text(texture));
+    real<void(GLenum, GLenum, GLenum, GLuint, GLint)>("glFramebufferTexture2D")(target, attachment, textarget, texture,
+                                                                                level);
+}
+
+GLenum glCheckFramebufferStatus(GLenum target) {
+    glRecorder().call("glCheckFramebufferStatus", "");
+    const GLint format = glRecorder().formatOfTexture[glRecorder().attachedTexture];
+    if (glRecorder().faults.notRenderable.count(format)) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
+    return real<GLenum(GLenum)>("glCheckFramebufferStatus")(target);
+}
+
+void glGetIntegerv(GLenum parameter, GLint* value) {
+    glRecorder().call("glGetIntegerv", name(parameter));
+    real<void(GLenum, GLint*)>("glGetIntegerv")(parameter, value);
+}
+
+void glGetShaderiv(GLuint shader, GLenum parameter, GLint* value) {
+    glRecorder().call("glGetShaderiv", name(parameter));
+    real<void(GLuint, GLenum, GLint*)>("glGetShaderiv")(shader, parameter, value);
+    if (parameter == GL_COMPILE_STATUS && glRecorder().faults.compileFails) *value = GL_FALSE;
+    if (parameter == GL_INFO_LOG_LENGTH && glRecorder().faults.infoLogIsEmpty) *value = 0;
+}
+
+void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
+    glRecorder().call("glGetProgramiv", name(parameter));
+    real<void(GLuint, GLenum, GLint*)>("glGetProgramiv")(program, parameter, value);
+    if (parameter == GL_LINK_STATUS && glRecorder().faults.linkFails) *value = GL_FALSE;
+    if (parameter == GL_INFO_LOG_LENGTH && glRecorder().faults.infoLogIsEmpty) *value = 0;
+}
+
+void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
+    glRecorder().call("glProgramBinary", text(name(format), length));
+    if (glRecorder().faults.acceptsProgramBinaries) {
+        GLint formats[8] = {};
+        real<void(GLenum, GLint*)>("glGetIntegerv")(GL_PROGRAM_BINARY_FORMATS, formats);
+        format = static_cast<GLenum>(formats[0]);
+    }
+    real<void(GLuint, GLenum, const void*, GLsizei)>("glProgramBinary")(program, format, binary, length);
+}
+
+GLenum glGetError() {
+    std::vector<GLenum>& pending = glRecorder().faults.pendingErrors;
+    glRecorder().call("glGetError", "");
+    if (pending.empty()) return real<GLenum()>("glGetError")();
+    const GLenum error = pending.front();
+    pending.erase(pending.begin());
+    return error;
+}
+
+} // extern "C"

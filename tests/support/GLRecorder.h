@@ -1,0 +1,70 @@
+#pragma once
+
+#include <GLES3/gl3.h>
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+/// Stands in front of the GL entry points that the library calls (and of checkGLError), passes every call on to the
+/// driver, and can write it down, count what lives, or make it fail. One for the process; see GLTest, which resets it.
+class GLRecorder {
+  public:
+    using Calls = std::vector<std::string>;
+
+    /// Starts writing down. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL names),
+    /// "glBindTexture TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and matrices are left out; the
+    /// glGetError calls of checkGLError too.
+    void start();
+
+    /// Stops and returns the calls since start.
+    Calls stop();
+
+    /// The calls that an action makes.
+    Calls record(const std::function<void()>& action);
+
+    /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
+    std::map<std::string, std::set<GLuint>> live;
+
+    /// How often each entry point was called since the last reset.
+    std::map<std::string, int> counts;
+
+    /// Faults: what the driver answers instead of its own word. Empty: its own word.
+    struct Faults {
+        /// For these entry points ("glCreateProgram", "glCreateShader", "glGenTextures", "glGenFramebuffers"): gives 0.
+        std::set<std::string> givesZero;
+        /// Internal formats that no framebuffer is complete with.
+        std::set<GLint> notRenderable;
+        bool compileFails = false;
+        bool linkFails = false;
+        bool infoLogIsEmpty = false;
+        /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.
+        bool acceptsProgramBinaries = false;
+        /// Errors that glGetError gives before the driver's own, front first.
+        std::vector<GLenum> pendingErrors;
+    } faults;
+
+    /// Forgets counts, faults, live objects and calls.
+    void reset();
+
+    // What follows is for the entry points in GLRecorder.cpp.
+    void call(const char* name, const std::string& arguments);
+    std::string uniform(GLint location) const;
+    std::string attribute(GLuint location) const;
+
+    bool recording = false;
+    int insideCheck = 0;
+    GLuint currentProgram = 0;
+    std::map<GLuint, std::map<GLint, std::string>> uniforms;
+    std::map<GLuint, std::map<GLint, std::string>> attributes;
+    std::map<GLuint, GLint> formatOfTexture;
+    GLuint boundTexture = 0;
+    GLuint attachedTexture = 0;
+
+  private:
+    Calls mCalls;
+};
+
+GLRecorder& glRecorder();

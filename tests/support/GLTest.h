@@ -1,0 +1,43 @@
+#pragma once
+
+#include "foundation/GlobalProperty.h"
+#include "headless/HeadlessContext.h"
+#include "headless/Pixels.h"
+#include "tests/support/GLRecorder.h"
+#include "tests/support/LogCapture.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+/// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
+/// afterwards where a GL error is pending or a line was left in the log that the test did not take.
+class GLTest : public testing::Test {
+  protected:
+    static constexpr int width = 97;
+    static constexpr int height = 61;
+
+    GLTest() : context(width, height) {
+        glRecorder().reset();
+        GlobalProperty::DEBUG_LOG = false;
+        GlobalProperty::BINARY_SHADER = false;
+        GlobalProperty::ROOT_DIR[0] = '\0';
+    }
+
+    void TearDown() override {
+        glRecorder().faults = {};
+        EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
+        EXPECT_EQ(log.take(), std::vector<LogLine>{});
+    }
+
+    /// GL objects that live, other than shaders of programs that live.
+    static size_t liveObjects() {
+        size_t count = 0;
+        for (const auto& [kind, names] : glRecorder().live)
+            count += names.size();
+        return count;
+    }
+
+    tidalume::headless::HeadlessContext context;
+    LogCapture log;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+/// The tests' one look into private members: TestPeer::mTexture(effect) is effect.mTexture, class-wide members
+/// included.
+struct TestPeer {
+#define TIDALUME_PEEK(member)                                                                                          \
+    template <typename Effect>                                                                                         \
+    static auto& member(Effect& effect) {                                                                              \
+        return effect.member;                                                                                          \
+    }
+
+    TIDALUME_PEEK(mInstanceCount)
+    TIDALUME_PEEK(mProgramMetaball)
+    TIDALUME_PEEK(mProgramDraw)
+    TIDALUME_PEEK(mUniformMetaballMatrixMVP)
+    TIDALUME_PEEK(mAttribDrawTexcoords)
+    TIDALUME_PEEK(mTexture)
+    TIDALUME_PEEK(mFBONormal)
+    TIDALUME_PEEK(mTextureWidth)
+    TIDALUME_PEEK(mTextureHeight)
+    TIDALUME_PEEK(mTexcoords)
+    TIDALUME_PEEK(mPrograms)
+
+#undef TIDALUME_PEEK
+};
