@@ -62,9 +62,11 @@ const tidalume::TargetDescription fieldTarget = {
 
 constexpr GLsizei ballStride = 6 * sizeof(float);
 
-/// A length in texels as an int; 0, which no texture is made for, where it is not a number or out of an int's range.
+/// A length in texels as an int. What is not a number or negative gives 0, what an int cannot hold a length that no
+/// driver allows: no texture is made for either.
 int toTexels(double length) {
-    return length >= 0.0 && length < 1e9 ? static_cast<int>(length) : 0;
+    constexpr double tooLong = 1e9;
+    return length >= 0.0 ? static_cast<int>(std::min(length, tooLong)) : 0;
 }
 
 } // namespace
