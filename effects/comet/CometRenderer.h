@@ -1,0 +1,129 @@
+#pragma once
+
+#include "math/Vector3.h"
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+struct ProgramTable;
+}
+
+/// Two comets that fly across the screen through a touched point, each a glowing core with a widening tail, and rings
+/// that open where they have just passed late in the flight.
+///
+/// Each comet follows a quadratic path from a random point near the edge of the screen through the touched point to a
+/// point beyond it, slightly to one side. A flight's progress t goes from 0 at launch to 1 at its end and is the
+/// caller's to advance; the head of a comet is at parameter t of its path.
+///
+///     CometRenderer comets;
+///     comets.init();
+///     comets.setScreenSize(1080, 1920);
+///     comets.push(x, y, 0);  // launch towards a touch
+///     // per frame
+///     comets.render(t);
+///
+/// Touches and heads are in pixels of the screen, origin top-left, y downwards; paths and meshes are in normalised
+/// device coordinates. Random numbers come from `lrand48`, which the caller may seed. All calls that draw need the GL
+/// context current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
+/// `GLContextDestroyed` on every object first, then `init` on every object: a flight under way goes on.
+class CometRenderer {
+  public:
+    CometRenderer();
+    /// Deletes the class's programs with the last object of the class.
+    virtual ~CometRenderer();
+    CometRenderer(const CometRenderer&) = delete;
+    CometRenderer& operator=(const CometRenderer&) = delete;
+
+    /// Builds the class's programs and makes the object's meshes where they are missing. Without memory for the meshes
+    /// the object stays as it was before `init`; the next call tries again.
+    void init();
+
+    /// Stores the size of the screen in pixels. Makes no GL call.
+    void setScreenSize(int width, int height);
+
+    /// Takes a touch. Call `setScreenSize` first. Makes no GL call.
+    /// @param x, y    touched point in pixels; of one far outside the screen the paths start at an arbitrary distance
+    /// @param action  0: the next `render` launches a new flight through the point; positive: the flight goes on as
+    ///                it is; negative: the comets are hidden
+    void push(float x, float y, int action);
+
+    /// Draws one frame over what is in the bound framebuffer, in white with alpha blending. Does nothing before `init`
+    /// or while the comets are hidden, as they are before the first `push`.
+    ///
+    /// The caller sets the viewport and the blend equation. Leaves blending and depth test disabled, the blend
+    /// functions at source alpha over (alpha: 1 over), program 0, and the attribute arrays 0 and 1 enabled: they point
+    /// into memory that is no longer valid.
+    /// @param t  progress of the flight, 0 to 1, not clamped
+    void render(double t);
+
+    /// Forgets the programs of the class without a GL call, for a context that is gone. Meshes and paths remain.
+    void GLContextDestroyed();
+
+    /// The heads of the two comets at the progress that was last drawn, in pixels; the middle of the screen before.
+    float getCore1X();
+    float getCore1Y();
+    float getCore2X();
+    float getCore2Y();
+
+    /// Draws new random paths through the last touch. `render` calls it for a launch.
+    void updateControlPoints();
+    /// Computes the tail meshes for progress t. `render` calls it for every frame. Does nothing before `init`.
+    void updateMesh(float t);
+
+    /// One of four tail meshes: 0 and 1 are the wide and the narrow tail of the first comet, 2 and 3 those of the
+    /// second. 303 vertices (x, 0, y) in normalised device coordinates: 3 rows across the tail with 101 columns along
+    /// it, the first column at the head. Null before `init`; owned by this object.
+    float* getVertices(int mesh);
+    /// Texture coordinates of every mesh: 303 pairs, 0 at the head to 1 at the end of the tail, then 1 to 0 across it.
+    float* getTexCoords();
+
+  private:
+    friend struct TestPeer;
+
+    struct CrossSection;
+
+    bool hasMeshes() const;
+    Vector3 randomStart(int comet);
+    bool isStartRejected(int comet, const Vector3& start, float distance) const;
+    void computeControlPoints(int comet);
+    void computeCrossSections(int comet, float t, CrossSection* sections) const;
+    void computeTailMesh(int mesh, float t, float spread, const CrossSection* sections);
+    void drawTails(float t);
+    void drawCores(double t);
+    void drawRings(double t);
+    void drawPoints(float s, float s2);
+    float toPixelX(const Vector3& point) const;
+    float toPixelY(const Vector3& point) const;
+    static float randomRange(float a, float b);
+
+    float mScreenWidth;
+    float mScreenHeight;
+    float mTargetX; ///< last touch in normalised device coordinates; FLT_MAX before the first
+    float mTargetY;
+    Vector3 mControlPoints[2][3];     ///< per comet: start, touched point, end
+    Vector3 mCurveCoefficients[2][3]; ///< per comet: D, E, F of the path D + E s + F s^2
+    Vector3 mCores[2];
+    int mTouchState; ///< action of the last push; a launch turns 0 into 1
+    int mColumns;
+    int mRows;
+    int mTriangleCount;
+    int mVertexCount;
+    float* mVertices[4];
+    float* mTexCoords;
+    unsigned short* mIndices;
+
+    static GLuint mProgramCoreOfComet;
+    static GLint mCoreOfCometT0;
+    static GLint mCoreOfCometFillmode;
+    static GLint mCoreOfCometRadius;
+    static GLint mCoreOfCometVertices;
+    static GLuint mProgramTailOfComet;
+    static GLint mTailOfCometT0;
+    static GLint mTailOfCometVertices;
+    static GLint mTailOfCometTexcoords;
+    static int mInstanceCount;
+
+    static const tidalume::ProgramTable mPrograms;
+};
+
+CometRenderer* createCometRenderer();
