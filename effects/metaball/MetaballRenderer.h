@@ -1,0 +1,82 @@
+#pragma once
+
+#include "effects/metaball/Metaball2DRenderer.h"
+#include "effects/metaball/ParticleManager.h"
+
+/// Touch that turns into merging blobs: a press puts one blob under the finger, and while the finger drags, particles
+/// fly off in its direction from half way between the press and the finger, slow down and, after 200 frames, shrink.
+///
+///     MetaballRenderer particles;
+///     particles.init(1.0f);
+///     particles.setScreenSize(1080, 1920);
+///     particles.push(540, 960, 0);
+///     // per frame
+///     particles.push(700, 900, 7);
+///     particles.render(80.0f, 1.0f);
+///
+/// Positions are pixels of the screen, origin top-left, y downwards. Random numbers come from `lrand48`, which the
+/// application may seed. The object draws through a Metaball2DRenderer of its own: what that class says about the
+/// context, its loss and the GL state holds here too.
+class MetaballRenderer {
+  public:
+    MetaballRenderer();
+    /// Deletes the inner renderer and with it its GL resources.
+    virtual ~MetaballRenderer();
+    MetaballRenderer(const MetaballRenderer&) = delete;
+    MetaballRenderer& operator=(const MetaballRenderer&) = delete;
+
+    /// Makes the inner renderer where there is none, and initialises it. When there is no memory for it, the object
+    /// stays uninitialised.
+    /// @param quality  see Metaball2DRenderer::init
+    void init(float quality);
+
+    /// Sizes the inner renderer for a screen of width x height pixels. Ignored before the first `init`.
+    void setScreenSize(int width, int height);
+
+    /// Forgets every GL name without a GL call, for a context that is gone. The particles stay, and stand still until
+    /// the next `init`.
+    void GLContextDestroyed();
+
+    /// Touch input. Ignored before `init`.
+    /// @param x, y    in pixels
+    /// @param action  0 press: removes all particles and puts one blob at (x, y); 1 release: emission ends;
+    ///                7 stream: every frame emits from now on, 0.2 particles on average. Any other value just moves the
+    ///                finger.
+    void push(float x, float y, int action);
+
+    /// Emits, then moves the particles by one frame. `render` calls it. Ignored before `init`.
+    void update();
+
+    /// Moves the particles by one frame and paints them white into the bound framebuffer, over what is there. Draws
+    /// nothing before the first press. Before `setScreenSize` the particles move, unseen.
+    /// @param pressRadius  radius in pixels of the oldest particle, which is the blob of the press
+    /// @param alphaFactor  opacity in units of 0.08: 12.5 is opaque
+    void render(float pressRadius, float alphaFactor);
+
+  private:
+    friend struct TestPeer;
+
+    void emit();
+    void emitParticle(Vector2 origin, Vector2 direction);
+    bool isFull();
+
+    bool mInitialized;
+    int mWidth;
+    int mHeight;
+    float mRadiusMin;
+    float mRadiusRange;
+    float mSpeedMin;
+    float mSpeedRange;
+    float mEmitBase; ///< mean number of particles per frame, and its random part
+    float mEmitRange;
+    float mCurrentX; ///< where the finger is; FLT_MAX before the first push
+    float mCurrentY;
+    float mPressX; ///< where the finger was put down; FLT_MAX before the first press
+    float mPressY;
+    int mTouchState; ///< -1 none yet, 0 pressed, 1 released, 2 emitting
+    unsigned int mMaxParticles;
+    ParticleManager mParticleManager;
+    Metaball2DRenderer* mMetaball2DRenderer;
+};
+
+MetaballRenderer* createMetaballRenderer();

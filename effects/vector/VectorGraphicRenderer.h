@@ -1,0 +1,153 @@
+#pragma once
+
+#include "math/Matrix.h"
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+struct ProgramTable;
+}
+
+/// Two-dimensional primitives, drawn straight into the bound framebuffer: radial gradients, discs, discs that show a
+/// bitmap, and bitmap rectangles with quarter turns and alpha masks. Each is blended by the object's blend state.
+///
+///     VectorGraphicRenderer graphics;
+///     graphics.init();
+///     graphics.setScreenSize(1080, 1920);
+///     // per frame
+///     graphics.renderRadialGradient(540, 960, 0, center, 1100, rim);
+///     graphics.renderCircle(540, 400, 120, color);
+///
+/// Positions are pixels of the surface, origin top-left, y downwards. Colours are red, green, blue, alpha, each 0 to 1.
+/// Bitmaps are GL textures that the application has made and configured; their coordinate (0, 0) is shown at the lower
+/// left. All calls but the constructor and the setters need the GL context current; client-side arrays need vertex
+/// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
+/// `init` on every object; the size stays known.
+///
+/// GL state: drawing sets the viewport to the surface, leaves it and the blend equation, factors and colour as set, and
+/// leaves program 0, blending and depth test disabled. Drawing before `init` and `setScreenSize`, or with a size below
+/// 1, is ignored.
+class VectorGraphicRenderer {
+  public:
+    VectorGraphicRenderer();
+    /// With the last object of the class, deletes its programs.
+    virtual ~VectorGraphicRenderer();
+    VectorGraphicRenderer(const VectorGraphicRenderer&) = delete;
+    VectorGraphicRenderer& operator=(const VectorGraphicRenderer&) = delete;
+
+    /// Builds the class's programs where they are missing.
+    void init();
+
+    /// Stores the size of the surface in pixels. Makes no GL call.
+    void setScreenSize(int width, int height);
+
+    /// Forgets every GL name of the class without a GL call, for a context that is gone.
+    void GLContextDestroyed();
+
+    /// The setters store; the state reaches GL with the next drawing call.
+    /// @param mode  argument of glBlendEquation; GL_FUNC_ADD by default
+    void setBlendEquation(int mode);
+    /// Arguments of glBlendFuncSeparate; by default GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA for colour and alpha alike.
+    void setBlendFunction(int srcRGB, int dstRGB, int srcAlpha, int dstAlpha);
+    /// The constant colour that some blend factors refer to; (0, 0, 0, 1) by default.
+    void setBlendColor(float r, float g, float b, float a);
+    /// Hands the stored blend state to GL and disables the depth test. Every drawing call does so itself.
+    void setBlend();
+
+    /// Fills the surface with a gradient around pixel (x, y).
+    /// @param begin       distance in pixels up to which beginColor is shown
+    /// @param beginColor  4 floats
+    /// @param end         distance from which endColor is shown; equal to begin, the edge is hard
+    /// @param endColor    4 floats
+    void renderRadialGradient(float x, float y, float begin, float* beginColor, float end, float* endColor);
+
+    /// Draws a disc with a hard edge around pixel (x, y). Leaves attribute array 0 enabled, pointing into this object,
+    /// and no array buffer bound.
+    /// @param radius  in pixels, above 0. The driver's point size limit bounds the diameter.
+    /// @param color   4 floats
+    void renderCircle(float x, float y, float radius, float* color);
+
+    /// Draws a disc that shows the part of a bitmap that lies under it when the bitmap is stretched over the surface.
+    /// Leaves what `renderCircle` leaves, and texture 0 on unit 0, which is active.
+    /// @param diameter  in pixels: the diameter here, the radius in `renderCircle`
+    /// @param color     4 floats, of which the alpha alone is used, in place of the bitmap's
+    void renderBitmapCircle(float x, float y, float diameter, float* color, unsigned int texture);
+
+    /// Fills a rectangle with a bitmap. Leaves the texture bound to unit 0, which is active.
+    /// @param x, y  top-left corner
+    void renderBitmapRectangle(float x, float y, float width, float height, unsigned int texture);
+    /// The same with the bitmap turned, and stretched to the unchanged rectangle.
+    /// @param rotation  see rotateTexture; for this draw alone
+    void renderRotatedBitmapRectangle(float x, float y, float width, float height, unsigned int texture, int rotation);
+
+    /// Fills a rectangle with a bitmap's colour and a mask's red channel as alpha. The mask is stretched over the
+    /// surface and does not move or turn with the rectangle. Leaves texture 0 on units 0 and 1, and unit 0 active.
+    void renderAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture, int mask);
+    void renderRotatedAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture, int rotation,
+                                                 int mask);
+
+    /// Turns the bitmap of the rectangle draws that follow, until `init` or a rotated draw ends. Makes no GL call.
+    /// @param rotation  0 unrotated, 1 a quarter turn clockwise, 2 a half turn, 3 a quarter turn counter-clockwise,
+    ///                  4 mirrored top to bottom, 5 mirrored left to right; another value changes nothing
+    void rotateTexture(int rotation);
+
+  private:
+    friend struct TestPeer;
+
+    bool isReady() const;
+    void beginDrawing(GLuint program);
+    static void endDrawing();
+    void drawDisc(GLint vertices, float x, float y, float diameter);
+    void drawRectangle(GLint vertices, GLint texcoords, float x, float y, float width, float height);
+
+    float mVertices[12];     ///< the surface as a quad
+    float mRectVertices[12]; ///< corners: lower-left, lower-right, upper-left, upper-right
+    float mRectTexcoords[8];
+    int mWidth;
+    int mHeight;
+    float mWidthF;
+    float mHeightF;
+    Matrix mMatrixView;
+    Matrix mMatrixMVP;     ///< pixels to the surface
+    float mPointVertex[3]; ///< a disc's centre in normalised device coordinates, and its diameter in pixels
+    GLenum mBlendEquation;
+    GLenum mBlendSrcRGB;
+    GLenum mBlendDstRGB;
+    GLenum mBlendSrcAlpha;
+    GLenum mBlendDstAlpha;
+    float mBlendColor[4];
+    bool mInitialized;
+
+    static GLuint mProgramGradientFill;
+    static GLint mGradientFillMatrixMVP;
+    static GLint mGradientFillReferencePosition;
+    static GLint mGradientFillGradientBegin;
+    static GLint mGradientFillGradientBeginColor;
+    static GLint mGradientFillGradientEnd;
+    static GLint mGradientFillGradientEndColor;
+    static GLint mGradientFillVertices;
+    static GLuint mProgramBitmap;
+    static GLint mBitmapMatrixMVP;
+    static GLint mBitmapTexture;
+    static GLint mBitmapVertices;
+    static GLint mBitmapTexcoords;
+    static GLuint mProgramAlphaMaskedBitmap;
+    static GLint mAlphaMaskedBitmapMatrixMVP;
+    static GLint mAlphaMaskedBitmapTexture;
+    static GLint mAlphaMaskedBitmapMaskTexture;
+    static GLint mAlphaMaskedBitmapVertices;
+    static GLint mAlphaMaskedBitmapTexcoords;
+    static GLuint mProgramCircle;
+    static GLint mCircleColor;
+    static GLint mCircleVertices;
+    static GLuint mProgramBitmapCircle;
+    static GLint mBitmapCircleBitmap;
+    static GLint mBitmapCircleColor;
+    static GLint mBitmapCircleSize;
+    static GLint mBitmapCircleVertices;
+    static int mInstanceCount;
+
+    static const tidalume::ProgramTable mPrograms;
+};
+
+VectorGraphicRenderer* createVectorGraphicRenderer();
