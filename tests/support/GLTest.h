@@ -18,6 +18,7 @@ class GLTest : public testing::Test {
     static constexpr int height = 61;
 
     GLTest() : context(width, height) {
+        glClear(GL_COLOR_BUFFER_BIT); // a new framebuffer 0 holds anything
         glRecorder().reset();
         GlobalProperty::DEBUG_LOG = false;
         GlobalProperty::BINARY_SHADER = false;

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Compares what a release build exports with the list of exports, both ways, and checks what Android asks of a library.
+# usage: check-exports.sh LIBRARY EXPORTS_MAP
+set -euo pipefail
+library=$1
+map=$2
+fail() { echo "check-exports: $1" >&2; exit 1; }
+
+exported=$(nm -D --defined-only "$library" | awk '{print $3}' | sed 's/@.*//' | c++filt | sort -u)
+listed=$(sed -n '/global:/,/local:/p' "$map" | sed -e 's/#.*//' -e 's/^ *//' -e 's/;.*//' -e 's/^"\(.*\)"$/\1/' |
+  grep -E '^(Java_|[A-Za-z0-9_:~]+.*\(|[A-Za-z]+\*$)' | sort -u)
+
+while IFS= read -r name; do
+  case $name in
+    *'*') grep -q "^${name%\*}" <<<"$exported" || fail "listed but not exported: $name" ;;
+    *) grep -qxF -- "$name" <<<"$exported" || fail "listed but not exported: $name" ;;
+  esac
+done <<<"$listed"
+while IFS= read -r name; do
+  grep -qxF -- "$name" <<<"$listed" || grep -q "^${name%%(*}\*$" <<<"$listed" || fail "exported but not listed: $name"
+done <<<"$exported"
+
+[ "$(grep -c '^Java_' <<<"$exported")" -eq "$(grep -c '^Java_' <<<"$listed")" ] || fail "JNI functions differ"
+readelf -lW "$library" | awk '$1 == "LOAD" && $NF != "0x4000" {exit 1}' || fail "a LOAD segment is not aligned to 16 KB"
+readelf -dW "$library" | grep -q 'soname: \[libTidalume.so\]' || fail "the soname is not libTidalume.so"
+if readelf -SW "$library" | grep -q gcc_except_table; then fail "the library has code for exceptions"; fi
+if nm -C "$library" | grep -q 'typeinfo for [A-Z]'; then fail "the library has run-time type information"; fi
+echo "check-exports: $(wc -l <<<"$exported") names, as listed"

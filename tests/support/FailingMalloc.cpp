@@ -1,0 +1,35 @@
+#include "tests/support/FailingMalloc.h"
+
+#include <cstddef>
+
+namespace {
+
+int successesLeft = -1;
+bool failed = false;
+
+bool mustFail() {
+    if (successesLeft < 0 || successesLeft-- > 0) return false;
+    failed = true;
+    return true;
+}
+
+} // namespace
+
+bool failingMalloc(int successes) {
+    const bool before = failed;
+    failed = false;
+    successesLeft = successes;
+    return before;
+}
+
+// The linker sends malloc and calloc of all linked objects through here (--wrap).
+extern "C" {
+void* __real_malloc(size_t size);
+void* __real_calloc(size_t count, size_t size);
+void* __wrap_malloc(size_t size) {
+    return mustFail() ? nullptr : __real_malloc(size);
+}
+void* __wrap_calloc(size_t count, size_t size) {
+    return mustFail() ? nullptr : __real_calloc(count, size);
+}
+}
