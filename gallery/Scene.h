@@ -1,0 +1,66 @@
+#pragma once
+
+#include "headless/Picture.h"
+
+#include <string_view>
+#include <vector>
+
+namespace tidalume::gallery {
+
+enum class TouchAction { Down, Move, Up };
+
+/// One change of one finger or of the mouse.
+struct Touch {
+    float x; ///< in pixels from the left
+    float y; ///< in pixels from the top
+    TouchAction action;
+    int pointer = 0; ///< tells fingers apart; 0 to kPointerCount - 1
+};
+
+constexpr int kPointerCount = 10;
+
+/// Something that a person may set while a scene runs.
+struct Parameter {
+    const char* name;  ///< for Scene::set() and for links
+    const char* label; ///< for people
+    float minimum;
+    float maximum;
+    float initial;
+};
+
+/// An effect shown in motion. A front end owns the GL context and the scene, and calls, on the context's thread:
+///
+///     std::unique_ptr<Scene> scene = entry.make();    // draws from lrand48 happen here and in drawFrame()
+///     scene->setUp(width, height, background);
+///     scene->touch(...);                              // any number
+///     scene->drawFrame();                             // 60 times per second of the scene's own time
+///
+/// and setUp() again after each change of size, or after contextLost() once there is a new context.
+class Scene {
+  public:
+    virtual ~Scene() = default;
+
+    /// Makes what depends on the GL context and on the size; the motion goes on where it was.
+    /// @param width, height  of framebuffer 0, in pixels
+    /// @param background     an opaque picture of that size; scenes that show none ignore it
+    virtual void setUp(int width, int height, const Picture& background) = 0;
+
+    /// The GL context is gone: forgets every GL name without a GL call.
+    virtual void contextLost() = 0;
+
+    virtual void touch(const Touch& touch) = 0;
+
+    /// Advances by 1/60 s and draws into framebuffer 0, all of it.
+    virtual void drawFrame() = 0;
+
+    /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp().
+    virtual std::vector<Touch> demonstration(int frame) const = 0;
+
+    /// What may be set, with its range.
+    virtual const std::vector<Parameter>& parameters() const = 0;
+
+    /// Sets one of parameters(); the value is limited to its range, a name that is not there is ignored.
+    virtual void set(std::string_view name, float value) = 0;
+};
+
+} // namespace tidalume::gallery

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "gallery/Scene.h"
+
+#include <memory>
+#include <vector>
+
+namespace tidalume::gallery {
+
+/// One line of the scene table.
+struct SceneEntry {
+    const char* name;     ///< for command lines, file names and links
+    const char* title;    ///< for people
+    const char* sentence; ///< what there is to see
+    std::unique_ptr<Scene> (*make)();
+};
+
+/// Every scene, in the order in which galleries show them. The front ends know scenes by this table alone.
+const std::vector<SceneEntry>& sceneTable();
+
+} // namespace tidalume::gallery

@@ -1,0 +1,127 @@
+#include "gallery/Background.h"
+#include "gallery/headless/IndexPage.h"
+#include "gallery/headless/Options.h"
+#include "headless/Error.h"
+#include "headless/HeadlessContext.h"
+#include "headless/PictureFile.h"
+#include "headless/Pixels.h"
+
+#include <GLES3/gl3.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <new>
+
+using namespace tidalume;
+using namespace tidalume::gallery;
+using headless::Error;
+using headless::HeadlessContext;
+
+namespace {
+
+// Runs a body whose errors come from the value of one argument, which they will name.
+template <typename Body>
+auto about(const std::string& argument, Body body) -> decltype(body()) {
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        throw Error(argument + ": there is not enough memory");
+    } catch (const std::exception& error) {
+        throw Error(argument + ": " + error.what());
+    }
+}
+
+void listScenes() {
+    for (const SceneEntry& entry : sceneTable())
+        std::printf("%-12s %s\n", entry.name, entry.sentence);
+}
+
+std::ofstream openIndex(const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    std::ofstream file(folder / "index.html");
+    if (!file) throw Error(std::strerror(errno));
+    return file;
+}
+
+Picture makeBackground(const Options& options) {
+    if (options.background.empty()) return pebbles(options.width, options.height, options.seed);
+    return about("--background " + options.background,
+                 [&] { return coverFit(headless::readPicture(options.background), options.width, options.height); });
+}
+
+// The animation shows every second frame, 30 for each second: half the bytes, and still smooth.
+bool isShown(int frame) {
+    return frame % 2 == 0;
+}
+
+// For how long, in whole milliseconds that add up to 1/30 s for each shown frame.
+int shownMilliseconds(int frame) {
+    return (frame + 2) * 1000 / 60 - frame * 1000 / 60;
+}
+
+void drawScene(const SceneEntry& entry, const Options& options, const Picture& background) {
+    auto const start = std::chrono::steady_clock::now();
+    std::string const path = (std::filesystem::path(options.out) / entry.name).string();
+    srand48(options.seed);
+    auto const scene = entry.make();
+    scene->setUp(options.width, options.height, background);
+
+    headless::WebPAnimation animation(options.width, options.height);
+    for (int frame = 0; frame < options.frames; ++frame) {
+        for (const Touch& touch : scene->demonstration(frame))
+            scene->touch(touch);
+        scene->drawFrame();
+        if (isShown(frame)) {
+            animation.add(headless::framebufferPicture(options.width, options.height), shownMilliseconds(frame));
+        }
+    }
+    about("--out " + options.out, [&] {
+        headless::writePng(path + ".png", headless::framebufferPicture(options.width, options.height));
+        animation.write(path + ".webp");
+    });
+
+    GLenum const error = glGetError();
+    if (error != GL_NO_ERROR) throw Error("--scene " + std::string(entry.name) + ": GL error " + std::to_string(error));
+
+    std::chrono::duration<double> const elapsed = std::chrono::steady_clock::now() - start;
+    std::printf("%-12s %d frames in %.1f s: %s.png, %s.webp\n", entry.name, options.frames, elapsed.count(),
+                path.c_str(), path.c_str());
+    std::fflush(stdout);
+}
+
+void drawGallery(const Options& options) {
+    auto const context = about("--size " + options.size,
+                               [&] { return std::make_unique<HeadlessContext>(options.width, options.height); });
+    Picture const background = makeBackground(options);
+    std::ofstream index = about("--out " + options.out, [&] { return openIndex(options.out); });
+    std::printf("Driver: %s\n", context->driver().c_str());
+    for (const SceneEntry* scene : options.scenes)
+        drawScene(*scene, options, background);
+    about("--out " + options.out, [&] {
+        index << indexPage(options, context->driver()) << std::flush;
+        if (!index) throw Error(std::strerror(errno));
+    });
+    std::printf("Open %s\n", (std::filesystem::path(options.out) / "index.html").c_str());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options const options = parseOptions(argc, argv);
+    if (options.list) {
+        listScenes();
+        return 0;
+    }
+    try {
+        drawGallery(options);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tidalume-gallery: %s\n", error.what());
+        return 2;
+    }
+    return 0;
+}
