@@ -187,6 +187,18 @@ TEST_P(LifeCycleTest, CacheFilesHaveTheGivenNames) {
     std::filesystem::remove_all(folder);
 }
 
+TEST_P(LifeCycleTest, ShadersPassTheReferenceCompiler) {
+    made()->init();
+    ASSERT_EQ(glRecorder().shaderTexts.size(), static_cast<size_t>(2 * programs));
+    for (const auto& [type, text] : glRecorder().shaderTexts) {
+        const std::string stage = type == GL_VERTEX_SHADER ? "vert" : "frag";
+        FILE* compiler = popen(("glslangValidator --stdin -S " + stage).c_str(), "w");
+        ASSERT_NE(compiler, nullptr);
+        std::fwrite(text.data(), 1, text.size(), compiler);
+        EXPECT_EQ(pclose(compiler), 0) << text;
+    }
+}
+
 /// A driver that refuses one thing at a time: no crash, no leak, and the next good call recovers.
 TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
     using Faults = GLRecorder::Faults;

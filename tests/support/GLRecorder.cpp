@@ -194,8 +194,6 @@ PASS_ON(glGetShaderInfoLog, (GLuint shader, GLsizei size, GLsizei* length, GLcha
 PASS_ON(glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
         (program, size, length, format, binary), "")
 PASS_ON(glLinkProgram, (GLuint program), (program), "")
-PASS_ON(glShaderSource, (GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths),
-        (shader, count, sources, lengths), "")
 PASS_ON(glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
         text(name(target), name(parameter), name(static_cast<GLenum>(value))))
 PASS_ON(glUniform1f, (GLint location, GLfloat v), (location, v), text(glRecorder().uniform(location), v))
@@ -233,7 +231,14 @@ GLuint glCreateShader(GLenum type) {
     glRecorder().call("glCreateShader", type == GL_VERTEX_SHADER ? "vertex" : "fragment");
     const GLuint shader = givesZero("glCreateShader") ? 0 : real<GLuint(GLenum)>("glCreateShader")(type);
     if (shader) glRecorder().live["shader"].insert(shader);
+    glRecorder().typeOfShader[shader] = type;
     return shader;
+}
+
+void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
+    glRecorder().shaderTexts.emplace_back(glRecorder().typeOfShader[shader], sources[0]);
+    glRecorder().call("glShaderSource", "");
+    real<void(GLuint, GLsizei, const GLchar* const*, const GLint*)>("glShaderSource")(shader, count, sources, lengths);
 }
 
 void glDeleteShader(GLuint shader) {

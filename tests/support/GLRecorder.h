@@ -28,6 +28,9 @@ class GLRecorder {
     /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
     std::map<std::string, std::set<GLuint>> live;
 
+    /// Text of every shader that was handed to the driver since the last reset, in order.
+    std::vector<std::pair<GLenum, std::string>> shaderTexts;
+
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
 
@@ -62,6 +65,7 @@ class GLRecorder {
     std::map<GLuint, GLint> formatOfTexture;
     GLuint boundTexture = 0;
     GLuint attachedTexture = 0;
+    std::map<GLuint, GLenum> typeOfShader;
 
   private:
     Calls mCalls;
