@@ -315,9 +315,12 @@ Picture coverFit(const Picture& picture, int width, int height) {
 
     Picture result(width, height);
     std::vector<Color> sums(static_cast<std::size_t>(width));
+    // The source's rows, scaled when they are first needed and dropped after the last time.
     std::vector<std::vector<Color>> scaled(static_cast<std::size_t>(picture.height));
+    std::size_t dropped = 0;
     for (int y = 0; y < height; ++y) {
         const Taps& tap = rows[static_cast<std::size_t>(y)];
+        for (; dropped < static_cast<std::size_t>(tap.first); ++dropped) scaled[dropped] = {};
         std::fill(sums.begin(), sums.end(), Color{0, 0, 0});
         for (std::size_t j = 0; j < tap.weights.size(); ++j) {
             std::vector<Color>& row = scaled[static_cast<std::size_t>(tap.first) + j];

@@ -23,7 +23,7 @@ body { margin: 0; background: var(--page); color: var(--text); font: 16px/1.5 sy
 header, main, footer { max-width: 1280px; margin: 0 auto; padding: 0 24px; }
 header { padding-top: 48px; padding-bottom: 24px; }
 h1 { margin: 0; font-size: clamp(2rem, 6vw, 3.25rem); line-height: 1.1; letter-spacing: -0.02em; }
-h1::after { content: ""; display: block; width: 64px; height: 4px; margin-top: 16px; border-radius: 2px; background: var(--accent); }
+h1::after { content: ""; display: block; width: 64px; height: 4px; margin-top: 16px; background: var(--accent); }
 header p { margin: 16px 0 0; max-width: 60ch; color: var(--quiet); }
 main { display: grid; gap: 24px; grid-template-columns: repeat(auto-fill, minmax(min(100%, 264px), 1fr)); }
 figure { margin: 0; overflow: hidden; border: 1px solid var(--line); border-radius: 16px; background: var(--card); }

@@ -128,8 +128,8 @@ public final class HeadlessContext implements AutoCloseable {
      * @param texture its name
      * @param width its width in texels, at least 1
      * @param height its height in texels, at least 1
-     * @return width * height * 4 values: red, green, blue, alpha of each texel, the bottom row first; a channel that the
-     *     texture lacks is 0, a missing alpha 1
+     * @return width * height * 4 values: red, green, blue, alpha of each texel, the bottom row first; a channel that
+     *     the texture lacks is 0, a missing alpha 1
      * @throws IllegalArgumentException if a size is below 1
      */
     public float[] readTexture(int texture, int width, int height) {
