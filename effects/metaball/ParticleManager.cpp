@@ -2,6 +2,8 @@
 
 static_assert(sizeof(Particle) == 6 * sizeof(float), "particles are handed to GL as an array of six floats each");
 
+// Component by component: compilers turn the pairs of floats into vector operations, which calls of Vector2's
+// operators would keep them from.
 bool ParticleManager::step(float dt) {
     constexpr float damping = 0.998F;
     constexpr float matureAge = 40.0F;
@@ -12,7 +14,7 @@ bool ParticleManager::step(float dt) {
         particle.age += dt;
         particle.position.x += particle.velocity.x * dt;
         particle.position.y += particle.velocity.y * dt;
-        particle.radius -= particle.age > matureAge ? shrinkPerStep : 0.0F;
+        if (particle.age > matureAge) particle.radius -= shrinkPerStep;
     }
     return true;
 }
