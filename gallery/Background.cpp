@@ -320,7 +320,8 @@ Picture coverFit(const Picture& picture, int width, int height) {
     std::size_t dropped = 0;
     for (int y = 0; y < height; ++y) {
         const Taps& tap = rows[static_cast<std::size_t>(y)];
-        for (; dropped < static_cast<std::size_t>(tap.first); ++dropped) scaled[dropped] = {};
+        for (; dropped < static_cast<std::size_t>(tap.first); ++dropped)
+            scaled[dropped] = {};
         std::fill(sums.begin(), sums.end(), Color{0, 0, 0});
         for (std::size_t j = 0; j < tap.weights.size(); ++j) {
             std::vector<Color>& row = scaled[static_cast<std::size_t>(tap.first) + j];

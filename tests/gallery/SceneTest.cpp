@@ -6,12 +6,14 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ostream>
 #include <gtest/gtest.h>
+#include <ostream>
 
 namespace tidalume::gallery {
 
-void PrintTo(const SceneEntry& entry, std::ostream* stream) { *stream << entry.name; }
+void PrintTo(const SceneEntry& entry, std::ostream* stream) {
+    *stream << entry.name;
+}
 
 namespace {
 
