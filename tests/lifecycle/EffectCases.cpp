@@ -1,5 +1,8 @@
+#include "effects/comet/CometRenderer.h"
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "tests/lifecycle/EffectCase.h"
+
+#include <cstdlib>
 
 namespace {
 
@@ -21,9 +24,24 @@ const EffectCase metaball2DRenderer = {
                               [](Metaball2DRenderer&) { return 0U; }),
 };
 
+const EffectCase cometRenderer = {
+    "CometRenderer",
+    {"CometRendererProgramCoreOfComet", "CometRendererProgramTailOfComet"},
+    true,
+    0,
+    false,
+    maker<CometRenderer>([](CometRenderer& effect) { effect.init(); },
+                         [](CometRenderer& effect) {
+                             srand48(1);
+                             effect.push(48.0F, 30.0F, 0);
+                             effect.render(0.6);
+                         },
+                         [](CometRenderer&) { return 0U; }),
+};
+
 } // namespace
 
 const std::vector<EffectCase>& effectCases() {
-    static const std::vector<EffectCase> cases = {metaball2DRenderer};
+    static const std::vector<EffectCase> cases = {metaball2DRenderer, cometRenderer};
     return cases;
 }

@@ -39,7 +39,7 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
     /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.
     std::vector<float> picture(AnyEffect& effect) {
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
-        glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
+        glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         effect.draw();
         takeOwnLines();

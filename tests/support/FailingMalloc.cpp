@@ -1,6 +1,7 @@
 #include "tests/support/FailingMalloc.h"
 
 #include <cstddef>
+#include <new>
 
 namespace {
 
@@ -32,4 +33,12 @@ void* __wrap_malloc(size_t size) {
 void* __wrap_calloc(size_t count, size_t size) {
     return mustFail() ? nullptr : __real_calloc(count, size);
 }
+}
+
+// The memory comes from the throwing forms, so that a sanitizer's bookkeeping stays whole.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return mustFail() ? nullptr : ::operator new(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return mustFail() ? nullptr : ::operator new[](size);
 }

@@ -20,6 +20,16 @@ struct TestPeer {
     TIDALUME_PEEK(mTextureHeight)
     TIDALUME_PEEK(mTexcoords)
     TIDALUME_PEEK(mPrograms)
+    TIDALUME_PEEK(mControlPoints)
+    TIDALUME_PEEK(mCurveCoefficients)
+    TIDALUME_PEEK(mTargetX)
+    TIDALUME_PEEK(mTargetY)
+    TIDALUME_PEEK(mIndices)
+    TIDALUME_PEEK(mProgramCoreOfComet)
+    TIDALUME_PEEK(mProgramTailOfComet)
+    TIDALUME_PEEK(mCoreOfCometVertices)
+    TIDALUME_PEEK(mTailOfCometVertices)
+    TIDALUME_PEEK(mTailOfCometTexcoords)
 
 #undef TIDALUME_PEEK
 };
