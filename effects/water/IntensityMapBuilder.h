@@ -1,0 +1,111 @@
+#pragma once
+
+#include "math/Matrix.h"
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+struct ProgramTable;
+}
+
+/// A height field that is painted, not simulated: lines of drops and horizontal sine waves stay as they were drawn
+/// until something is painted over them.
+///
+///     IntensityMapBuilder heights;
+///     heights.init();
+///     heights.setScreenSize(1080, 1920);
+///     heights.addHorizontalWave(960.0f, 200.0f, 0.3f, 40.0f, 2.0f, 1.0f);
+///     normals.build(heights.getTexture());
+///
+/// A shape's profile is a raised cosine: `strength` on the shape, falling to 0 at distance `radius` and beyond. Where a
+/// shape's rectangle reaches, it replaces what was there, by 0 beyond the radius too; shapes do not add up. Parts
+/// beyond the screen are cut off.
+///
+/// Positions and radii are pixels of the screen, origin top-left, y downwards. The top row of the screen is the last
+/// row of the texture.
+///
+/// All calls but the constructor need the GL context current; client-side arrays need vertex array 0 and no bound
+/// buffer. After a loss of the context call `GLContextDestroyed` on every object first, then `init` and `setScreenSize`
+/// on every object; the field then is flat.
+///
+/// The calls that paint are ignored before `setScreenSize`, with a radius of 0, and with a number that is not finite.
+/// They leave the viewport at the screen, framebuffer 0 and program 0.
+class IntensityMapBuilder {
+  public:
+    IntensityMapBuilder();
+    /// Deletes the object's GL resources and, with the last object of the class, its programs.
+    virtual ~IntensityMapBuilder();
+    IntensityMapBuilder(const IntensityMapBuilder&) = delete;
+    IntensityMapBuilder& operator=(const IntensityMapBuilder&) = delete;
+
+    /// Builds the class's programs where they are missing.
+    void init();
+
+    /// Makes a flat field for a screen of width x height pixels. The same size keeps the field as it is. Leaves the
+    /// texture and framebuffer 0 bound. Makes no field of a size that no texture can have.
+    void setScreenSize(int width, int height);
+
+    /// Paints a line of drops within its bounding box; a round drop where both ends are the same. The caller disables
+    /// blending and depth test.
+    /// @param center, center2  the two ends, (x, y) each
+    /// @param radius           half the width of the line
+    /// @param strength         height on the line
+    /// @param preserveWeight   not used
+    void addDropLine(float* center, float* center2, float radius, float strength, float preserveWeight);
+
+    /// Paints a horizontal sine wave within a band across the whole screen, `waveRadius` + `radius` above and below its
+    /// middle. Disables blending and depth test.
+    /// @param center          y of the band's middle
+    /// @param radius          half the width of the line that follows the curve
+    /// @param strength        height on the curve
+    /// @param waveRadius      amplitude of the curve in pixels
+    /// @param waveCount       periods across the screen
+    /// @param preserveWeight  not used
+    void addHorizontalWave(float center, float radius, float strength, float waveRadius, float waveCount,
+                           float preserveWeight);
+
+    /// Name of the height texture, one half float per pixel of the screen; 0 before `setScreenSize`.
+    GLuint getTexture();
+
+    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    void GLContextDestroyed();
+
+  private:
+    friend struct TestPeer;
+
+    void beginShape(GLuint program);
+    void finishShape(GLint attribute);
+
+    GLuint mTexture;
+    GLuint mFBONormal;
+    float mVertices[12]; ///< the rectangle of the shape that was painted last
+    int mWidth;
+    int mHeight;
+    float mWidthF;
+    float mHeightF;
+    Matrix mMatrixView;
+    Matrix mMatrixMVP; ///< screen pixels to the texture
+
+    static GLuint mProgramDropLine;
+    static GLint mDropLineMatrixMVP;
+    static GLint mDropLineCenter;
+    static GLint mDropLineCenter2;
+    static GLint mDropLineRadius;
+    static GLint mDropLineStrength;
+    static GLint mDropLinePreserveWeight;
+    static GLint mDropLineVertices;
+    static GLuint mProgramHorizontalWave;
+    static GLint mHorizontalWaveMatrixMVP;
+    static GLint mHorizontalWaveCenter;
+    static GLint mHorizontalWaveRadius;
+    static GLint mHorizontalWaveStrength;
+    static GLint mHorizontalWaveWaveRadius;
+    static GLint mHorizontalWaveWaveCount;
+    static GLint mHorizontalWavePreserveWeight;
+    static GLint mHorizontalWaveVertices;
+    static int mInstanceCount;
+
+    static const tidalume::ProgramTable mPrograms;
+};
+
+IntensityMapBuilder* createIntensityMapBuilder();

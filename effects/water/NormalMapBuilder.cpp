@@ -1,0 +1,109 @@
+#include "effects/water/NormalMapBuilder.h"
+
+#include "effects/water/WaterPass.h"
+#include "foundation/ProgramTable.h"
+#include "foundation/RenderTarget.h"
+#include "math/ScreenMapping.h"
+#include "shaders/NormalMapBuilder.h"
+
+namespace shaders = tidalume::shaders::normalMapBuilder;
+
+GLuint NormalMapBuilder::mProgram = 0;
+GLint NormalMapBuilder::mUniformMatrixMVP = -1;
+GLint NormalMapBuilder::mUniformHeightMax = -1;
+GLint NormalMapBuilder::mUniformHeightTexture = -1;
+GLint NormalMapBuilder::mAttribVertices = -1;
+int NormalMapBuilder::mInstanceCount = 0;
+
+const tidalume::ProgramTable NormalMapBuilder::mPrograms = {
+    "NormalMapBuilder",
+    {
+        {&mProgram,
+         "NormalMapBuilderProgram",
+         "createProgram mProgram",
+         shaders::vertex,
+         shaders::fragment,
+         {{&mUniformMatrixMVP, "matrixMVP"},
+          {&mUniformHeightMax, "heightMax"},
+          {&mUniformHeightTexture, "textureHeight"}},
+         {{&mAttribVertices, "vertices"}}},
+    },
+};
+
+namespace {
+
+const tidalume::TargetDescription normalTarget = {
+    1,
+    GL_RGB16F,
+    nullptr,
+    "glGenFramebuffers mFBONormal",
+    {{"glTexImage2D mTextureNormal", "glBindFramebuffer mFBONormal",
+      "glFramebufferTexture2D mFBONormal mTextureNormal"}},
+};
+
+} // namespace
+
+NormalMapBuilder::NormalMapBuilder()
+    : mTextureNormal(0), mFBONormal(0), mHeightMax(100.0F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F) {
+    ++mInstanceCount;
+}
+
+NormalMapBuilder::~NormalMapBuilder() {
+    if (--mInstanceCount == 0) tidalume::deletePrograms(mPrograms);
+    tidalume::deleteTargets(normalTarget, &mTextureNormal, &mFBONormal);
+}
+
+void NormalMapBuilder::init() {
+    tidalume::buildPrograms(mPrograms);
+}
+
+void NormalMapBuilder::setScreenSize(int width, int height) {
+    if (width != mWidth || height != mHeight) tidalume::deleteTargets(normalTarget, &mTextureNormal, &mFBONormal);
+    mWidth = width;
+    mHeight = height;
+    mWidthF = static_cast<float>(width);
+    mHeightF = static_cast<float>(height);
+    // Mirrored twice, by the camera's up and by the bounds: the mapping is that of tidalume::screenCamera.
+    tidalume::buildOrtho({{0.0F, 0.0F, 1.0F}, {0.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, -mWidthF, 0.0F, mHeightF, 0.0F},
+                         &mMatrixView, &mMatrixMVP);
+    tidalume::createTargets(normalTarget, &mTextureNormal, &mFBONormal, mWidth, mHeight);
+    tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF);
+}
+
+void NormalMapBuilder::setHeightMax(float heightMax) {
+    mHeightMax = heightMax;
+}
+
+void NormalMapBuilder::build(GLuint texture) {
+    if (mFBONormal == 0) return;
+
+    glDisable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    glViewport(0, 0, mWidth, mHeight);
+    glBindFramebuffer(GL_FRAMEBUFFER, mFBONormal);
+
+    glUseProgram(mProgram);
+    glUniform1i(mUniformHeightTexture, 0);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glUniform1f(mUniformHeightMax, mHeightMax);
+    glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
+    tidalume::drawQuad(mAttribVertices, mVertices);
+
+    glFlush();
+    glUseProgram(0);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+GLuint NormalMapBuilder::getTexture() {
+    return mTextureNormal;
+}
+
+void NormalMapBuilder::GLContextDestroyed() {
+    tidalume::forgetPrograms(mPrograms);
+    tidalume::forgetTargets(normalTarget, &mTextureNormal, &mFBONormal);
+}
+
+NormalMapBuilder* createNormalMapBuilder() {
+    return new NormalMapBuilder();
+}

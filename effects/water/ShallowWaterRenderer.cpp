@@ -1,0 +1,170 @@
+#include "effects/water/ShallowWaterRenderer.h"
+
+#include "foundation/Diagnostics.h"
+#include "foundation/ProgramTable.h"
+#include "math/ScreenMapping.h"
+#include "shaders/ShallowWaterRenderer.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace shaders = tidalume::shaders::shallowWaterRenderer;
+
+GLuint ShallowWaterRenderer::mProgram = 0;
+GLint ShallowWaterRenderer::mUniformTextureNormal = -1;
+GLint ShallowWaterRenderer::mUniformTextureHeight = -1;
+GLint ShallowWaterRenderer::mUniformTextureBG = -1;
+GLint ShallowWaterRenderer::mUniformMatrixMVP = -1;
+GLint ShallowWaterRenderer::mUniformHeightMax = -1;
+GLint ShallowWaterRenderer::mUniformLight = -1;
+GLint ShallowWaterRenderer::mUniformMaterialSpecular = -1;
+GLint ShallowWaterRenderer::mUniformMaterialShininess = -1;
+GLint ShallowWaterRenderer::mUniformScreenWidth = -1;
+GLint ShallowWaterRenderer::mUniformScreenHeight = -1;
+GLint ShallowWaterRenderer::mUniformTextureFlip = -1;
+GLint ShallowWaterRenderer::mAttribVertices = -1;
+GLint ShallowWaterRenderer::mAttribTexcoords = -1;
+int ShallowWaterRenderer::mInstanceCount = 0;
+
+const tidalume::ProgramTable ShallowWaterRenderer::mPrograms = {
+    "ShallowWaterRenderer",
+    {
+        {&mProgram,
+         "ShallowWaterRendererProgram",
+         "createProgram mProgram",
+         shaders::vertex,
+         shaders::fragment,
+         {{&mUniformTextureNormal, "textureNormal"},
+          {&mUniformTextureHeight, "textureHeight"},
+          {&mUniformTextureBG, "textureBG"},
+          {&mUniformMatrixMVP, "matrixMVP"},
+          {&mUniformHeightMax, "heightMax"},
+          {&mUniformLight, "light"},
+          {&mUniformMaterialSpecular, "materialSpecular"},
+          {&mUniformMaterialShininess, "materialShininess"},
+          {&mUniformScreenWidth, "screenWidth"},
+          {&mUniformScreenHeight, "screenHeight"},
+          {&mUniformTextureFlip, "textureFlip"}},
+         {{&mAttribVertices, "vertices"}, {&mAttribTexcoords, "texcoords"}}},
+    },
+};
+
+ShallowWaterRenderer::ShallowWaterRenderer()
+    : mDrawFrameBuffer(0), mTextureBG(0), mLight(-3.0F, 8.0F, 7.0F), mMaterialSpecular(0.0F), mMaterialShininess(50.0F),
+      mBGFlip(0.0F), mHeightMax(100.0F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mHalfWidthF(0.0F),
+      mHalfHeightF(0.0F) {
+    mLight.normalize();
+    ++mInstanceCount;
+}
+
+ShallowWaterRenderer::~ShallowWaterRenderer() {
+    if (--mInstanceCount == 0) tidalume::deletePrograms(mPrograms);
+}
+
+void ShallowWaterRenderer::init() {
+    tidalume::buildPrograms(mPrograms);
+}
+
+void ShallowWaterRenderer::setScreenSize(int width, int height) {
+    mWidth = width;
+    mHeight = height;
+    mWidthF = static_cast<float>(width);
+    mHeightF = static_cast<float>(height);
+    mHalfWidthF = mWidthF * 0.5F;
+    mHalfHeightF = mHeightF * 0.5F;
+
+    Vector3 eye(0.0F, 0.0F, mWidthF);
+    Vector3 at(0.0F, 0.0F, 0.0F);
+    Vector3 up(0.0F, 1.0F, 0.0F);
+    mMatrixView.LookAtRH(&eye.x, &at.x, &up.x);
+    // The near plane lies halfway to the quad, so half of the quad's extents there cover it exactly.
+    mMatrixMVP.PerspectiveOffCenterRH(-mWidthF * 0.25F, mWidthF * 0.25F, -mHeightF * 0.25F, mHeightF * 0.25F,
+                                      mHalfWidthF, mHalfWidthF * 3.0F);
+    mMatrixMVP.mul(&mMatrixView, &mMatrixMVP);
+
+    tidalume::setQuad(mVertices, -mHalfWidthF, -mHalfHeightF, mHalfWidthF, mHalfHeightF);
+    const float texcoords[8] = {0.0F, 1.0F, 1.0F, 1.0F, 0.0F, 0.0F, 1.0F, 0.0F};
+    std::copy(std::begin(texcoords), std::end(texcoords), mTexcoords);
+}
+
+void ShallowWaterRenderer::setHeightMax(float heightMax) {
+    mHeightMax = heightMax;
+}
+
+void ShallowWaterRenderer::setDrawFrameBuffer(GLuint framebuffer) {
+    mDrawFrameBuffer = framebuffer;
+}
+
+void ShallowWaterRenderer::setBGFlip(bool flip) {
+    mBGFlip = flip ? 1.0F : 0.0F;
+}
+
+void ShallowWaterRenderer::setTexture(int texture) {
+    mTextureBG = static_cast<GLuint>(texture);
+}
+
+void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
+    if (mWidth < 1 || mHeight < 1) return;
+
+    glDisable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    glViewport(0, 0, mWidth, mHeight);
+    glBindFramebuffer(GL_FRAMEBUFFER, mDrawFrameBuffer);
+
+    glUseProgram(mProgram);
+    glUniform1f(mUniformHeightMax, mHeightMax);
+    checkGLError("glUniform1f maxHeight");
+    glUniform3fv(mUniformLight, 1, &mLight.x);
+    checkGLError("glUniform3fv light");
+    glUniform1f(mUniformMaterialSpecular, mMaterialSpecular);
+    checkGLError("glUniform1f materialSpecular");
+    glUniform1f(mUniformMaterialShininess, mMaterialShininess);
+    checkGLError("glUniform1f materialShininess");
+    glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
+    checkGLError("glUniformMatrix4fv matrixMVP");
+    glUniform1f(mUniformScreenWidth, mWidthF);
+    checkGLError("glUniform1f screenWidth");
+    glUniform1f(mUniformScreenHeight, mHeightF);
+    checkGLError("glUniform1f screenHeight");
+    glUniform1f(mUniformTextureFlip, mBGFlip);
+    checkGLError("glUniform1b mBGFlip");
+
+    glUniform1i(mUniformTextureNormal, 0);
+    glUniform1i(mUniformTextureHeight, 1);
+    glUniform1i(mUniformTextureBG, 2);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, textureNormal);
+    glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, textureHeight);
+    glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, mTextureBG);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_MIRRORED_REPEAT);
+
+    glVertexAttribPointer(mAttribVertices, 3, GL_FLOAT, GL_FALSE, 0, mVertices);
+    glEnableVertexAttribArray(mAttribVertices);
+    glVertexAttribPointer(mAttribTexcoords, 2, GL_FLOAT, GL_FALSE, 0, mTexcoords);
+    glEnableVertexAttribArray(mAttribTexcoords);
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+
+    glDisableVertexAttribArray(mAttribTexcoords);
+    glDisableVertexAttribArray(mAttribVertices);
+    glActiveTexture(GL_TEXTURE2);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glActiveTexture(GL_TEXTURE1);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glUseProgram(0);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+}
+
+void ShallowWaterRenderer::GLContextDestroyed() {
+    tidalume::forgetPrograms(mPrograms);
+}
+
+ShallowWaterRenderer* createShallowWaterRenderer() {
+    return new ShallowWaterRenderer();
+}

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "math/Matrix.h"
+#include "math/Vector3.h"
+
+#include <GLES3/gl3.h>
+
+namespace tidalume {
+struct ProgramTable;
+}
+
+/// Draws a picture as if it lay on the ground under water.
+///
+///     ShallowWaterRenderer renderer;
+///     renderer.init();
+///     renderer.setScreenSize(1080, 1920);
+///     renderer.setTexture(picture);
+///     // per frame
+///     renderer.render(heights, normals);
+///
+/// At every pixel a ray that looks straight down is refracted at the surface (indices 1 for air, 1.33 for water), with
+/// the x and y of the normal exchanged, and followed from the height of the surface down to the picture, which is
+/// stretched over the screen. Flat water shows the picture as it is, and so does water of height 0. Beyond its border
+/// the picture goes on as at the border. The result's alpha is the picture's.
+///
+/// The quad lies in a frame of pixels with its origin in the middle of the screen, y upwards, seen by a camera one
+/// screen width in front of it.
+///
+/// All calls but the constructor and the setters need the GL context current; client-side arrays need vertex array 0
+/// and no bound buffer. The object makes no textures and no framebuffers. After a loss of the context call
+/// `GLContextDestroyed` on every object first, then `init` on every object, and set the texture and the framebuffer
+/// of the new context.
+class ShallowWaterRenderer {
+  public:
+    ShallowWaterRenderer();
+    /// Deletes the class's program with the last object of the class.
+    virtual ~ShallowWaterRenderer();
+    ShallowWaterRenderer(const ShallowWaterRenderer&) = delete;
+    ShallowWaterRenderer& operator=(const ShallowWaterRenderer&) = delete;
+
+    /// Builds the class's program where it is missing.
+    void init();
+
+    /// Stores the size of the screen in pixels. Makes no GL call.
+    void setScreenSize(int width, int height);
+
+    /// Factor from a stored height to pixels above the ground. 100 by default. The normal map has one of its own.
+    void setHeightMax(float heightMax);
+
+    /// The framebuffer that `render` draws into; 0 by default.
+    void setDrawFrameBuffer(GLuint framebuffer);
+
+    /// Whether the picture is mirrored top to bottom. Its first row is at the bottom of the screen by default, as of
+    /// rendered textures; bitmaps are uploaded from the top and need the flip.
+    void setBGFlip(bool flip);
+
+    /// The picture's texture name, of any size.
+    void setTexture(int texture);
+
+    /// Draws the whole screen. Ignored before `setScreenSize` and for a screen with a side below 1.
+    ///
+    /// Sets linear filters and mirrored repetition on the picture's texture, which stay set; one without further mipmap
+    /// levels is enough. Leaves blending and depth test disabled, the viewport at the screen, units 0 to 2 without
+    /// a texture, unit 0 active, program 0, and framebuffer 0 whichever it drew into.
+    /// @param textureHeight  height field, red channel, of any size: read with the filters set on it
+    /// @param textureNormal  normal map of the same heights
+    void render(GLuint textureHeight, GLuint textureNormal);
+
+    /// Forgets the class's program without a GL call, for a context that is gone. The names of the picture and of the
+    /// framebuffer stay as they were set.
+    void GLContextDestroyed();
+
+  private:
+    friend struct TestPeer;
+
+    GLuint mDrawFrameBuffer;
+    GLuint mTextureBG;
+    Vector3 mLight;          ///< unit direction towards the light
+    float mMaterialSpecular; ///< 0: without highlights
+    float mMaterialShininess;
+    float mBGFlip; ///< 1: mirrored, 0: not
+    float mVertices[12];
+    float mTexcoords[8];
+    float mHeightMax;
+    int mWidth;
+    int mHeight;
+    float mWidthF;
+    float mHeightF;
+    float mHalfWidthF;
+    float mHalfHeightF;
+    Matrix mMatrixView;
+    Matrix mMatrixMVP; ///< centred pixels to the screen
+
+    static GLuint mProgram;
+    static GLint mUniformTextureNormal;
+    static GLint mUniformTextureHeight;
+    static GLint mUniformTextureBG;
+    static GLint mUniformMatrixMVP;
+    static GLint mUniformHeightMax;
+    static GLint mUniformLight;
+    static GLint mUniformMaterialSpecular;
+    static GLint mUniformMaterialShininess;
+    static GLint mUniformScreenWidth;
+    static GLint mUniformScreenHeight;
+    static GLint mUniformTextureFlip;
+    static GLint mAttribVertices;
+    static GLint mAttribTexcoords;
+    static int mInstanceCount;
+
+    static const tidalume::ProgramTable mPrograms;
+};
+
+ShallowWaterRenderer* createShallowWaterRenderer();
