@@ -24,6 +24,7 @@ struct EffectCase {
     std::vector<std::string> cacheNames; ///< of its programs
     bool sharesPrograms;                 ///< among all objects of the class
     int targets;                         ///< textures, each with a framebuffer, per object
+    int channels;                        ///< of what it draws; a wider format holds anything in its further ones
     bool logsOnDraw;                     ///< writes log lines of its own when it draws
     std::function<std::unique_ptr<AnyEffect>()> make;
 };

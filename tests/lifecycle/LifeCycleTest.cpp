@@ -36,15 +36,22 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
         return effect;
     }
 
-    /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.
+    /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture: the effect's own
+    /// channels.
     std::vector<float> picture(AnyEffect& effect) {
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
         glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         effect.draw();
         takeOwnLines();
-        return effect.texture() ? tidalume::headless::readTexture(effect.texture(), width, height).rgba
-                                : tidalume::headless::readFramebuffer(width, height).rgba;
+        const std::vector<float> rgba = effect.texture()
+                                            ? tidalume::headless::readTexture(effect.texture(), width, height).rgba
+                                            : tidalume::headless::readFramebuffer(width, height).rgba;
+        std::vector<float> drawn;
+        for (size_t i = 0; i < rgba.size(); ++i) {
+            if (i % 4 < static_cast<size_t>(effectCase.channels)) drawn.push_back(rgba[i]);
+        }
+        return drawn;
     }
 
     void takeOwnLines() {
