@@ -45,7 +45,7 @@ class Random {
 };
 
 float smoothstep(float low, float high, float value) {
-    float const share = std::clamp((value - low) / (high - low), 0.0F, 1.0F);
+    const float share = std::clamp((value - low) / (high - low), 0.0F, 1.0F);
     return share * share * (3.0F - 2.0F * share);
 }
 
@@ -59,14 +59,14 @@ float gridNoise(int x, int y, std::uint32_t salt) {
 }
 
 float smoothNoise(float x, float y, std::uint32_t salt) {
-    float const column = std::floor(x);
-    float const row = std::floor(y);
-    float const right = smoothstep(0, 1, x - column);
-    float const down = smoothstep(0, 1, y - row);
-    auto const i = static_cast<int>(column);
-    auto const j = static_cast<int>(row);
-    float const upper = gridNoise(i, j, salt) * (1 - right) + gridNoise(i + 1, j, salt) * right;
-    float const lower = gridNoise(i, j + 1, salt) * (1 - right) + gridNoise(i + 1, j + 1, salt) * right;
+    const float column = std::floor(x);
+    const float row = std::floor(y);
+    const float right = smoothstep(0, 1, x - column);
+    const float down = smoothstep(0, 1, y - row);
+    const auto i = static_cast<int>(column);
+    const auto j = static_cast<int>(row);
+    const float upper = gridNoise(i, j, salt) * (1 - right) + gridNoise(i + 1, j, salt) * right;
+    const float lower = gridNoise(i, j + 1, salt) * (1 - right) + gridNoise(i + 1, j + 1, salt) * right;
     return upper * (1 - down) + lower * down;
 }
 
@@ -93,11 +93,11 @@ class Canvas {
 
     // Draws a pebble with the soft shadow that it throws to the lower right on what lies below it.
     void draw(const Pebble& pebble) {
-        float const reach = pebble.radius * 1.35F + 1;
-        int const left = std::max(0, static_cast<int>(pebble.x - reach));
-        int const right = std::min(mWidth - 1, static_cast<int>(pebble.x + reach));
-        int const top = std::max(0, static_cast<int>(pebble.y - reach));
-        int const bottom = std::min(mHeight - 1, static_cast<int>(pebble.y + reach));
+        const float reach = pebble.radius * 1.35F + 1;
+        const int left = std::max(0, static_cast<int>(pebble.x - reach));
+        const int right = std::min(mWidth - 1, static_cast<int>(pebble.x + reach));
+        const int top = std::max(0, static_cast<int>(pebble.y - reach));
+        const int bottom = std::min(mHeight - 1, static_cast<int>(pebble.y + reach));
         for (int y = top; y <= bottom; ++y) {
             for (int x = left; x <= right; ++x)
                 drawPixel(pebble, x, y);
@@ -108,7 +108,7 @@ class Canvas {
         Picture picture(mWidth, mHeight);
         std::uint8_t* out = picture.rgba.data();
         for (const Color& color : mColors) {
-            for (float const channel : {color.red, color.green, color.blue}) {
+            for (const float channel : {color.red, color.green, color.blue}) {
                 // The square root serves as the display's gamma.
                 *out++ = static_cast<std::uint8_t>(std::sqrt(std::clamp(channel, 0.0F, 1.0F)) * 255.0F + 0.5F);
             }
@@ -120,27 +120,27 @@ class Canvas {
   private:
     // Distance from the middle in units of the outline: 1 on it.
     static float distance(const Pebble& pebble, float u, float v) {
-        float const square = u * u + v * v;
+        const float square = u * u + v * v;
         // cos 3a and sin 3a times the cubed distance, without the angle a.
-        float const lobe =
+        const float lobe =
             u * (u * u - 3 * v * v) * pebble.lobePhase + v * (3 * u * u - v * v) * (1 - pebble.lobePhase);
         return std::sqrt(square) + pebble.lobes * lobe / (0.3F + square);
     }
 
     void drawPixel(const Pebble& pebble, int x, int y) {
-        float const dx = static_cast<float>(x) - pebble.x;
-        float const dy = static_cast<float>(y) - pebble.y;
-        float const u = (dx * pebble.cosine + dy * pebble.sine) / pebble.radius;
-        float const v = (dy * pebble.cosine - dx * pebble.sine) / (pebble.radius * pebble.flattening);
-        float const d = distance(pebble, u, v);
+        const float dx = static_cast<float>(x) - pebble.x;
+        const float dy = static_cast<float>(y) - pebble.y;
+        const float u = (dx * pebble.cosine + dy * pebble.sine) / pebble.radius;
+        const float v = (dy * pebble.cosine - dx * pebble.sine) / (pebble.radius * pebble.flattening);
+        const float d = distance(pebble, u, v);
         if (d > 1.5F) return;
         Color& pixel = at(x, y);
 
-        float const coverage = std::clamp((1 - d) * pebble.radius * pebble.flattening, 0.0F, 1.0F);
+        const float coverage = std::clamp((1 - d) * pebble.radius * pebble.flattening, 0.0F, 1.0F);
         if (coverage < 1) {
-            float const shiftedU = u - 0.16F * (pebble.cosine + pebble.sine);
-            float const shiftedV = v - 0.16F * (pebble.cosine - pebble.sine) / pebble.flattening;
-            float const shadow = 1 - smoothstep(0.75F, 1.3F, distance(pebble, shiftedU, shiftedV));
+            const float shiftedU = u - 0.16F * (pebble.cosine + pebble.sine);
+            const float shiftedV = v - 0.16F * (pebble.cosine - pebble.sine) / pebble.flattening;
+            const float shadow = 1 - smoothstep(0.75F, 1.3F, distance(pebble, shiftedU, shiftedV));
             pixel = pixel * (1 - 0.72F * shadow);
         }
         if (coverage > 0) pixel = mix(pixel, surface(pebble, dx, dy, u, v, d), coverage);
@@ -148,23 +148,23 @@ class Canvas {
 
     static Color surface(const Pebble& pebble, float dx, float dy, float u, float v, float d) {
         // A flat top that bends down towards the outline: the slope grows with the cube of the distance.
-        float const slope = 1.5F * d * d;
-        float const slopeX = slope * (u * pebble.cosine - v * pebble.sine);
-        float const slopeY = slope * (u * pebble.sine + v * pebble.cosine);
-        float const length = std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
+        const float slope = 1.5F * d * d;
+        const float slopeX = slope * (u * pebble.cosine - v * pebble.sine);
+        const float slopeY = slope * (u * pebble.sine + v * pebble.cosine);
+        const float length = std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
         // Light from the upper left, the direction (-0.45, -0.6, 0.66).
-        float const light = std::max(0.0F, (-0.45F * slopeX - 0.6F * slopeY + 0.66F) / length);
+        const float light = std::max(0.0F, (-0.45F * slopeX - 0.6F * slopeY + 0.66F) / length);
 
-        float const mottling = smoothNoise(dx * 0.09F, dy * 0.09F, pebble.salt) * 0.16F;
-        float const grain =
+        const float mottling = smoothNoise(dx * 0.09F, dy * 0.09F, pebble.salt) * 0.16F;
+        const float grain =
             gridNoise(static_cast<int>(dx * 0.8F + 512), static_cast<int>(dy * 0.8F + 512), pebble.salt) * 0.07F;
-        float const band = u * 0.5F + v * 0.8F + 0.12F * smoothNoise(dx * 0.06F + 7, dy * 0.06F, pebble.salt);
-        float const vein = pebble.vein * (1 - smoothstep(0.03F, 0.09F, std::fabs(band - 0.15F)));
-        Color const color = mix(pebble.color * (1 + mottling + grain), Color{0.8F, 0.78F, 0.72F}, vein);
+        const float band = u * 0.5F + v * 0.8F + 0.12F * smoothNoise(dx * 0.06F + 7, dy * 0.06F, pebble.salt);
+        const float vein = pebble.vein * (1 - smoothstep(0.03F, 0.09F, std::fabs(band - 0.15F)));
+        const Color color = mix(pebble.color * (1 + mottling + grain), Color{0.8F, 0.78F, 0.72F}, vein);
 
-        float const gloss = std::pow(light, 24.0F) * 0.10F;
-        float const brightness = 0.16F + 1.15F * light;
-        Color const lit = color * brightness;
+        const float gloss = std::pow(light, 24.0F) * 0.10F;
+        const float brightness = 0.16F + 1.15F * light;
+        const Color lit = color * brightness;
         return {lit.red + gloss, lit.green + gloss, lit.blue + gloss};
     }
 
@@ -175,21 +175,21 @@ class Canvas {
 
 Color pebbleColor(Random& random) {
     // Linear light: slate, basalt, granite, sandstone, ochre, rust, sage, quartz.
-    static constexpr std::array<Color, 8> kStones = {{{0.13F, 0.17F, 0.20F},
-                                                      {0.06F, 0.065F, 0.07F},
-                                                      {0.27F, 0.26F, 0.25F},
-                                                      {0.38F, 0.30F, 0.21F},
-                                                      {0.36F, 0.23F, 0.11F},
-                                                      {0.24F, 0.11F, 0.07F},
-                                                      {0.17F, 0.20F, 0.14F},
-                                                      {0.62F, 0.59F, 0.53F}}};
-    const Color& stone = kStones[random.next() % kStones.size()];
-    const Color& other = kStones[random.next() % kStones.size()];
+    static constexpr std::array<Color, 8> stones = {{{0.13F, 0.17F, 0.20F},
+                                                     {0.06F, 0.065F, 0.07F},
+                                                     {0.27F, 0.26F, 0.25F},
+                                                     {0.38F, 0.30F, 0.21F},
+                                                     {0.36F, 0.23F, 0.11F},
+                                                     {0.24F, 0.11F, 0.07F},
+                                                     {0.17F, 0.20F, 0.14F},
+                                                     {0.62F, 0.59F, 0.53F}}};
+    const Color& stone = stones[random.next() % stones.size()];
+    const Color& other = stones[random.next() % stones.size()];
     return mix(stone, other, random.between(0, 0.35F)) * random.between(0.75F, 1.2F);
 }
 
 Pebble makePebble(float x, float y, float radius, Random& random) {
-    float const angle = random.between(0, 6.2831853F);
+    const float angle = random.between(0, 6.2831853F);
     Pebble pebble = {};
     pebble.x = x;
     pebble.y = y;
@@ -213,15 +213,15 @@ struct Bed {
 };
 
 void drawBed(Canvas& canvas, int width, int height, const Bed& bed, float unit, Random& random) {
-    float const spacing = bed.spacing * unit;
-    int const columns = static_cast<int>(static_cast<float>(width) / spacing) + 3;
-    int const rows = static_cast<int>(static_cast<float>(height) / spacing) + 3;
+    const float spacing = bed.spacing * unit;
+    const int columns = static_cast<int>(static_cast<float>(width) / spacing) + 3;
+    const int rows = static_cast<int>(static_cast<float>(height) / spacing) + 3;
     std::vector<Pebble> pebbles;
     for (int row = -1; row < rows; ++row) {
         for (int column = -1; column < columns; ++column) {
-            float const x = (static_cast<float>(column) + random.between(0, 1)) * spacing;
-            float const y = (static_cast<float>(row) + random.between(0, 1)) * spacing;
-            float const radius = random.between(bed.smallest, bed.largest) * unit;
+            const float x = (static_cast<float>(column) + random.between(0, 1)) * spacing;
+            const float y = (static_cast<float>(row) + random.between(0, 1)) * spacing;
+            const float radius = random.between(bed.smallest, bed.largest) * unit;
             if (random.between(0, 1) < bed.share) pebbles.push_back(makePebble(x, y, radius, random));
         }
     }
@@ -236,9 +236,9 @@ void drawBed(Canvas& canvas, int width, int height, const Bed& bed, float unit, 
 void tint(Canvas& canvas, int width, int height, float unit, std::uint32_t salt) {
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            float const across = static_cast<float>(x) / (180.0F * unit);
-            float const down = static_cast<float>(y) / (180.0F * unit);
-            float const depth = 0.5F + 0.5F * smoothNoise(across, down, salt);
+            const float across = static_cast<float>(x) / (180.0F * unit);
+            const float down = static_cast<float>(y) / (180.0F * unit);
+            const float depth = 0.5F + 0.5F * smoothNoise(across, down, salt);
             Color& pixel = canvas.at(x, y);
             pixel = {pixel.red * (1.12F - 0.42F * depth), pixel.green * (1.14F - 0.22F * depth),
                      pixel.blue * (1.12F - 0.16F * depth)};
@@ -254,18 +254,18 @@ struct Taps {
 
 // A triangle filter that spans at least one result pixel, so that shrinking does not alias.
 std::vector<Taps> tapsFor(int sourceLength, int resultLength, double scale) {
-    double const reach = std::max(1.0, 1.0 / scale);
-    double const start = (sourceLength - resultLength / scale) / 2;
+    const double reach = std::max(1.0, 1.0 / scale);
+    const double start = (sourceLength - resultLength / scale) / 2;
     std::vector<Taps> taps(static_cast<std::size_t>(resultLength));
     for (int i = 0; i < resultLength; ++i) {
-        double const middle = start + (i + 0.5) / scale - 0.5;
-        int const first = std::clamp(static_cast<int>(std::floor(middle - reach)) + 1, 0, sourceLength - 1);
-        int const last = std::clamp(static_cast<int>(std::ceil(middle + reach)) - 1, first, sourceLength - 1);
+        const double middle = start + (i + 0.5) / scale - 0.5;
+        const int first = std::clamp(static_cast<int>(std::floor(middle - reach)) + 1, 0, sourceLength - 1);
+        const int last = std::clamp(static_cast<int>(std::ceil(middle + reach)) - 1, first, sourceLength - 1);
         Taps& tap = taps[static_cast<std::size_t>(i)];
         tap.first = first;
         double sum = 0;
         for (int j = first; j <= last; ++j) {
-            double const weight = std::max(1e-6, 1 - std::abs(j - middle) / reach);
+            const double weight = std::max(1e-6, 1 - std::abs(j - middle) / reach);
             tap.weights.push_back(static_cast<float>(weight));
             sum += weight;
         }
@@ -282,8 +282,8 @@ std::vector<Color> scaledRow(const Picture& picture, int y, const std::vector<Ta
     for (const Taps& tap : columns) {
         Color sum = {0, 0, 0};
         const std::uint8_t* pixel = picture.pixel(tap.first, y);
-        for (float const weight : tap.weights) {
-            float const share = weight * static_cast<float>(pixel[3]) / 255.0F;
+        for (const float weight : tap.weights) {
+            const float share = weight * static_cast<float>(pixel[3]) / 255.0F;
             sum.red += share * static_cast<float>(pixel[0]);
             sum.green += share * static_cast<float>(pixel[1]);
             sum.blue += share * static_cast<float>(pixel[2]);
@@ -297,21 +297,21 @@ std::vector<Color> scaledRow(const Picture& picture, int y, const std::vector<Ta
 } // namespace
 
 Picture pebbles(int width, int height, std::uint32_t seed) {
-    constexpr std::array<Bed, 3> kBeds = {{{11, 5, 9, 0.95F}, {31, 13, 24, 0.8F}, {78, 30, 50, 0.62F}}};
+    constexpr std::array<Bed, 3> beds = {{{11, 5, 9, 0.95F}, {31, 13, 24, 0.8F}, {78, 30, 50, 0.62F}}};
     Random random(seed);
-    float const unit = std::max(0.1F, static_cast<float>(std::min(width, height)) / 540.0F);
+    const float unit = std::max(0.1F, static_cast<float>(std::min(width, height)) / 540.0F);
     Canvas canvas(width, height);
-    for (const Bed& bed : kBeds)
+    for (const Bed& bed : beds)
         drawBed(canvas, width, height, bed, unit, random);
     tint(canvas, width, height, unit, random.next());
     return canvas.picture();
 }
 
 Picture coverFit(const Picture& picture, int width, int height) {
-    double const scale =
+    const double scale =
         std::max(static_cast<double>(width) / picture.width, static_cast<double>(height) / picture.height);
-    std::vector<Taps> const columns = tapsFor(picture.width, width, scale);
-    std::vector<Taps> const rows = tapsFor(picture.height, height, scale);
+    const std::vector<Taps> columns = tapsFor(picture.width, width, scale);
+    const std::vector<Taps> rows = tapsFor(picture.height, height, scale);
 
     Picture result(width, height);
     std::vector<Color> sums(static_cast<std::size_t>(width));

@@ -10,7 +10,7 @@ PictureTexture::~PictureTexture() {
 
 void PictureTexture::load(const Picture& picture) {
     Picture flipped(picture.width, picture.height);
-    auto const rowLength = static_cast<std::ptrdiff_t>(picture.width) * 4;
+    const auto rowLength = static_cast<std::ptrdiff_t>(picture.width) * 4;
     for (int y = 0; y < picture.height; ++y) {
         std::copy_n(picture.pixel(0, picture.height - 1 - y), rowLength, flipped.pixel(0, y));
     }

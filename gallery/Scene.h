@@ -14,10 +14,10 @@ struct Touch {
     float x; ///< in pixels from the left
     float y; ///< in pixels from the top
     TouchAction action;
-    int pointer = 0; ///< tells fingers apart; 0 to kPointerCount - 1
+    int pointer = 0; ///< tells fingers apart; 0 to pointerCount - 1
 };
 
-constexpr int kPointerCount = 10;
+constexpr int pointerCount = 10;
 
 /// Something that a person may set while a scene runs.
 struct Parameter {

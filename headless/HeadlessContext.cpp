@@ -19,8 +19,8 @@ namespace {
 
 // The display is shared by all contexts of the process, so that no context ends it for the others.
 EGLDisplay sharedDisplay() {
-    static EGLDisplay const display = [] {
-        EGLDisplay const opened = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    static const EGLDisplay display = [] {
+        const EGLDisplay opened = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
         if (opened == EGL_NO_DISPLAY) {
             throw Error("EGL has no surfaceless platform (EGL_MESA_platform_surfaceless); Mesa 22 or later has one");
         }
@@ -60,7 +60,7 @@ void checkExtent(const char* name, int extent, int limit) {
 }
 
 const char* glString(GLenum name) {
-    auto const* text = reinterpret_cast<const char*>(glGetString(name));
+    const auto* text = reinterpret_cast<const char*>(glGetString(name));
     return text != nullptr ? text : "unknown";
 }
 
@@ -93,7 +93,7 @@ void HeadlessContext::recreate() {
 }
 
 void HeadlessContext::resize(int width, int height) {
-    EGLSurface const replaced = mSurface;
+    const EGLSurface replaced = mSurface;
     mSurface = createSurface(width, height);
     mWidth = width;
     mHeight = height;
@@ -122,7 +122,7 @@ EGLSurface HeadlessContext::createSurface(int width, int height) const {
     checkExtent("height", height, heightLimit);
 
     const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-    EGLSurface const surface = eglCreatePbufferSurface(mDisplay, mConfig, size);
+    const EGLSurface surface = eglCreatePbufferSurface(mDisplay, mConfig, size);
     if (surface == EGL_NO_SURFACE) fail("eglCreatePbufferSurface");
     return surface;
 }

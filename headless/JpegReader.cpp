@@ -98,16 +98,16 @@ class ExifBlock {
 
 // The EXIF tag Orientation (0x0112) of the first directory: 1 to 8; 1, upright, where there is none.
 unsigned orientationOf(const jpeg_decompress_struct& info) {
-    constexpr std::size_t kHeader = 6; // "Exif", 0, 0
-    constexpr unsigned kOrientation = 0x0112;
+    constexpr std::size_t header = 6; // "Exif", 0, 0
+    constexpr unsigned orientation = 0x0112;
     for (jpeg_saved_marker_ptr marker = info.marker_list; marker != nullptr; marker = marker->next) {
-        if (marker->data_length < kHeader || std::memcmp(marker->data, "Exif\0", kHeader) != 0) continue;
-        ExifBlock const exif(marker->data + kHeader, marker->data_length - kHeader);
-        std::size_t const directory = exif.number(4, 4);
-        unsigned const entries = exif.number(directory, 2);
+        if (marker->data_length < header || std::memcmp(marker->data, "Exif\0", header) != 0) continue;
+        const ExifBlock exif(marker->data + header, marker->data_length - header);
+        const std::size_t directory = exif.number(4, 4);
+        const unsigned entries = exif.number(directory, 2);
         for (unsigned i = 0; i < entries; ++i) {
-            std::size_t const entry = directory + 2 + std::size_t{i} * 12;
-            if (exif.number(entry, 2) == kOrientation) return exif.number(entry + 8, 2);
+            const std::size_t entry = directory + 2 + std::size_t{i} * 12;
+            if (exif.number(entry, 2) == orientation) return exif.number(entry + 8, 2);
         }
     }
     return 1;
@@ -116,14 +116,14 @@ unsigned orientationOf(const jpeg_decompress_struct& info) {
 // Orientations 5 to 8 exchange rows and columns; then the picture is mirrored along x, y, both or neither.
 Picture turnedUpright(const Picture& stored, unsigned orientation) {
     if (orientation < 2 || orientation > 8) return stored;
-    bool const exchanged = orientation >= 5;
-    bool const mirroredX = orientation == 2 || orientation == 3 || orientation == 6 || orientation == 7;
-    bool const mirroredY = orientation == 3 || orientation == 4 || orientation == 7 || orientation == 8;
+    const bool exchanged = orientation >= 5;
+    const bool mirroredX = orientation == 2 || orientation == 3 || orientation == 6 || orientation == 7;
+    const bool mirroredY = orientation == 3 || orientation == 4 || orientation == 7 || orientation == 8;
     Picture upright = exchanged ? Picture(stored.height, stored.width) : Picture(stored.width, stored.height);
     for (int y = 0; y < upright.height; ++y) {
         for (int x = 0; x < upright.width; ++x) {
-            int const fromX = mirroredX ? upright.width - 1 - x : x;
-            int const fromY = mirroredY ? upright.height - 1 - y : y;
+            const int fromX = mirroredX ? upright.width - 1 - x : x;
+            const int fromY = mirroredY ? upright.height - 1 - y : y;
             const std::uint8_t* from = exchanged ? stored.pixel(fromY, fromX) : stored.pixel(fromX, fromY);
             std::memcpy(upright.pixel(x, y), from, 4);
         }
@@ -139,7 +139,7 @@ Picture readJpeg(const std::vector<std::uint8_t>& bytes) {
     checkPictureSize(decoder.info().image_width, decoder.info().image_height);
     if (decoder.info().num_components == 4) throw Error("JPEG pictures in CMYK are not supported");
 
-    unsigned const orientation = orientationOf(decoder.info());
+    const unsigned orientation = orientationOf(decoder.info());
     Picture picture(static_cast<int>(decoder.info().image_width), static_cast<int>(decoder.info().image_height));
     if (!decoder.readPixels(picture.rgba.data())) throw Error(std::string("broken JPEG: ") + decoder.message());
     return turnedUpright(picture, orientation);

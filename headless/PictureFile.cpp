@@ -19,7 +19,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t kLargestFile = std::size_t{512} << 20;
+constexpr std::size_t largestFile = std::size_t{512} << 20;
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -32,15 +32,15 @@ std::string reasonOf(int error) {
 
 Bytes readFile(const std::string& path) {
     std::error_code error;
-    auto const status = std::filesystem::status(path, error);
+    const auto status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found) throw Error("there is no such file");
     if (error) throw Error(error.message());
     if (status.type() != std::filesystem::file_type::regular) throw Error("is not a regular file");
-    auto const size = std::filesystem::file_size(path, error);
+    const auto size = std::filesystem::file_size(path, error);
     if (error) throw Error(error.message());
-    if (size > kLargestFile) throw Error("the file is larger than 512 MB");
+    if (size > largestFile) throw Error("the file is larger than 512 MB");
 
-    File const file(std::fopen(path.c_str(), "rb"));
+    const File file(std::fopen(path.c_str(), "rb"));
     if (!file) throw Error(reasonOf(errno));
     Bytes bytes(size);
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
@@ -51,21 +51,21 @@ Bytes readFile(const std::string& path) {
 void writeFile(const std::string& path, const std::uint8_t* bytes, std::size_t size) {
     File file(std::fopen(path.c_str(), "wb"));
     if (!file) throw Error(reasonOf(errno));
-    bool const written = std::fwrite(bytes, 1, size, file.get()) == size;
-    int const writeError = errno;
+    const bool written = std::fwrite(bytes, 1, size, file.get()) == size;
+    const int writeError = errno;
     if (!written) throw Error(reasonOf(writeError));
     if (std::fclose(file.release()) != 0) throw Error(reasonOf(errno));
 }
 
 bool startsWith(const Bytes& bytes, std::size_t offset, const char* text) {
-    std::size_t const length = std::strlen(text);
+    const std::size_t length = std::strlen(text);
     return bytes.size() >= offset + length && std::memcmp(bytes.data() + offset, text, length) == 0;
 }
 
 Picture readPng(const Bytes& bytes) {
     png_image image = {};
     image.version = PNG_IMAGE_VERSION;
-    std::unique_ptr<png_image, void (*)(png_image*)> const cleanup(&image, png_image_free);
+    const std::unique_ptr<png_image, void (*)(png_image*)> cleanup(&image, png_image_free);
     if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size())) {
         throw Error(std::string("broken PNG: ") + image.message);
     }
@@ -85,8 +85,8 @@ Picture readWebP(const Bytes& bytes) {
     }
     checkPictureSize(static_cast<std::uint32_t>(features.width), static_cast<std::uint32_t>(features.height));
 
-    WebPData const data = {bytes.data(), bytes.size()};
-    std::unique_ptr<WebPAnimDecoder, void (*)(WebPAnimDecoder*)> const decoder(WebPAnimDecoderNew(&data, nullptr),
+    const WebPData data = {bytes.data(), bytes.size()};
+    const std::unique_ptr<WebPAnimDecoder, void (*)(WebPAnimDecoder*)> decoder(WebPAnimDecoderNew(&data, nullptr),
                                                                                WebPAnimDecoderDelete);
     std::uint8_t* frame = nullptr;
     int timestamp = 0;
@@ -101,16 +101,16 @@ Picture readWebP(const Bytes& bytes) {
 } // namespace
 
 void checkPictureSize(std::uint32_t width, std::uint32_t height) {
-    constexpr std::uint32_t kLargestSide = 16384;
-    constexpr std::uint64_t kMostPixels = std::uint64_t{128} << 20;
-    if (width > kLargestSide || height > kLargestSide || std::uint64_t{width} * height > kMostPixels) {
+    constexpr std::uint32_t largestSide = 16384;
+    constexpr std::uint64_t mostPixels = std::uint64_t{128} << 20;
+    if (width > largestSide || height > largestSide || std::uint64_t{width} * height > mostPixels) {
         throw Error("a picture of " + std::to_string(width) + "x" + std::to_string(height) +
                     " pixels is too large: at most 16384 on a side and 128 megapixels");
     }
 }
 
 Picture readPicture(const std::string& path) {
-    Bytes const bytes = readFile(path);
+    const Bytes bytes = readFile(path);
     if (startsWith(bytes, 0, "\x89PNG")) return readPng(bytes);
     if (startsWith(bytes, 0, "\xFF\xD8\xFF")) return readJpeg(bytes);
     if (startsWith(bytes, 0, "RIFF") && startsWith(bytes, 8, "WEBP")) return readWebP(bytes);
@@ -141,7 +141,7 @@ struct WebPAnimation::Encoder {
         options.kmin = 0;
         options.kmax = 0;
         config.method = 0;
-        bool const possible = std::min(width, height) >= 1 && std::max(width, height) <= WEBP_MAX_DIMENSION;
+        const bool possible = std::min(width, height) >= 1 && std::max(width, height) <= WEBP_MAX_DIMENSION;
         encoder = possible ? WebPAnimEncoderNew(width, height, &options) : nullptr;
         if (encoder == nullptr) {
             throw Error("an animation of " + std::to_string(width) + "x" + std::to_string(height) + " is not possible");
@@ -173,7 +173,7 @@ void WebPAnimation::add(const Picture& picture, int milliseconds) {
     }
     WebPPicture frame;
     if (!WebPPictureInit(&frame)) throw Error("libwebp is another version than the headers that this was built with");
-    std::unique_ptr<WebPPicture, void (*)(WebPPicture*)> const cleanup(&frame, WebPPictureFree);
+    const std::unique_ptr<WebPPicture, void (*)(WebPPicture*)> cleanup(&frame, WebPPictureFree);
     frame.use_argb = 1;
     frame.width = picture.width;
     frame.height = picture.height;
@@ -186,7 +186,7 @@ void WebPAnimation::write(const std::string& path) {
     mEncoder->checkDone(WebPAnimEncoderAdd(mEncoder->encoder, nullptr, mEncoder->time, nullptr));
     WebPData data;
     WebPDataInit(&data);
-    std::unique_ptr<WebPData, void (*)(WebPData*)> const cleanup(&data, WebPDataClear);
+    const std::unique_ptr<WebPData, void (*)(WebPData*)> cleanup(&data, WebPDataClear);
     mEncoder->checkDone(WebPAnimEncoderAssemble(mEncoder->encoder, &data));
     writeFile(path, data.bytes, data.size);
 }

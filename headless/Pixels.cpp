@@ -18,7 +18,7 @@ struct Format {
     int channels;
 };
 
-constexpr std::array<Format, 5> kFormats = {{
+constexpr std::array<Format, 5> formats = {{
     {GL_R16F, GL_RED, 1},
     {GL_RG16F, GL_RG, 2},
     {GL_RGB16F, GL_RGB, 3},
@@ -33,7 +33,7 @@ std::string hexadecimal(GLenum value) {
 }
 
 const Format& findFormat(GLenum internalFormat) {
-    for (const Format& format : kFormats) {
+    for (const Format& format : formats) {
         if (format.internalFormat == internalFormat) return format;
     }
     throw Error("texture format " + hexadecimal(internalFormat) + " is none of R16F, RG16F, RGB16F, RGBA16F and RGBA8");
@@ -79,7 +79,7 @@ class TemporaryFramebuffer {
 };
 
 GLuint uploadTexture(const Format& format, int width, int height, GLenum type, const void* values) {
-    KeptTextureBinding const kept;
+    const KeptTextureBinding kept;
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
@@ -89,7 +89,7 @@ GLuint uploadTexture(const Format& format, int width, int height, GLenum type, c
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    GLenum const error = glGetError();
+    const GLenum error = glGetError();
     if (error != GL_NO_ERROR) {
         glDeleteTextures(1, &texture);
         throw Error("making a texture ended with GL error " + hexadecimal(error));
@@ -99,7 +99,7 @@ GLuint uploadTexture(const Format& format, int width, int height, GLenum type, c
 
 void checkCount(const Format& format, int width, int height, std::size_t count) {
     checkSize(width, height);
-    std::size_t const expected = pixelCount(width, height) * static_cast<std::size_t>(format.channels);
+    const std::size_t expected = pixelCount(width, height) * static_cast<std::size_t>(format.channels);
     if (count != expected) {
         throw Error(std::to_string(count) + " values were given for " + std::to_string(width) + "x" +
                     std::to_string(height) + " texels of " + std::to_string(format.channels) +
@@ -117,14 +117,14 @@ bool isFloatFramebuffer() {
 }
 
 void checkComplete(const char* what) {
-    GLenum const status = glCheckFramebufferStatus(GL_READ_FRAMEBUFFER);
+    const GLenum status = glCheckFramebufferStatus(GL_READ_FRAMEBUFFER);
     if (status == GL_FRAMEBUFFER_COMPLETE) return;
     throw Error(std::string(what) + " cannot be read: its framebuffer is incomplete on this driver, status " +
                 hexadecimal(status));
 }
 
 void checkRead() {
-    GLenum const error = glGetError();
+    const GLenum error = glGetError();
     if (error != GL_NO_ERROR) throw Error("reading pixels back ended with GL error " + hexadecimal(error));
 }
 
@@ -166,7 +166,7 @@ GLuint makeTexture(GLenum internalFormat, int width, int height, const std::vect
 
 PixelArray readTexture(GLuint texture, int width, int height) {
     if (!glIsTexture(texture)) throw Error("there is no texture named " + std::to_string(texture));
-    TemporaryFramebuffer const temporary;
+    const TemporaryFramebuffer temporary;
     glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
     checkComplete("the texture");
     return readFramebuffer(width, height);
@@ -183,7 +183,7 @@ PixelArray readFramebuffer(int width, int height) {
         glReadPixels(0, 0, width, height, GL_RGBA, GL_FLOAT, pixels.rgba.data());
         checkRead();
     } else {
-        std::vector<std::uint8_t> const bytes = readBytes(width, height);
+        const std::vector<std::uint8_t> bytes = readBytes(width, height);
         std::transform(bytes.begin(), bytes.end(), pixels.rgba.begin(),
                        [](std::uint8_t value) { return value / 255.0F; });
     }
@@ -193,11 +193,11 @@ PixelArray readFramebuffer(int width, int height) {
 Picture framebufferPicture(int width, int height) {
     checkSize(width, height);
     checkComplete("the framebuffer");
-    std::vector<std::uint8_t> const bytes = readBytes(width, height);
+    const std::vector<std::uint8_t> bytes = readBytes(width, height);
     Picture picture(width, height);
-    std::size_t const rowLength = static_cast<std::size_t>(width) * 4;
+    const std::size_t rowLength = static_cast<std::size_t>(width) * 4;
     for (int y = 0; y < height; ++y) {
-        auto const row = bytes.begin() + static_cast<std::ptrdiff_t>(rowLength) * (height - 1 - y);
+        const auto row = bytes.begin() + static_cast<std::ptrdiff_t>(rowLength) * (height - 1 - y);
         std::copy_n(row, rowLength, picture.pixel(0, y));
     }
     for (std::size_t alpha = 3; alpha < picture.rgba.size(); alpha += 4)

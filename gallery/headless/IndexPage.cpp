@@ -6,7 +6,7 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr const char* kHead = R"(<!doctype html>
+constexpr const char* head = R"(<!doctype html>
 <html lang="en">
 <head>
 <meta charset="utf-8">
@@ -46,7 +46,7 @@ footer { padding-top: 32px; padding-bottom: 48px; color: var(--quiet); font-size
 
 std::string escaped(const std::string& text) {
     std::string result;
-    for (char const character : text) {
+    for (const char character : text) {
         switch (character) {
         case '&':
             result += "&amp;";
@@ -71,7 +71,7 @@ std::string escaped(const std::string& text) {
 
 std::string indexPage(const Options& options, const std::string& driver) {
     std::ostringstream page;
-    page << kHead;
+    page << head;
     for (const SceneEntry* scene : options.scenes) {
         page << "<figure>\n<a href=\"" << scene->name << ".png\"><picture>\n"
              << "<source srcset=\"" << scene->name << ".png\" media=\"(prefers-reduced-motion: reduce)\">\n"

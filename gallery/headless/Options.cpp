@@ -13,9 +13,9 @@ namespace {
 // "540x960" into two numbers; whether a driver can do them is for the driver to say.
 bool parseSize(const std::string& text, int& width, int& height) {
     const char* const end = text.data() + text.size();
-    auto const first = std::from_chars(text.data(), end, width);
+    const auto first = std::from_chars(text.data(), end, width);
     if (first.ec != std::errc() || first.ptr == end || *first.ptr != 'x') return false;
-    auto const second = std::from_chars(first.ptr + 1, end, height);
+    const auto second = std::from_chars(first.ptr + 1, end, height);
     return second.ec == std::errc() && second.ptr == end;
 }
 
@@ -35,8 +35,8 @@ std::vector<const SceneEntry*> chosenScenes(const std::vector<std::string>& name
 }
 
 std::string checkScene(const std::string& name) {
-    auto const& table = sceneTable();
-    bool const known =
+    const auto& table = sceneTable();
+    const bool known =
         std::any_of(table.begin(), table.end(), [&](const SceneEntry& entry) { return name == entry.name; });
     return known ? "" : "there is no scene \"" + name + "\"; the scenes are: " + sceneNames();
 }
@@ -46,8 +46,8 @@ std::string checkScene(const std::string& name) {
 Options parseOptions(int argc, char** argv) {
     Options options;
     std::vector<std::string> names;
-    auto const checkSize = [&options](const std::string& text) -> std::string {
-        bool const read = parseSize(text, options.width, options.height);
+    const auto checkSize = [&options](const std::string& text) -> std::string {
+        const bool read = parseSize(text, options.width, options.height);
         return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, such as 540x960";
     };
 

@@ -65,10 +65,10 @@ int shownMilliseconds(int frame) {
 }
 
 void drawScene(const SceneEntry& entry, const Options& options, const Picture& background) {
-    auto const start = std::chrono::steady_clock::now();
-    std::string const path = (std::filesystem::path(options.out) / entry.name).string();
+    const auto start = std::chrono::steady_clock::now();
+    const std::string path = (std::filesystem::path(options.out) / entry.name).string();
     srand48(options.seed);
-    auto const scene = entry.make();
+    const auto scene = entry.make();
     scene->setUp(options.width, options.height, background);
 
     headless::WebPAnimation animation(options.width, options.height);
@@ -85,19 +85,19 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& b
         animation.write(path + ".webp");
     });
 
-    GLenum const error = glGetError();
+    const GLenum error = glGetError();
     if (error != GL_NO_ERROR) throw Error("--scene " + std::string(entry.name) + ": GL error " + std::to_string(error));
 
-    std::chrono::duration<double> const elapsed = std::chrono::steady_clock::now() - start;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     std::printf("%-12s %d frames in %.1f s: %s.png, %s.webp\n", entry.name, options.frames, elapsed.count(),
                 path.c_str(), path.c_str());
     std::fflush(stdout);
 }
 
 void drawGallery(const Options& options) {
-    auto const context = about("--size " + options.size,
+    const auto context = about("--size " + options.size,
                                [&] { return std::make_unique<HeadlessContext>(options.width, options.height); });
-    Picture const background = makeBackground(options);
+    const Picture background = makeBackground(options);
     std::ofstream index = about("--out " + options.out, [&] { return openIndex(options.out); });
     std::printf("Driver: %s\n", context->driver().c_str());
     for (const SceneEntry* scene : options.scenes)
@@ -112,7 +112,7 @@ void drawGallery(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
-    Options const options = parseOptions(argc, argv);
+    const Options options = parseOptions(argc, argv);
     if (options.list) {
         listScenes();
         return 0;

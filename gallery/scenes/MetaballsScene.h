@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/metaball/Metaball2DRenderer.h"
+#include "effects/vector/VectorGraphicRenderer.h"
 #include "gallery/Scene.h"
 
 #include <array>
@@ -49,12 +50,13 @@ class MetaballsScene : public Scene {
     void placePools();
     void placeFingers();
     void moveFingers();
-    void drawBackdrop() const;
+    void drawBackdrop();
     void drawLayers();
 
     Metaball2DRenderer mRenderer;
+    VectorGraphicRenderer mGraphics;
     std::array<Stream, 4> mStreams;
-    std::array<Finger, kPointerCount> mFingers = {};
+    std::array<Finger, pointerCount> mFingers = {};
     std::vector<Ball> mBalls;
     std::vector<Ball> mLayer;
     int mWidth = 1;

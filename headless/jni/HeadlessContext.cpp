@@ -23,7 +23,7 @@ HeadlessContext* contextOf(jlong handle) {
 }
 
 void throwJava(JNIEnv* env, const char* className, const char* message) {
-    jclass const exception = env->FindClass(className);
+    const jclass exception = env->FindClass(className);
     if (exception != nullptr) env->ThrowNew(exception, message);
 }
 
@@ -48,8 +48,8 @@ auto guarded(JNIEnv* env, Body body) -> decltype(body()) {
 }
 
 jfloatArray toJava(JNIEnv* env, const PixelArray& pixels) {
-    auto const length = static_cast<jsize>(pixels.rgba.size());
-    jfloatArray const array = env->NewFloatArray(length);
+    const auto length = static_cast<jsize>(pixels.rgba.size());
+    const jfloatArray array = env->NewFloatArray(length);
     if (array != nullptr) env->SetFloatArrayRegion(array, 0, length, pixels.rgba.data());
     return array;
 }
@@ -93,7 +93,7 @@ TIDALUME_HEADLESS_JNI(jint, nativeCreateTextureFromBytes)
 }
 
 TIDALUME_HEADLESS_JNI(void, nativeDeleteTexture)(JNIEnv*, jclass, jlong, jint texture) {
-    auto const name = static_cast<GLuint>(texture);
+    const auto name = static_cast<GLuint>(texture);
     glDeleteTextures(1, &name);
 }
 
@@ -109,7 +109,7 @@ TIDALUME_HEADLESS_JNI(jfloatArray, nativeReadFramebuffer)(JNIEnv* env, jclass, j
 TIDALUME_HEADLESS_JNI(void, nativeWritePng)(JNIEnv* env, jclass, jlong, jint width, jint height, jstring file) {
     const char* utf8 = env->GetStringUTFChars(file, nullptr);
     if (utf8 == nullptr) return;
-    std::string const path = utf8;
+    const std::string path = utf8;
     env->ReleaseStringUTFChars(file, utf8);
     guarded(env, "java/io/IOException", [=] { writePng(path, framebufferPicture(width, height)); });
 }

@@ -35,7 +35,7 @@ class CommandLine : public testing::Test {
 
     // The program in the test's folder, with arguments for the shell to split.
     Outcome run(const std::string& arguments) const {
-        std::string const command = "cd '" + mFolder.string() + "' && '" GALLERY_PROGRAM "' " + arguments + " 2>&1";
+        const std::string command = "cd '" + mFolder.string() + "' && '" GALLERY_PROGRAM "' " + arguments + " 2>&1";
         std::FILE* pipe = popen(command.c_str(), "r");
         Outcome outcome = {};
         char buffer[512];
@@ -83,7 +83,7 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
         {"--scene", "--scene", ""},
     };
     for (const Row& row : rows) {
-        Outcome const outcome = run(row.arguments);
+        const Outcome outcome = run(row.arguments);
         EXPECT_EQ(outcome.status, 2) << row.arguments << ": " << outcome.output;
         EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
         EXPECT_NE(outcome.output.find(row.argument), std::string::npos) << row.arguments << ": " << outcome.output;
@@ -93,7 +93,7 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
 }
 
 TEST_F(CommandLine, ListNamesEveryScene) {
-    Outcome const outcome = run("--list");
+    const Outcome outcome = run("--list");
     EXPECT_EQ(outcome.status, 0);
     std::istringstream lines(outcome.output);
     std::string line;
@@ -105,18 +105,18 @@ TEST_F(CommandLine, ListNamesEveryScene) {
 
 TEST_F(CommandLine, SameSeedSameBytes) {
     headless::writePng(path("photo.png"), Picture(31, 17));
-    std::string const options = "--size 61x97 --frames 9 --background photo.png ";
-    Outcome const all = run(options + "--seed 3 --out all");
+    const std::string options = "--size 61x97 --frames 9 --background photo.png ";
+    const Outcome all = run(options + "--seed 3 --out all");
     EXPECT_EQ(all.status, 0) << all.output;
     EXPECT_NE(all.output.find("OpenGL ES 3"), std::string::npos) << all.output;
     EXPECT_EQ(run(options + "--seed 3 --out one --scene metaballs --scene metaballs").status, 0);
     EXPECT_EQ(run(options + "--seed 4 --out other --scene metaballs").status, 0);
 
-    std::string const picture = load("all/metaballs.png");
+    const std::string picture = load("all/metaballs.png");
     EXPECT_EQ(picture, load("one/metaballs.png")) << "alone as among all";
     EXPECT_EQ(load("all/metaballs.webp"), load("one/metaballs.webp"));
     EXPECT_NE(picture, load("other/metaballs.png"));
-    Picture const read = headless::readPicture(path("all/metaballs.png"));
+    const Picture read = headless::readPicture(path("all/metaballs.png"));
     EXPECT_EQ(read.width, 61);
     EXPECT_EQ(read.height, 97);
     for (std::size_t alpha = 3; alpha < read.rgba.size(); alpha += 4)

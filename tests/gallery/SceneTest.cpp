@@ -35,7 +35,7 @@ void drawFrames(Scene& scene, int from, int to) {
 }
 
 void expectDrawing(int width, int height) {
-    Picture const picture = headless::framebufferPicture(width, height);
+    const Picture picture = headless::framebufferPicture(width, height);
     const std::uint8_t* first = picture.pixel(0, 0);
     int differing = 0;
     for (std::size_t i = 0; i < picture.rgba.size(); i += 4) {
@@ -51,10 +51,10 @@ class EveryScene : public testing::TestWithParam<SceneEntry> {};
 
 TEST_P(EveryScene, DrawsThroughResizesAndContextLosses) {
     HeadlessContext context(97, 161);
-    auto const scene = start(GetParam(), 97, 161);
+    const auto scene = start(GetParam(), 97, 161);
     drawFrames(*scene, 0, 20);
     expectDrawing(97, 161);
-    for (auto const& [width, height] : {std::pair(160, 64), std::pair(1, 1), std::pair(64, 160)}) {
+    for (const auto& [width, height] : {std::pair(160, 64), std::pair(1, 1), std::pair(64, 160)}) {
         context.resize(width, height);
         scene->setUp(width, height, pebbles(width, height, 7));
         drawFrames(*scene, 20, 24);
@@ -71,16 +71,16 @@ TEST_P(EveryScene, DrawsThroughResizesAndContextLosses) {
 }
 
 TEST_P(EveryScene, TakesEverySettingAndAnyTouch) {
-    HeadlessContext const context(64, 96);
-    auto const scene = start(GetParam(), 64, 96);
+    const HeadlessContext context(64, 96);
+    const auto scene = start(GetParam(), 64, 96);
     scene->set("no such setting", 1);
     for (const Parameter& parameter : scene->parameters()) {
-        for (float const value : {parameter.minimum, parameter.maximum, -1e9F, 1e9F, parameter.initial}) {
+        for (const float value : {parameter.minimum, parameter.maximum, -1e9F, 1e9F, parameter.initial}) {
             scene->set(parameter.name, value);
             drawFrames(*scene, 0, 2);
         }
     }
-    for (int const pointer : {-1, 0, kPointerCount - 1, kPointerCount, 1000}) {
+    for (const int pointer : {-1, 0, pointerCount - 1, pointerCount, 1000}) {
         scene->touch({-500, 1e6F, TouchAction::Down, pointer});
         scene->touch({32, 48, TouchAction::Move, pointer});
         drawFrames(*scene, 60, 64);
@@ -101,19 +101,19 @@ TEST(Background, SameSeedSamePebbles) {
 
 // Columns of a wide source and rows of a tall one: the middle is kept at its scale and the ends are cut.
 TEST(Background, CoverFitKeepsTheMiddle) {
-    for (bool const wide : {true, false}) {
+    for (const bool wide : {true, false}) {
         Picture source = wide ? Picture(300, 100) : Picture(100, 300);
         for (int y = 0; y < source.height; ++y) {
             for (int x = 0; x < source.width; ++x) {
-                int const along = wide ? x : y;
+                const int along = wide ? x : y;
                 std::uint8_t* pixel = source.pixel(x, y);
                 pixel[along < 100 ? 0 : along < 200 ? 1 : 2] = 200;
                 pixel[3] = 255;
             }
         }
-        for (int const side : {25, 100, 333}) {
-            Picture const square = coverFit(source, side, side);
-            for (int const at : {2, side / 2, side - 3}) {
+        for (const int side : {25, 100, 333}) {
+            const Picture square = coverFit(source, side, side);
+            for (const int at : {2, side / 2, side - 3}) {
                 const std::uint8_t* pixel = wide ? square.pixel(at, side / 2) : square.pixel(side / 2, at);
                 EXPECT_EQ(pixel[1], 200) << side << " " << at;
                 EXPECT_EQ(pixel[0] + pixel[2], 0) << side << " " << at;
@@ -126,12 +126,12 @@ TEST(Background, CoverFitAveragesAndLaysOverBlack) {
     Picture checkers(64, 64);
     for (int y = 0; y < 64; ++y) {
         for (int x = 0; x < 64; ++x) {
-            std::uint8_t const value = (x + y) % 2 == 0 ? 255 : 0;
+            const std::uint8_t value = (x + y) % 2 == 0 ? 255 : 0;
             std::uint8_t const pixel[4] = {value, value, 255, 128};
             std::copy_n(pixel, 4, checkers.pixel(x, y));
         }
     }
-    Picture const small = coverFit(checkers, 8, 8);
+    const Picture small = coverFit(checkers, 8, 8);
     EXPECT_NEAR(small.pixel(4, 4)[0], 64, 2) << "half of white, half transparent";
     EXPECT_NEAR(small.pixel(4, 4)[2], 128, 1);
     EXPECT_EQ(small.pixel(0, 0)[3], 255);
@@ -144,7 +144,7 @@ TEST(PictureTexture, BottomRowIsRowZero) {
     picture.pixel(2, 1)[0] = 255;
     for (int loss = 0; loss < 2; ++loss) {
         texture.load(picture);
-        headless::PixelArray const pixels = headless::readTexture(texture.name(), 3, 2);
+        const headless::PixelArray pixels = headless::readTexture(texture.name(), 3, 2);
         EXPECT_EQ(pixels.at(2, 0)[0], 1.0F);
         EXPECT_EQ(pixels.at(2, 1)[0], 0.0F);
         texture.contextLost();

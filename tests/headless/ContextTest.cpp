@@ -36,7 +36,7 @@ TEST(HeadlessContext, RefusesImpossibleSizes) {
 TEST(HeadlessContext, RecreatingForgetsEveryNameAndDrawsAgain) {
     HeadlessContext context(7, 5);
     for (int loss = 0; loss < 2; ++loss) {
-        GLuint const texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
+        const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
         ASSERT_TRUE(glIsTexture(texture));
         context.recreate();
         EXPECT_FALSE(glIsTexture(texture));
@@ -47,7 +47,7 @@ TEST(HeadlessContext, RecreatingForgetsEveryNameAndDrawsAgain) {
 
 TEST(HeadlessContext, ResizingKeepsNames) {
     HeadlessContext context(4, 4);
-    GLuint const texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
+    const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
     context.resize(33, 17);
     EXPECT_TRUE(glIsTexture(texture));
     clear(0, 0, 1, 1);
@@ -58,7 +58,7 @@ TEST(HeadlessContext, TwoContextsLiveSideBySide) {
     HeadlessContext first(4, 4);
     clear(1, 0, 0, 1);
     {
-        HeadlessContext const second(2, 2);
+        const HeadlessContext second(2, 2);
         clear(0, 1, 0, 1);
     }
     first.makeCurrent();
@@ -67,24 +67,24 @@ TEST(HeadlessContext, TwoContextsLiveSideBySide) {
 
 // Every format, odd sizes, floats and bytes: each texel comes back where it was put, absent channels as 0 and alpha 1.
 TEST(Pixels, TexturesComeBackAsTheyWent) {
-    HeadlessContext const context(4, 4);
-    GLuint const bound = makeTexture(GL_RGBA8, 1, 1, std::vector<float>{0, 0, 0, 0});
+    const HeadlessContext context(4, 4);
+    const GLuint bound = makeTexture(GL_RGBA8, 1, 1, std::vector<float>{0, 0, 0, 0});
     glBindTexture(GL_TEXTURE_2D, bound);
-    constexpr int kWidth = 5;
-    constexpr int kHeight = 3;
-    for (GLenum const format : {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F, GL_RGBA8}) {
-        int const channels = channelCount(format);
-        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(kWidth * kHeight * channels));
+    constexpr int width = 5;
+    constexpr int height = 3;
+    for (const GLenum format : {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F, GL_RGBA8}) {
+        const int channels = channelCount(format);
+        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(width * height * channels));
         std::iota(bytes.begin(), bytes.end(), std::uint8_t{1});
         std::vector<float> floats(bytes.size());
         std::transform(bytes.begin(), bytes.end(), floats.begin(), [](int byte) { return byte / 255.0F; });
-        for (GLuint const texture :
-             {makeTexture(format, kWidth, kHeight, floats), makeTexture(format, kWidth, kHeight, bytes)}) {
-            PixelArray const pixels = readTexture(texture, kWidth, kHeight);
-            for (int i = 0; i < kWidth * kHeight * 4; ++i) {
-                int const channel = i % 4;
-                float const missing = channel == 3 ? 1.0F : 0.0F;
-                float const expected =
+        for (const GLuint texture :
+             {makeTexture(format, width, height, floats), makeTexture(format, width, height, bytes)}) {
+            const PixelArray pixels = readTexture(texture, width, height);
+            for (int i = 0; i < width * height * 4; ++i) {
+                const int channel = i % 4;
+                const float missing = channel == 3 ? 1.0F : 0.0F;
+                const float expected =
                     channel < channels ? floats[static_cast<std::size_t>(i / 4 * channels + channel)] : missing;
                 // A half float keeps 11 bits; drivers round or truncate.
                 EXPECT_NEAR(pixels.rgba[static_cast<std::size_t>(i)], expected, expected / 1024) << format << " " << i;
@@ -97,8 +97,8 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
 }
 
 TEST(Pixels, WrongArgumentsAreRefused) {
-    HeadlessContext const context(4, 4);
-    std::vector<float> const four(4);
+    const HeadlessContext context(4, 4);
+    const std::vector<float> four(4);
     EXPECT_THROW(makeTexture(GL_R16F, 2, 1, four), Error);
     EXPECT_THROW(makeTexture(GL_R32F, 2, 2, four), Error);
     EXPECT_THROW(makeTexture(GL_R16F, 0, 0, std::vector<float>()), Error);
@@ -108,13 +108,13 @@ TEST(Pixels, WrongArgumentsAreRefused) {
 }
 
 TEST(Pixels, AFramebufferPictureIsUprightAndOpaque) {
-    HeadlessContext const context(3, 2);
+    const HeadlessContext context(3, 2);
     clear(0, 0, 1, 0);
     glEnable(GL_SCISSOR_TEST);
     glScissor(2, 0, 1, 1);
     clear(1, 0, 0, 0.25F);
-    Picture const picture = framebufferPicture(3, 2);
-    std::vector<std::uint8_t> const blueThenRed = {0, 0, 255, 255, 0, 0, 255, 255, 0,   0, 255, 255,
+    const Picture picture = framebufferPicture(3, 2);
+    const std::vector<std::uint8_t> blueThenRed = {0, 0, 255, 255, 0, 0, 255, 255, 0,   0, 255, 255,
                                                    0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0,   255};
     EXPECT_EQ(picture.rgba, blueThenRed);
 }

@@ -47,7 +47,7 @@ Bytes jpegOf(const Picture& picture, std::uint8_t orientation) {
     jpeg_set_quality(&info, 100, TRUE);
     jpeg_start_compress(&info, TRUE);
     // A big-endian EXIF block whose one directory holds the tag Orientation (0x0112, SHORT, count 1).
-    Bytes const exif = {'E', 'x',  'i', 'f', 0, 0, 'M', 'M', 0, 42,          0, 0, 0, 8, 0, 1,
+    const Bytes exif = {'E', 'x',  'i', 'f', 0, 0, 'M', 'M', 0, 42,          0, 0, 0, 8, 0, 1,
                         1,   0x12, 0,   3,   0, 0, 0,   1,   0, orientation, 0, 0, 0, 0, 0, 0};
     jpeg_write_marker(&info, JPEG_APP0 + 1, exif.data(), static_cast<unsigned>(exif.size()));
     while (info.next_scanline < info.image_height) {
@@ -81,7 +81,7 @@ class PictureFile : public testing::Test {
 
     // One valid file of each kind.
     std::vector<Bytes> samples() const {
-        Picture const picture = gradient(64, 48);
+        const Picture picture = gradient(64, 48);
         writePng(path("sample.png"), picture);
         WebPAnimation animation(64, 48);
         animation.add(picture, 40);
@@ -100,7 +100,7 @@ TEST_F(PictureFile, PngKeepsEveryByte) {
     Picture picture = gradient(37, 21, 99);
     picture.pixel(3, 2)[3] = 128;
     writePng(path("a.png"), picture);
-    Picture const read = readPicture(path("a.png"));
+    const Picture read = readPicture(path("a.png"));
     EXPECT_EQ(read.width, 37);
     EXPECT_EQ(read.rgba, picture.rgba);
 }
@@ -110,15 +110,15 @@ TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
     for (int i = 0; i < 3; ++i)
         animation.add(gradient(64, 48, static_cast<std::uint8_t>(i * 120)), 16 + i);
     animation.write(path("a.webp"));
-    Bytes const bytes = load("a.webp");
-    WebPData const data = {bytes.data(), bytes.size()};
+    const Bytes bytes = load("a.webp");
+    const WebPData data = {bytes.data(), bytes.size()};
     WebPAnimDecoder* decoder = WebPAnimDecoderNew(&data, nullptr);
     ASSERT_NE(decoder, nullptr);
     WebPAnimInfo info;
     WebPAnimDecoderGetInfo(decoder, &info);
     EXPECT_EQ(info.frame_count, 3U);
     EXPECT_EQ(info.loop_count, 0U) << "for ever";
-    int const ends[] = {16, 33, 51};
+    const int ends[] = {16, 33, 51};
     for (int i = 0; i < 3; ++i) {
         std::uint8_t* frame = nullptr;
         int end = 0;
@@ -145,7 +145,7 @@ TEST_F(PictureFile, JpegIsTurnedUpright) {
         {7, 48, {255, 255}, {255, 0}, {0, 255}}, {8, 48, {255, 0}, {255, 255}, {0, 0}},
     };
     for (const Row& row : rows) {
-        Picture const read = readPicture(store(jpegOf(gradient(64, 48), row.orientation)));
+        const Picture read = readPicture(store(jpegOf(gradient(64, 48), row.orientation)));
         ASSERT_EQ(read.width, row.width) << int{row.orientation};
         for (int channel = 0; channel < 2; ++channel) {
             EXPECT_NEAR(read.pixel(0, 0)[channel], row.topLeft[channel], 16) << int{row.orientation};
@@ -167,7 +167,7 @@ TEST_F(PictureFile, TruncatedAndDamagedFilesAreRefusedOrRead) {
             Bytes damaged = sample;
             damaged[i] ^= 0xFF;
             try {
-                Picture const read = readPicture(store(damaged));
+                const Picture read = readPicture(store(damaged));
                 EXPECT_EQ(read.rgba.size(),
                           static_cast<std::size_t>(read.width) * static_cast<std::size_t>(read.height) * 4);
             } catch (const Error& error) {
@@ -178,7 +178,7 @@ TEST_F(PictureFile, TruncatedAndDamagedFilesAreRefusedOrRead) {
 }
 
 TEST_F(PictureFile, WhatIsNoPictureIsNamed) {
-    auto const reason = [](const std::string& file) -> std::string {
+    const auto reason = [](const std::string& file) -> std::string {
         try {
             readPicture(file);
         } catch (const Error& error) {
@@ -194,7 +194,7 @@ TEST_F(PictureFile, WhatIsNoPictureIsNamed) {
 
     Bytes huge = jpegOf(gradient(64, 48), 1);
     const std::uint8_t frameHeader[] = {0xFF, 0xC0, 0, 17, 8};
-    auto const found = std::search(huge.begin(), huge.end(), std::begin(frameHeader), std::end(frameHeader));
+    const auto found = std::search(huge.begin(), huge.end(), std::begin(frameHeader), std::end(frameHeader));
     ASSERT_NE(found, huge.end());
     std::fill_n(found + 5, 4, 0xF0);
     EXPECT_NE(reason(store(huge)).find("61680x61680 pixels is too large"), std::string::npos);
