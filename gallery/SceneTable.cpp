@@ -1,5 +1,6 @@
 #include "gallery/SceneTable.h"
 
+#include "gallery/scenes/CometScene.h"
 #include "gallery/scenes/MetaballsScene.h"
 
 namespace tidalume::gallery {
@@ -18,6 +19,8 @@ const std::vector<SceneEntry>& sceneTable() {
         {"metaballs", "Metaballs",
          "Warm drops rise and sink, merge where they meet and part again; one follows the finger.",
          make<MetaballsScene>},
+        {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.",
+         make<CometScene>},
     };
     return table;
 }

@@ -1,0 +1,201 @@
+#include "gallery/scenes/CometScene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace tidalume::gallery {
+
+namespace {
+
+constexpr float kPi = 3.1415927F;
+constexpr float kFrameTime = 1.0F / 60;
+constexpr float kSparkLife = 0.8F; // in seconds
+// The heads that the effect reports run ahead of what it draws: sparks wait until the comet has come to them.
+constexpr float kSparkBirth = -0.12F;
+
+// Hard-edged discs far larger than the screen, from the back to the front, in shares of the width.
+struct Hill {
+    float x;
+    float top; // of the disc, above the bottom edge
+    float radius;
+    float color[4];
+};
+
+constexpr Hill kHills[] = {
+    {0.80F, 0.250F, 0.95F, {0.070F, 0.085F, 0.190F, 1}},
+    {0.10F, 0.200F, 0.80F, {0.050F, 0.062F, 0.150F, 1}},
+    {0.62F, 0.130F, 1.60F, {0.030F, 0.038F, 0.100F, 1}},
+    {0.05F, 0.080F, 1.20F, {0.016F, 0.020F, 0.060F, 1}},
+};
+
+float randomBetween(float low, float high) {
+    return low + (high - low) * static_cast<float>(lrand48() >> 7) * 0x1p-24F;
+}
+
+} // namespace
+
+CometScene::CometScene() {
+    for (Star& star : mStars) {
+        // Many faint ones, few bright ones.
+        float const size = std::pow(randomBetween(0, 1), 4.0F);
+        star.x = randomBetween(0, 1);
+        star.y = randomBetween(0, 0.9F);
+        star.radius = 0.7F + 1.3F * size;
+        star.warmth = randomBetween(0, 1);
+        star.brightness = 0.25F + 0.65F * size;
+        star.phase = randomBetween(0, 2 * kPi);
+    }
+}
+
+void CometScene::setUp(int width, int height, const Picture&) {
+    mWidth = width;
+    mHeight = height;
+    mUnit = static_cast<float>(width) / 540;
+    mGraphics.init();
+    mGraphics.setScreenSize(width, height);
+    for (Flight& flight : mFlights) {
+        flight.comets.init();
+        flight.comets.setScreenSize(width, height);
+    }
+}
+
+void CometScene::contextLost() {
+    mGraphics.GLContextDestroyed();
+    for (Flight& flight : mFlights)
+        flight.comets.GLContextDestroyed();
+}
+
+void CometScene::touch(const Touch& touch) {
+    if (touch.action == TouchAction::Down) launch(touch.x, touch.y);
+}
+
+void CometScene::launch(float x, float y) {
+    constexpr int kLaunch = 0;
+    Flight& flight = mFlights[mNextFlight];
+    mNextFlight = (mNextFlight + 1) % mFlights.size();
+    flight.comets.push(x, y, kLaunch);
+    flight.progress = 0;
+}
+
+void CometScene::drawFrame() {
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    drawSky();
+    drawStars();
+    drawHills();
+    drawSparks();
+    for (Flight& flight : mFlights)
+        drawFlight(flight);
+    ++mFrame;
+}
+
+// Two whole flights in two seconds, and a third one half way at their end.
+std::vector<Touch> CometScene::demonstration(int frame) const {
+    constexpr int kPeriod = 120;
+    struct Launch {
+        int frame;
+        float x, y;
+    };
+    constexpr Launch kLaunches[] = {{2, 0.50F, 0.42F}, {44, 0.36F, 0.56F}, {86, 0.60F, 0.45F}};
+    for (const Launch& launch : kLaunches) {
+        float const x = launch.x * static_cast<float>(mWidth);
+        float const y = launch.y * static_cast<float>(mHeight);
+        if (frame % kPeriod == launch.frame) return {{x, y, TouchAction::Down}};
+        if (frame % kPeriod == launch.frame + 4) return {{x, y, TouchAction::Up}};
+    }
+    return {};
+}
+
+const std::vector<Parameter>& CometScene::parameters() const {
+    static const std::vector<Parameter> parameters = {
+        {"duration", "Seconds of a flight", 0.4F, 4, 1},
+        {"sparks", "Sparks per head and frame", 0, 4, 2},
+    };
+    return parameters;
+}
+
+void CometScene::set(std::string_view name, float value) {
+    if (name == "duration") mDuration = std::clamp(value, 0.4F, 4.0F);
+    if (name == "sparks") mSparkRate = std::clamp(value, 0.0F, 4.0F);
+}
+
+void CometScene::drawGlow(float x, float y, float begin, const float (&inner)[4], float end, const float (&outer)[4]) {
+    float innerColor[4];
+    float outerColor[4];
+    std::copy(std::begin(inner), std::end(inner), innerColor);
+    std::copy(std::begin(outer), std::end(outer), outerColor);
+    mGraphics.renderRadialGradient(x, y, begin, innerColor, end, outerColor);
+}
+
+// Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
+// at the right.
+void CometScene::drawSky() {
+    auto const width = static_cast<float>(mWidth);
+    auto const height = static_cast<float>(mHeight);
+    float const size = std::max(width, height);
+    drawGlow(0.5F * width, height + 0.35F * size, 0.3F * size, {0.150F, 0.160F, 0.360F, 1}, 1.35F * size,
+             {0.008F, 0.012F, 0.045F, 1});
+    drawGlow(0.12F * width, height, 0, {0.420F, 0.240F, 0.400F, 0.60F}, 0.62F * size, {0.180F, 0.160F, 0.400F, 0});
+    drawGlow(0.80F * width, 0.22F * height, 0, {0.330F, 0.280F, 0.560F, 0.20F}, 0.50F * size,
+             {0.120F, 0.140F, 0.400F, 0});
+}
+
+void CometScene::drawStars() {
+    for (const Star& star : mStars) {
+        float const twinkle = 0.8F + 0.2F * std::sin(star.phase + 0.09F * static_cast<float>(mFrame));
+        float color[4] = {0.80F + 0.20F * star.warmth, 0.92F, 1 - 0.25F * star.warmth, star.brightness * twinkle};
+        mGraphics.renderCircle(star.x * static_cast<float>(mWidth), star.y * static_cast<float>(mHeight),
+                               star.radius * mUnit, color);
+    }
+}
+
+void CometScene::drawHills() {
+    for (const Hill& hill : kHills) {
+        auto const width = static_cast<float>(mWidth);
+        float const radius = hill.radius * width;
+        float const y = static_cast<float>(mHeight) - hill.top * width + radius;
+        const float beyond[4] = {hill.color[0], hill.color[1], hill.color[2], 0};
+        drawGlow(hill.x * width, y, radius - 0.7F, hill.color, radius + 0.7F, beyond);
+    }
+}
+
+void CometScene::drawFlight(Flight& flight) {
+    if (flight.progress >= 1) return;
+    flight.comets.render(static_cast<double>(flight.progress));
+    float const brightness = std::sin(kPi * flight.progress);
+    auto const sparks = static_cast<int>(std::lround(mSparkRate));
+    for (int i = 0; i < sparks; ++i) {
+        addSpark(flight.comets.getCore1X(), flight.comets.getCore1Y(), brightness);
+        addSpark(flight.comets.getCore2X(), flight.comets.getCore2Y(), brightness);
+    }
+    flight.progress += kFrameTime / mDuration;
+}
+
+void CometScene::addSpark(float x, float y, float brightness) {
+    float const direction = randomBetween(0, 2 * kPi);
+    float const speed = randomBetween(0, 26) * mUnit;
+    mSparks[mNextSpark] = {x + randomBetween(-4, 4) * mUnit,
+                           y + randomBetween(-4, 4) * mUnit,
+                           speed * std::cos(direction),
+                           speed * std::sin(direction),
+                           randomBetween(0.8F, 1.9F) * mUnit,
+                           kSparkBirth,
+                           brightness};
+    mNextSpark = (mNextSpark + 1) % mSparks.size();
+}
+
+void CometScene::drawSparks() {
+    for (Spark& spark : mSparks) {
+        if (spark.age >= 1) continue;
+        spark.age += kFrameTime / kSparkLife;
+        if (spark.age < 0) continue;
+        float const rest = 1 - spark.age;
+        float color[4] = {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest};
+        mGraphics.renderCircle(spark.x, spark.y, spark.radius, color);
+        spark.x += spark.velocityX * kFrameTime;
+        spark.y += spark.velocityY * kFrameTime;
+        spark.velocityY += 40 * mUnit * kFrameTime; // they fall, slowly
+    }
+}
+
+} // namespace tidalume::gallery
