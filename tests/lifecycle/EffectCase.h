@@ -27,6 +27,9 @@ struct EffectCase {
     int channels;                        ///< of what it draws; a wider format holds anything in its further ones
     bool logsOnDraw;                     ///< writes log lines of its own when it draws
     std::function<std::unique_ptr<AnyEffect>()> make;
+
+    /// The class whose programs it draws with: cache names are made of it.
+    std::string programClass() const { return cacheNames[0].substr(0, cacheNames[0].find("Program")); }
 };
 
 template <typename Effect>

@@ -1,5 +1,7 @@
 #include "effects/comet/CometRenderer.h"
 #include "effects/metaball/Metaball2DRenderer.h"
+#include "effects/metaball/MetaballRenderer.h"
+#include "effects/vector/VectorGraphicRenderer.h"
 #include "effects/water/IntensityMapBuilder.h"
 #include "effects/water/NormalMapBuilder.h"
 #include "effects/water/ShallowWater.h"
@@ -41,6 +43,43 @@ const EffectCase metaball2DRenderer = {
                                   effect.render(color);
                               },
                               [](Metaball2DRenderer&) { return 0U; }),
+};
+
+const EffectCase metaballRenderer = {
+    "MetaballRenderer",
+    {"Metaball2DRendererProgramMetaball", "Metaball2DRendererProgramDraw"},
+    true,
+    1,
+    3,
+    false,
+    maker<MetaballRenderer>([](MetaballRenderer& effect) { effect.init(1.0F); },
+                            [](MetaballRenderer& effect) {
+                                effect.push(48.0F, 30.0F, 0);
+                                effect.render(20.0F, 12.5F);
+                            },
+                            [](MetaballRenderer&) { return 0U; }),
+};
+
+const EffectCase vectorGraphicRenderer = {
+    "VectorGraphicRenderer",
+    {"VectorGraphicRendererProgramGradientFill", "VectorGraphicRendererProgramBitmap",
+     "VectorGraphicRendererProgramAlphaMaskedBitmap", "VectorGraphicRendererProgramCircle",
+     "VectorGraphicRendererProgramBitmapCircle"},
+    true,
+    0,
+    4,
+    false,
+    maker<VectorGraphicRenderer>([](VectorGraphicRenderer& effect) { effect.init(); },
+                                 [](VectorGraphicRenderer& effect) {
+                                     float color[4] = {1.0F, 0.5F, 0.0F, 1.0F};
+                                     float rim[4] = {0.0F, 0.5F, 1.0F, 0.5F};
+                                     effect.renderRadialGradient(48.0F, 30.0F, 5.0F, color, 40.0F, rim);
+                                     effect.renderCircle(20.0F, 20.0F, 12.0F, color);
+                                     effect.renderBitmapCircle(70.0F, 40.0F, 12.0F, color, 0);
+                                     effect.renderRotatedBitmapRectangle(5.0F, 5.0F, 10.0F, 10.0F, 0, 1);
+                                     effect.renderRotatedAlphaMaskedBitmapRectangle(5.0F, 40.0F, 9.0F, 9.0F, 0, 2, 0);
+                                 },
+                                 [](VectorGraphicRenderer&) { return 0U; }),
 };
 
 const EffectCase cometRenderer = {
@@ -145,8 +184,8 @@ const EffectCase shallowWaterRenderer = {
 } // namespace
 
 const std::vector<EffectCase>& effectCases() {
-    static const std::vector<EffectCase> cases = {metaball2DRenderer,  cometRenderer,         intensityMapBuilder,
-                                                  normalMapBuilder,    shallowWaterIterative, shallowWater,
-                                                  shallowWaterRenderer};
+    static const std::vector<EffectCase> cases = {metaball2DRenderer,    metaballRenderer,    vectorGraphicRenderer,
+                                                  cometRenderer,         intensityMapBuilder, normalMapBuilder,
+                                                  shallowWaterIterative, shallowWater,        shallowWaterRenderer};
     return cases;
 }

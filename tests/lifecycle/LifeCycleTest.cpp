@@ -82,8 +82,8 @@ TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     std::vector<LogLine> lines = log.take();
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_EQ(lines[0].priority, 6);
-    EXPECT_EQ(lines[0].tag, effectCase.name);
-    EXPECT_THAT(lines[0].message, MatchesRegex(effectCase.name + " Shader Init : [0-9]+\\.[0-9]+ ms"));
+    EXPECT_EQ(lines[0].tag, effectCase.programClass());
+    EXPECT_THAT(lines[0].message, MatchesRegex(effectCase.programClass() + " Shader Init : [0-9]+\\.[0-9]+ ms"));
 
     auto second = made();
     second->init();

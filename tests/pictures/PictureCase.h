@@ -40,6 +40,7 @@ struct Difference {
 Difference difference(const Comparison& comparison);
 
 const PictureTable& metaballPictures();
+const PictureTable& vectorPictures();
 const PictureTable& cometPictures();
 
 /// All tables, in the order of the effects.

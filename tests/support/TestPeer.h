@@ -30,6 +30,18 @@ struct TestPeer {
     TIDALUME_PEEK(mCoreOfCometVertices)
     TIDALUME_PEEK(mTailOfCometVertices)
     TIDALUME_PEEK(mTailOfCometTexcoords)
+    TIDALUME_PEEK(mProgramGradientFill)
+    TIDALUME_PEEK(mProgramBitmap)
+    TIDALUME_PEEK(mProgramAlphaMaskedBitmap)
+    TIDALUME_PEEK(mProgramCircle)
+    TIDALUME_PEEK(mProgramBitmapCircle)
+    TIDALUME_PEEK(mBitmapCircleVertices)
+    TIDALUME_PEEK(mRectTexcoords)
+    TIDALUME_PEEK(mPointVertex)
+    TIDALUME_PEEK(mEmitBase)
+    TIDALUME_PEEK(mEmitRange)
+    TIDALUME_PEEK(mParticleManager)
+    TIDALUME_PEEK(mMetaball2DRenderer)
 
 #undef TIDALUME_PEEK
 };

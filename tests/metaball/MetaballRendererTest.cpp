@@ -1,0 +1,307 @@
+#include "effects/metaball/MetaballRenderer.h"
+
+#include "tests/support/GLTest.h"
+#include "tests/support/TestPeer.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <gmock/gmock.h>
+#include <limits>
+#include <random>
+
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::IsEmpty;
+
+constexpr int press = 0;
+constexpr int release = 1;
+constexpr int stream = 7;
+
+Particle particleWith(Vector2 velocity, float age, float radius) {
+    return {Vector2(), radius, age, velocity};
+}
+
+bool sameBits(const std::vector<Particle>& a, const std::vector<Particle>& b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(Particle)) == 0;
+}
+
+TEST(ParticleManagerTest, DampsThenMovesThenShrinksTheOld) {
+    ParticleManager manager;
+    EXPECT_TRUE(manager.step(0.2F)) << "without particles";
+    Particle young = particleWith({10.0F, 0.0F}, 0.0F, 5.0F);
+    Particle atTheLimit = particleWith({}, 39.75F, 5.0F);
+    manager.addParticle(young);
+    manager.addParticle(atTheLimit);
+    const std::vector<Particle>& particles = *manager.getParticleVector();
+
+    EXPECT_TRUE(manager.step(0.25F));
+    EXPECT_FLOAT_EQ(particles[0].velocity.x, 9.98F);
+    EXPECT_FLOAT_EQ(particles[0].position.x, 2.495F);
+    EXPECT_EQ(particles[1].age, 40.0F);
+    EXPECT_EQ(particles[1].radius, 5.0F) << "40 is not yet old";
+    manager.step(0.25F);
+    manager.step(0.25F);
+    EXPECT_EQ(particles[1].radius, -1.0F) << "radii may fall below 0";
+    EXPECT_EQ(particles[0].radius, 5.0F);
+
+    manager.deleteAllParticle();
+    EXPECT_EQ(manager.getParticleNumber(), 0);
+    manager.addParticle(atTheLimit);
+    EXPECT_EQ(manager.getParticleVector()->front().age, 39.75F);
+}
+
+/// Whatever form the loop takes: the bits of the plain one.
+TEST(ParticleManagerTest, StepsToTheBit) {
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> number(-100.0F, 100.0F);
+    ParticleManager manager;
+    std::vector<Particle> expected;
+    for (int i = 0; i < 1001; ++i) {
+        Particle particle = {{number(random), number(random)},
+                             number(random),
+                             std::fabs(number(random)) * 0.5F,
+                             {number(random), number(random)}};
+        expected.push_back(particle);
+        manager.addParticle(particle);
+    }
+    for (int frame = 0; frame < 250; ++frame) {
+        manager.step(0.2F);
+        for (Particle& p : expected) {
+            p.velocity = p.velocity * 0.998F;
+            p.age = p.age + 0.2F;
+            p.position = p.position + p.velocity * 0.2F;
+            if (p.age > 40.0F) p.radius = p.radius - 3.0F;
+        }
+    }
+    EXPECT_TRUE(sameBits(*manager.getParticleVector(), expected));
+}
+
+class MetaballRendererTest : public GLTest {
+  protected:
+    MetaballRenderer renderer;
+
+    MetaballRendererTest() { renderer.init(1.0F); }
+
+    std::vector<Particle>& particles() { return *TestPeer::mParticleManager(renderer).getParticleVector(); }
+
+    void drag(float fromX, float fromY, float toX, float toY) {
+        renderer.push(fromX, fromY, press);
+        renderer.push(toX, toY, stream);
+    }
+
+    void update(int frames) {
+        for (int i = 0; i < frames; ++i)
+            renderer.update();
+    }
+};
+
+/// What one frame draws from the stream, written down independently of the renderer.
+class Replay {
+  public:
+    std::vector<Particle> particles = {{Vector2(100.0F, 200.0F), 0.0F, 0.0F, Vector2()}};
+
+    void frame() {
+        const float chance = 0.15F + 0.1F * draw();
+        if (chance > draw()) emit();
+        for (Particle& p : particles) {
+            p.velocity = p.velocity * 0.998F;
+            p.age += 0.2F;
+            p.position += p.velocity * 0.2F;
+            if (p.age > 40.0F) p.radius -= 3.0F;
+        }
+    }
+
+  private:
+    static float draw() { return static_cast<float>(lrand48()) / 2147483648.0F; }
+
+    void emit() {
+        const float dragX = 30.0F / 50.0F;
+        const float dragY = -40.0F / 50.0F;
+        float vx = 0.0F;
+        float vy = 0.0F;
+        do {
+            vx = (draw() - 0.5F) * 2.0F;
+            vy = (draw() - 0.5F) * 2.0F;
+            const float length = std::sqrt(vx * vx + vy * vy);
+            vx /= length;
+            vy /= length;
+        } while (static_cast<double>(vx * dragX + vy * dragY) < 0.85);
+        const float speed = 20.0F + 55.0F * draw();
+        const float radius = 10.0F + 80.0F * draw();
+        particles.push_back({Vector2(115.0F, 180.0F), radius, 0.0F, Vector2(vx * speed, vy * speed)});
+    }
+};
+
+TEST_F(MetaballRendererTest, EmitsWhatTheSeededStreamSays) {
+    drag(100.0F, 200.0F, 130.0F, 160.0F);
+    srand48(11);
+    update(2000);
+    const long next = lrand48();
+
+    srand48(11);
+    Replay replay;
+    for (int i = 0; i < 2000; ++i)
+        replay.frame();
+    EXPECT_EQ(next, lrand48()) << "as many draws";
+    EXPECT_TRUE(sameBits(particles(), replay.particles));
+    EXPECT_GT(particles().size(), 300U);
+}
+
+TEST_F(MetaballRendererTest, EmissionHasTheStatedRateAndSpread) {
+    drag(100.0F, 200.0F, 150.0F, 200.0F);
+    srand48(5);
+    constexpr int frames = 50000;
+    double radii = 0.0, speeds = 0.0, sides = 0.0;
+    float smallest = 1e9F, largest = 0.0F, slowest = 1e9F, fastest = 0.0F;
+    int emitted = 0;
+    for (int i = 0; i < frames; ++i) {
+        const size_t before = particles().size();
+        renderer.update();
+        ASSERT_LE(particles().size(), before + 1);
+        if (particles().size() == before) continue;
+        Particle born = particles().back();
+        ++emitted;
+        const float speed = Vector2::length(&born.velocity.x) / 0.998F;
+        const Vector2 way = born.position - Vector2(125.0F, 200.0F);
+        EXPECT_NEAR(std::hypot(way.x, way.y), speed * 0.998F * 0.2F, 1e-4F) << "damped before it moves";
+        float dragDirection[2] = {1.0F, 0.0F};
+        EXPECT_GE(Vector2::dot(&born.velocity.x, dragDirection) / (speed * 0.998F), 0.8499F);
+        sides += static_cast<double>(Vector2::cross(&born.velocity.x, dragDirection) / speed);
+        radii += static_cast<double>(born.radius);
+        speeds += static_cast<double>(speed);
+        smallest = std::min(smallest, born.radius);
+        largest = std::max(largest, born.radius);
+        slowest = std::min(slowest, speed);
+        fastest = std::max(fastest, speed);
+    }
+    // About 10,000 particles: bounds of five standard errors, and ends that are almost reached.
+    EXPECT_NEAR(emitted / static_cast<double>(frames), 0.2, 0.009);
+    EXPECT_NEAR(radii / emitted, 50.0, 1.2);
+    EXPECT_NEAR(speeds / emitted, 47.5, 0.8);
+    EXPECT_NEAR(sides / emitted, 0.0, 0.02);
+    EXPECT_THAT(smallest, testing::AllOf(testing::Ge(10.0F), testing::Lt(10.1F)));
+    EXPECT_THAT(largest, testing::AllOf(testing::Le(90.0F), testing::Gt(89.9F)));
+    EXPECT_NEAR(slowest, 20.0F, 0.1F);
+    EXPECT_NEAR(fastest, 75.0F, 0.1F);
+}
+
+TEST_F(MetaballRendererTest, WithoutADirectionNothingIsDrawnFromTheStream) {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    const auto drawsNothing = [&] {
+        srand48(3);
+        update(50);
+        const long next = lrand48();
+        srand48(3);
+        return next == lrand48();
+    };
+    renderer.push(50.0F, 50.0F, stream);
+    EXPECT_TRUE(drawsNothing()) << "no press point";
+    for (const Vector2 target : {Vector2(40.0F, 30.0F), {nan, 30.0F}, {infinity, 30.0F}, {1e30F, -1e30F}}) {
+        drag(40.0F, 30.0F, target.x, target.y);
+        EXPECT_TRUE(drawsNothing()) << target.x << " " << target.y;
+        EXPECT_EQ(particles().size(), 1U);
+    }
+    drag(0.0F, 0.0F, 1e-30F, 0.0F); // whose length is 0 in single precision, so that it stays 1e-30
+    update(50);
+    EXPECT_EQ(particles().size(), 1U) << "the search ends without a particle";
+}
+
+TEST_F(MetaballRendererTest, SpendsLargerBudgetsUpToTheLimit) {
+    TestPeer::mEmitBase(renderer) = 3.0F;
+    TestPeer::mEmitRange(renderer) = 0.0F;
+    drag(40.0F, 30.0F, 80.0F, 30.0F);
+    update(10);
+    EXPECT_EQ(particles().size(), 31U);
+    particles().resize(65533, particles().back());
+    update(1);
+    EXPECT_EQ(particles().size(), 65535U) << "two of three";
+    TestPeer::mEmitBase(renderer) = 0.9999F;
+    srand48(9);
+    update(50);
+    EXPECT_EQ(particles().size(), 65535U);
+    const long next = lrand48();
+    srand48(9);
+    for (int draw = 0; draw < 2 * 50; ++draw)
+        lrand48();
+    EXPECT_EQ(lrand48(), next) << "a full store still draws the budget and the chance";
+    renderer.push(1.0F, 1.0F, press);
+    EXPECT_EQ(particles().size(), 1U);
+}
+
+TEST_F(MetaballRendererTest, APressIsOneBlobOfTheRadiusAskedFor) {
+    renderer.setScreenSize(width, height);
+    renderer.render(20.0F, 5.0F);
+    EXPECT_TRUE(particles().empty());
+    EXPECT_THAT(tidalume::headless::readFramebuffer(width, height).rgba, Each(0.0F)) << "nothing before a press";
+
+    renderer.push(40.0F, 30.0F, press);
+    const GLRecorder::Calls calls = glRecorder().record([&] { renderer.render(20.0F, 5.0F); });
+    EXPECT_THAT(calls, Contains("glDrawArrays POINTS 0 1"));
+    EXPECT_THAT(calls, Contains("glUniform4fv color 1 1 1 0.4"));
+    const auto drawn = tidalume::headless::readFramebuffer(width, height);
+    EXPECT_NEAR(drawn.at(40, height - 31 - 18)[0], 0.4F, 0.005F) << "inside";
+    EXPECT_EQ(drawn.at(40, height - 31 - 22)[0], 0.0F) << "outside";
+    EXPECT_EQ(particles()[0].radius, 20.0F);
+    EXPECT_EQ(particles()[0].age, 0.2F);
+
+    renderer.push(90.0F, 30.0F, stream);
+    update(300);
+    EXPECT_GT(particles().size(), 20U);
+    const GLRecorder::Calls many = glRecorder().record([&] { renderer.render(12.0F, 1.0F); });
+    EXPECT_THAT(many, Contains("glDrawArrays POINTS 0 " + std::to_string(particles().size())));
+    EXPECT_EQ(particles()[0].radius, 12.0F) << "however old";
+
+    const size_t before = particles().size();
+    renderer.push(91.0F, 30.0F, release);
+    const float x = particles().back().position.x;
+    update(100);
+    EXPECT_EQ(particles().size(), before) << "none after a release";
+    EXPECT_NE(particles().back().position.x, x) << "but they move on";
+    renderer.push(10.0F, 10.0F, 5);
+    update(100);
+    EXPECT_EQ(particles().size(), before) << "other actions change no state";
+    renderer.push(5.0F, 6.0F, press);
+    ASSERT_EQ(particles().size(), 1U);
+    EXPECT_EQ(particles()[0].position.x, 5.0F);
+}
+
+TEST_F(MetaballRendererTest, KeepsItsInnerRendererAndItsParticlesOverALossOfTheContext) {
+    const Metaball2DRenderer* inner = TestPeer::mMetaball2DRenderer(renderer);
+    drag(40.0F, 30.0F, 80.0F, 30.0F);
+    EXPECT_THAT(glRecorder().record([&] { renderer.render(10.0F, 1.0F); }), IsEmpty()) << "not sized yet";
+    EXPECT_EQ(particles()[0].age, 0.2F) << "but the particles move";
+
+    renderer.GLContextDestroyed();
+    context.recreate();
+    glRecorder().live.clear();
+    const std::vector<Particle> frozen = particles();
+    EXPECT_THAT(glRecorder().record([&] { renderer.render(10.0F, 1.0F); }), IsEmpty());
+    renderer.push(1.0F, 1.0F, press);
+    EXPECT_TRUE(sameBits(particles(), frozen));
+
+    renderer.init(1.0F);
+    EXPECT_EQ(TestPeer::mMetaball2DRenderer(renderer), inner);
+    renderer.setScreenSize(width, height);
+    EXPECT_THAT(glRecorder().record([&] { renderer.render(10.0F, 1.0F); }), Contains("glFlush"));
+}
+
+TEST_F(MetaballRendererTest, IsSilentBeforeInit) {
+    MetaballRenderer fresh;
+    EXPECT_THAT(glRecorder().record([&] {
+        fresh.setScreenSize(width, height);
+        fresh.GLContextDestroyed();
+        fresh.push(1.0F, 1.0F, press);
+        fresh.update();
+        fresh.render(10.0F, 1.0F);
+    }),
+                IsEmpty());
+    fresh.init(1.0F);
+    fresh.render(10.0F, 1.0F);
+    EXPECT_EQ(TestPeer::mParticleManager(fresh).getParticleNumber(), 0);
+}
+
+} // namespace

@@ -1,0 +1,194 @@
+#include "effects/vector/VectorGraphicRenderer.h"
+
+#include "tests/support/GLTest.h"
+#include "tests/support/TestPeer.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+
+using Calls = GLRecorder::Calls;
+
+class VectorGraphicRendererTest : public GLTest {
+  protected:
+    VectorGraphicRenderer graphics;
+    float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
+    float other[4] = {0.0F, 0.5F, 0.0F, 0.5F};
+
+    void makeReady() {
+        graphics.init();
+        graphics.setScreenSize(width, height);
+    }
+
+    /// The frame that every drawing call shares, around the call's own steps.
+    static Calls framed(GLuint program, const Calls& steps, const Calls& blend = defaultBlend) {
+        Calls calls = {"glViewport 0 0 97 61", "glEnable BLEND"};
+        calls.insert(calls.end(), blend.begin(), blend.end());
+        calls.insert(calls.end(), {"glDisable DEPTH_TEST", "glUseProgram " + std::to_string(program)});
+        calls.insert(calls.end(), steps.begin(), steps.end());
+        calls.insert(calls.end(), {"glUseProgram 0", "glDisable BLEND"});
+        return calls;
+    }
+
+    inline static const Calls defaultBlend = {
+        "glBlendEquation FUNC_ADD", "glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA",
+        "glBlendColor 0 0 0 1"};
+
+    std::vector<std::function<void()>> drawingCalls() {
+        return {[&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
+                [&] { graphics.renderCircle(40.0F, 30.0F, 12.0F, color); },
+                [&] { graphics.renderBitmapCircle(40.0F, 30.0F, 12.0F, color, 7); },
+                [&] { graphics.renderBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7); },
+                [&] { graphics.renderRotatedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 3); },
+                [&] { graphics.renderAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 8); },
+                [&] { graphics.renderRotatedAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 5, 8); }};
+    }
+};
+
+TEST_F(VectorGraphicRendererTest, BuildsItsProgramsInOrder) {
+    Calls relevant;
+    for (const std::string& call : glRecorder().record([&] { graphics.init(); })) {
+        if (call.find("Location") != std::string::npos || call.find("checkGLError create") == 0)
+            relevant.push_back(call.substr(call.find(' ') + 1));
+    }
+    EXPECT_THAT(relevant,
+                ElementsAre("createProgram mProgramGradientFill", "matrixMVP", "referencePosition", "gradientBegin",
+                            "gradientBeginColor", "gradientEnd", "gradientEndColor", "vertices",
+                            "createProgram mProgramBitmap", "matrixMVP", "textureBitmap", "vertices", "texcoords",
+                            "createProgram mProgramAlphaMaskedBitmap", "matrixMVP", "textureBitmap", "textureMask",
+                            "vertices", "texcoords", "createProgram mProgramCircle", "color", "vertices",
+                            "createProgram mProgramBitmapCircle", "bitmap", "color", "size", "vertices"));
+    graphics.GLContextDestroyed();
+    EXPECT_EQ(TestPeer::mProgramBitmapCircle(graphics), 0U);
+    EXPECT_EQ(TestPeer::mBitmapCircleVertices(graphics), -1);
+    context.recreate();
+}
+
+TEST_F(VectorGraphicRendererTest, DrawsInOrder) {
+    makeReady();
+    const Calls gradient = {"glUniformMatrix4fv matrixMVP 1 ",
+                            "glUniform2f referencePosition 40 30",
+                            "glUniform1f gradientBegin 5",
+                            "glUniform4fv gradientBeginColor 1 0.5 0.25 1",
+                            "glUniform1f gradientEnd 25.5",
+                            "glUniform4fv gradientEndColor 0 0.5 0 0.5",
+                            "glVertexAttribPointer vertices 3 FLOAT 0 0",
+                            "glEnableVertexAttribArray vertices",
+                            "glDrawArrays TRIANGLE_STRIP 0 4",
+                            "glDisableVertexAttribArray vertices"};
+    const Calls circle = {"glUniform4fv color 1 0.5 0.25 1", "glEnableVertexAttribArray vertices",
+                          "glVertexAttribPointer vertices 3 FLOAT 0 12", "glDrawArrays POINTS 0 1",
+                          "glBindBuffer ARRAY_BUFFER 0"};
+    const Calls bitmapCircle = {"glUniform4fv color 1 0.5 0.25 1",
+                                "glUniform2f size 97 61",
+                                "glUniform1i bitmap 0",
+                                "glActiveTexture TEXTURE0",
+                                "glBindTexture TEXTURE_2D 7",
+                                "glEnableVertexAttribArray vertices",
+                                "glVertexAttribPointer vertices 3 FLOAT 0 12",
+                                "glDrawArrays POINTS 0 1",
+                                "glBindTexture TEXTURE_2D 0",
+                                "glBindBuffer ARRAY_BUFFER 0"};
+    const Calls quad = {"glVertexAttribPointer vertices 3 FLOAT 0 0",
+                        "glVertexAttribPointer texcoords 2 FLOAT 0 0",
+                        "glEnableVertexAttribArray vertices",
+                        "glEnableVertexAttribArray texcoords",
+                        "glDrawArrays TRIANGLE_STRIP 0 4",
+                        "glDisableVertexAttribArray texcoords",
+                        "glDisableVertexAttribArray vertices"};
+    Calls rectangle = {"glUniformMatrix4fv matrixMVP 1 ", "glUniform1i textureBitmap 0", "glActiveTexture TEXTURE0",
+                       "glBindTexture TEXTURE_2D 7"};
+    Calls masked = rectangle;
+    rectangle.insert(rectangle.end(), quad.begin(), quad.end());
+    masked.insert(masked.end(),
+                  {"glUniform1i textureMask 1", "glActiveTexture TEXTURE1", "glBindTexture TEXTURE_2D 8"});
+    masked.insert(masked.end(), quad.begin(), quad.end());
+    masked.insert(masked.end(),
+                  {"glBindTexture TEXTURE_2D 0", "glActiveTexture TEXTURE0", "glBindTexture TEXTURE_2D 0"});
+
+    const std::vector<Calls> expected = {
+        framed(TestPeer::mProgramGradientFill(graphics), gradient),
+        framed(TestPeer::mProgramCircle(graphics), circle),
+        framed(TestPeer::mProgramBitmapCircle(graphics), bitmapCircle),
+        framed(TestPeer::mProgramBitmap(graphics), rectangle),
+        framed(TestPeer::mProgramBitmap(graphics), rectangle),
+        framed(TestPeer::mProgramAlphaMaskedBitmap(graphics), masked),
+        framed(TestPeer::mProgramAlphaMaskedBitmap(graphics), masked),
+    };
+    const auto calls = drawingCalls();
+    for (size_t i = 0; i < calls.size(); ++i)
+        EXPECT_EQ(glRecorder().record(calls[i]), expected[i]) << i;
+}
+
+TEST_F(VectorGraphicRendererTest, SettersReachGLWithTheNextDraw) {
+    makeReady();
+    EXPECT_THAT(glRecorder().record([&] {
+        graphics.setBlendEquation(GL_MAX);
+        graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
+        graphics.setBlendColor(0.125F, 0.25F, 0.5F, 0.75F);
+        graphics.setScreenSize(width, height);
+        graphics.rotateTexture(2);
+    }),
+                IsEmpty());
+    const Calls blend = {"glBlendEquation 0x8008", "glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0",
+                         "glBlendColor 0.125 0.25 0.5 0.75", "glDisable DEPTH_TEST"};
+    for (const auto& draw : drawingCalls()) {
+        const Calls calls = glRecorder().record(draw);
+        EXPECT_THAT(Calls(calls.begin() + 2, calls.begin() + 6), ElementsAreArray(blend));
+    }
+    EXPECT_EQ(glRecorder().record([&] { graphics.setBlend(); }), blend);
+}
+
+TEST_F(VectorGraphicRendererTest, DrawsNothingBeforeItIsReady) {
+    const auto expectNothing = [&] {
+        for (const auto& draw : drawingCalls())
+            EXPECT_THAT(glRecorder().record(draw), IsEmpty());
+    };
+    expectNothing();
+    graphics.setScreenSize(width, height);
+    expectNothing();
+    graphics.init();
+    for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}}) {
+        graphics.setScreenSize(w, h);
+        expectNothing();
+    }
+    graphics.setScreenSize(width, height);
+    EXPECT_FALSE(glRecorder().record(drawingCalls()[0]).empty());
+    graphics.GLContextDestroyed();
+    expectNothing();
+    context.recreate();
+    graphics.init();
+    EXPECT_FALSE(glRecorder().record(drawingCalls()[0]).empty()) << "the size is still known";
+}
+
+TEST_F(VectorGraphicRendererTest, RotationLastsForOneDraw) {
+    const auto unrotated = ElementsAre(0, 0, 1, 0, 0, 1, 1, 1);
+    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated) << "from the start";
+    makeReady();
+    graphics.rotateTexture(1);
+    graphics.rotateTexture(6);
+    graphics.rotateTexture(-1);
+    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), ElementsAre(1, 0, 1, 1, 0, 0, 0, 1)) << "unknown codes keep it";
+    graphics.init();
+    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated);
+    for (const size_t rotatedCall : {4U, 6U}) {
+        drawingCalls()[rotatedCall]();
+        EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated) << rotatedCall;
+    }
+}
+
+/// The quotient is in single precision: one in double precision gives other bits at these points.
+TEST_F(VectorGraphicRendererTest, PlacesDiscsToTheBit) {
+    graphics.init();
+    graphics.setScreenSize(1080, 1920);
+    graphics.renderCircle(540.3F, 960.7F, 25.25F, color);
+    EXPECT_THAT(TestPeer::mPointVertex(graphics), ElementsAre(0x1.234p-11F, -0x1.7e5p-11F, 50.5F));
+    graphics.renderBitmapCircle(611.1F, 1234.5F, 25.25F, color, 0);
+    EXPECT_THAT(TestPeer::mPointVertex(graphics), ElementsAre(0x1.0da74p-3F, -0x1.24ccdp-2F, 25.25F));
+}
+
+} // namespace
