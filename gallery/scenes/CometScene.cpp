@@ -8,11 +8,11 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float kPi = 3.1415927F;
-constexpr float kFrameTime = 1.0F / 60;
-constexpr float kSparkLife = 0.8F; // in seconds
+constexpr float pi = 3.1415927F;
+constexpr float frameTime = 1.0F / 60;
+constexpr float sparkLife = 0.8F; // in seconds
 // The heads that the effect reports run ahead of what it draws: sparks wait until the comet has come to them.
-constexpr float kSparkBirth = -0.12F;
+constexpr float sparkBirth = -0.12F;
 
 // Hard-edged discs far larger than the screen, from the back to the front, in shares of the width.
 struct Hill {
@@ -22,7 +22,7 @@ struct Hill {
     float color[4];
 };
 
-constexpr Hill kHills[] = {
+constexpr Hill hills[] = {
     {0.80F, 0.250F, 0.95F, {0.070F, 0.085F, 0.190F, 1}},
     {0.10F, 0.200F, 0.80F, {0.050F, 0.062F, 0.150F, 1}},
     {0.62F, 0.130F, 1.60F, {0.030F, 0.038F, 0.100F, 1}},
@@ -38,13 +38,13 @@ float randomBetween(float low, float high) {
 CometScene::CometScene() {
     for (Star& star : mStars) {
         // Many faint ones, few bright ones.
-        float const size = std::pow(randomBetween(0, 1), 4.0F);
+        const float size = std::pow(randomBetween(0, 1), 4.0F);
         star.x = randomBetween(0, 1);
         star.y = randomBetween(0, 0.9F);
         star.radius = 0.7F + 1.3F * size;
         star.warmth = randomBetween(0, 1);
         star.brightness = 0.25F + 0.65F * size;
-        star.phase = randomBetween(0, 2 * kPi);
+        star.phase = randomBetween(0, 2 * pi);
     }
 }
 
@@ -71,10 +71,10 @@ void CometScene::touch(const Touch& touch) {
 }
 
 void CometScene::launch(float x, float y) {
-    constexpr int kLaunch = 0;
+    constexpr int launchAction = 0;
     Flight& flight = mFlights[mNextFlight];
     mNextFlight = (mNextFlight + 1) % mFlights.size();
-    flight.comets.push(x, y, kLaunch);
+    flight.comets.push(x, y, launchAction);
     flight.progress = 0;
 }
 
@@ -91,17 +91,17 @@ void CometScene::drawFrame() {
 
 // Two whole flights in two seconds, and a third one half way at their end.
 std::vector<Touch> CometScene::demonstration(int frame) const {
-    constexpr int kPeriod = 120;
+    constexpr int period = 120;
     struct Launch {
         int frame;
         float x, y;
     };
-    constexpr Launch kLaunches[] = {{2, 0.50F, 0.42F}, {44, 0.36F, 0.56F}, {86, 0.60F, 0.45F}};
-    for (const Launch& launch : kLaunches) {
-        float const x = launch.x * static_cast<float>(mWidth);
-        float const y = launch.y * static_cast<float>(mHeight);
-        if (frame % kPeriod == launch.frame) return {{x, y, TouchAction::Down}};
-        if (frame % kPeriod == launch.frame + 4) return {{x, y, TouchAction::Up}};
+    constexpr Launch launches[] = {{2, 0.50F, 0.42F}, {44, 0.36F, 0.56F}, {86, 0.60F, 0.45F}};
+    for (const Launch& launch : launches) {
+        const float x = launch.x * static_cast<float>(mWidth);
+        const float y = launch.y * static_cast<float>(mHeight);
+        if (frame % period == launch.frame) return {{x, y, TouchAction::Down}};
+        if (frame % period == launch.frame + 4) return {{x, y, TouchAction::Up}};
     }
     return {};
 }
@@ -130,9 +130,9 @@ void CometScene::drawGlow(float x, float y, float begin, const float (&inner)[4]
 // Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
 // at the right.
 void CometScene::drawSky() {
-    auto const width = static_cast<float>(mWidth);
-    auto const height = static_cast<float>(mHeight);
-    float const size = std::max(width, height);
+    const auto width = static_cast<float>(mWidth);
+    const auto height = static_cast<float>(mHeight);
+    const float size = std::max(width, height);
     drawGlow(0.5F * width, height + 0.35F * size, 0.3F * size, {0.150F, 0.160F, 0.360F, 1}, 1.35F * size,
              {0.008F, 0.012F, 0.045F, 1});
     drawGlow(0.12F * width, height, 0, {0.420F, 0.240F, 0.400F, 0.60F}, 0.62F * size, {0.180F, 0.160F, 0.400F, 0});
@@ -142,7 +142,7 @@ void CometScene::drawSky() {
 
 void CometScene::drawStars() {
     for (const Star& star : mStars) {
-        float const twinkle = 0.8F + 0.2F * std::sin(star.phase + 0.09F * static_cast<float>(mFrame));
+        const float twinkle = 0.8F + 0.2F * std::sin(star.phase + 0.09F * static_cast<float>(mFrame));
         float color[4] = {0.80F + 0.20F * star.warmth, 0.92F, 1 - 0.25F * star.warmth, star.brightness * twinkle};
         mGraphics.renderCircle(star.x * static_cast<float>(mWidth), star.y * static_cast<float>(mHeight),
                                star.radius * mUnit, color);
@@ -150,10 +150,10 @@ void CometScene::drawStars() {
 }
 
 void CometScene::drawHills() {
-    for (const Hill& hill : kHills) {
-        auto const width = static_cast<float>(mWidth);
-        float const radius = hill.radius * width;
-        float const y = static_cast<float>(mHeight) - hill.top * width + radius;
+    for (const Hill& hill : hills) {
+        const auto width = static_cast<float>(mWidth);
+        const float radius = hill.radius * width;
+        const float y = static_cast<float>(mHeight) - hill.top * width + radius;
         const float beyond[4] = {hill.color[0], hill.color[1], hill.color[2], 0};
         drawGlow(hill.x * width, y, radius - 0.7F, hill.color, radius + 0.7F, beyond);
     }
@@ -162,24 +162,24 @@ void CometScene::drawHills() {
 void CometScene::drawFlight(Flight& flight) {
     if (flight.progress >= 1) return;
     flight.comets.render(static_cast<double>(flight.progress));
-    float const brightness = std::sin(kPi * flight.progress);
-    auto const sparks = static_cast<int>(std::lround(mSparkRate));
+    const float brightness = std::sin(pi * flight.progress);
+    const auto sparks = static_cast<int>(std::lround(mSparkRate));
     for (int i = 0; i < sparks; ++i) {
         addSpark(flight.comets.getCore1X(), flight.comets.getCore1Y(), brightness);
         addSpark(flight.comets.getCore2X(), flight.comets.getCore2Y(), brightness);
     }
-    flight.progress += kFrameTime / mDuration;
+    flight.progress += frameTime / mDuration;
 }
 
 void CometScene::addSpark(float x, float y, float brightness) {
-    float const direction = randomBetween(0, 2 * kPi);
-    float const speed = randomBetween(0, 26) * mUnit;
+    const float direction = randomBetween(0, 2 * pi);
+    const float speed = randomBetween(0, 26) * mUnit;
     mSparks[mNextSpark] = {x + randomBetween(-4, 4) * mUnit,
                            y + randomBetween(-4, 4) * mUnit,
                            speed * std::cos(direction),
                            speed * std::sin(direction),
                            randomBetween(0.8F, 1.9F) * mUnit,
-                           kSparkBirth,
+                           sparkBirth,
                            brightness};
     mNextSpark = (mNextSpark + 1) % mSparks.size();
 }
@@ -187,14 +187,14 @@ void CometScene::addSpark(float x, float y, float brightness) {
 void CometScene::drawSparks() {
     for (Spark& spark : mSparks) {
         if (spark.age >= 1) continue;
-        spark.age += kFrameTime / kSparkLife;
+        spark.age += frameTime / sparkLife;
         if (spark.age < 0) continue;
-        float const rest = 1 - spark.age;
+        const float rest = 1 - spark.age;
         float color[4] = {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest};
         mGraphics.renderCircle(spark.x, spark.y, spark.radius, color);
-        spark.x += spark.velocityX * kFrameTime;
-        spark.y += spark.velocityY * kFrameTime;
-        spark.velocityY += 40 * mUnit * kFrameTime; // they fall, slowly
+        spark.x += spark.velocityX * frameTime;
+        spark.y += spark.velocityY * frameTime;
+        spark.velocityY += 40 * mUnit * frameTime; // they fall, slowly
     }
 }
 
