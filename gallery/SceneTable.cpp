@@ -2,6 +2,8 @@
 
 #include "gallery/scenes/CometScene.h"
 #include "gallery/scenes/MetaballsScene.h"
+#include "gallery/scenes/ParticlesScene.h"
+#include "gallery/scenes/VectorScene.h"
 
 namespace tidalume::gallery {
 
@@ -19,8 +21,13 @@ const std::vector<SceneEntry>& sceneTable() {
         {"metaballs", "Metaballs",
          "Warm drops rise and sink, merge where they meet and part again; one follows the finger.",
          make<MetaballsScene>},
+        {"particles", "Particles",
+         "Blobs under the fingers spray drops where they are dragged; drops merge and shrink.", make<ParticlesScene>},
         {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.",
          make<CometScene>},
+        {"vector", "Vector graphics",
+         "Gradients, discs, lights that add up, a boat in all its turns, and a coast that passes behind a mask.",
+         make<VectorScene>},
     };
     return table;
 }
