@@ -108,7 +108,7 @@ void bindTexture(GLenum unit, GLuint texture) {
 VectorGraphicRenderer::VectorGraphicRenderer()
     : mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mBlendEquation(GL_FUNC_ADD), mBlendSrcRGB(GL_SRC_ALPHA),
       mBlendDstRGB(GL_ONE_MINUS_SRC_ALPHA), mBlendSrcAlpha(GL_SRC_ALPHA),
-      mBlendDstAlpha(GL_ONE_MINUS_SRC_ALPHA), mBlendColor{0.0F, 0.0F, 0.0F, 1.0F}, mInitialized(false) {
+      mBlendDstAlpha(GL_ONE_MINUS_SRC_ALPHA), mBlendColor{0.0F, 0.0F, 0.0F, 1.0F} {
     rotateTexture(0);
     ++mInstanceCount;
 }
@@ -120,7 +120,6 @@ VectorGraphicRenderer::~VectorGraphicRenderer() {
 void VectorGraphicRenderer::init() {
     tidalume::buildPrograms(mPrograms);
     rotateTexture(0);
-    mInitialized = true;
 }
 
 void VectorGraphicRenderer::setScreenSize(int width, int height) {
@@ -135,7 +134,6 @@ void VectorGraphicRenderer::setScreenSize(int width, int height) {
 
 void VectorGraphicRenderer::GLContextDestroyed() {
     tidalume::forgetPrograms(mPrograms);
-    mInitialized = false;
 }
 
 void VectorGraphicRenderer::setBlendEquation(int mode) {
@@ -165,7 +163,7 @@ void VectorGraphicRenderer::setBlend() {
 
 void VectorGraphicRenderer::renderRadialGradient(float x, float y, float begin, float* beginColor, float end,
                                                  float* endColor) {
-    if (!isReady()) return;
+    if (!isSized()) return;
 
     beginDrawing(mProgramGradientFill);
     glUniformMatrix4fv(mGradientFillMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
@@ -184,7 +182,7 @@ void VectorGraphicRenderer::renderRadialGradient(float x, float y, float begin, 
 }
 
 void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* color) {
-    if (!isReady()) return;
+    if (!isSized()) return;
 
     beginDrawing(mProgramCircle);
     glUniform4fv(mCircleColor, 1, color);
@@ -195,7 +193,7 @@ void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* 
 }
 
 void VectorGraphicRenderer::renderBitmapCircle(float x, float y, float diameter, float* color, unsigned int texture) {
-    if (!isReady()) return;
+    if (!isSized()) return;
 
     beginDrawing(mProgramBitmapCircle);
     glUniform4fv(mBitmapCircleColor, 1, color);
@@ -210,7 +208,7 @@ void VectorGraphicRenderer::renderBitmapCircle(float x, float y, float diameter,
 }
 
 void VectorGraphicRenderer::renderBitmapRectangle(float x, float y, float width, float height, unsigned int texture) {
-    if (!isReady()) return;
+    if (!isSized()) return;
 
     beginDrawing(mProgramBitmap);
     glUniformMatrix4fv(mBitmapMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
@@ -229,7 +227,7 @@ void VectorGraphicRenderer::renderRotatedBitmapRectangle(float x, float y, float
 
 void VectorGraphicRenderer::renderAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture,
                                                              int mask) {
-    if (!isReady()) return;
+    if (!isSized()) return;
 
     beginDrawing(mProgramAlphaMaskedBitmap);
     glUniformMatrix4fv(mAlphaMaskedBitmapMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
@@ -257,8 +255,8 @@ void VectorGraphicRenderer::rotateTexture(int rotation) {
     std::copy(std::begin(texcoords), std::end(texcoords), mRectTexcoords);
 }
 
-bool VectorGraphicRenderer::isReady() const {
-    return mInitialized && mWidth >= 1 && mHeight >= 1;
+bool VectorGraphicRenderer::isSized() const {
+    return mWidth >= 1 && mHeight >= 1;
 }
 
 void VectorGraphicRenderer::beginDrawing(GLuint program) {

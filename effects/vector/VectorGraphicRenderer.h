@@ -25,8 +25,8 @@ struct ProgramTable;
 /// `init` on every object; the size stays known.
 ///
 /// GL state: drawing sets the viewport to the surface, leaves it and the blend equation, factors and colour as set, and
-/// leaves program 0, blending and depth test disabled. Drawing before `init` and `setScreenSize`, or with a size below
-/// 1, is ignored.
+/// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize`, or with a size below 1, is
+/// ignored.
 class VectorGraphicRenderer {
   public:
     VectorGraphicRenderer();
@@ -94,7 +94,7 @@ class VectorGraphicRenderer {
   private:
     friend struct TestPeer;
 
-    bool isReady() const;
+    bool isSized() const;
     void beginDrawing(GLuint program);
     static void endDrawing();
     void drawDisc(GLint vertices, float x, float y, float diameter);
@@ -116,7 +116,6 @@ class VectorGraphicRenderer {
     GLenum mBlendSrcAlpha;
     GLenum mBlendDstAlpha;
     float mBlendColor[4];
-    bool mInitialized;
 
     static GLuint mProgramGradientFill;
     static GLint mGradientFillMatrixMVP;

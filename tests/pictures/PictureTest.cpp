@@ -40,15 +40,17 @@ void write(const std::string& path, const Comparison& comparison, const std::vec
     headless::writePng(path, picture);
 }
 
-/// The drawn picture, its formula and their difference, 10 times enlarged, as PNG files in the working directory.
-void writePictures(const std::string& name, const Comparison& comparison) {
+/// The drawn picture, its formula and their difference, 10 times enlarged, as PNG files. Returns where they are.
+std::string writePictures(const std::string& name, const Comparison& comparison) {
+    const std::string path = testing::TempDir() + name;
     std::vector<double> enlarged(comparison.drawn.size());
     for (size_t i = 0; i < enlarged.size(); ++i) {
         enlarged[i] = 10.0 * std::fabs(comparison.expected[i] - static_cast<double>(comparison.drawn[i]));
     }
-    write(name + "-drawn.png", comparison, comparison.drawn);
-    write(name + "-expected.png", comparison, comparison.expected);
-    write(name + "-difference.png", comparison, enlarged);
+    write(path + "-drawn.png", comparison, comparison.drawn);
+    write(path + "-expected.png", comparison, comparison.expected);
+    write(path + "-difference.png", comparison, enlarged);
+    return path + "-*.png";
 }
 
 bool hasCoarsePoints() {
@@ -68,9 +70,9 @@ TEST_P(PictureTest, MatchesFormula) {
     ASSERT_EQ(comparison.drawn.size(), comparison.expected.size());
     EXPECT_GT(found.compared, comparison.width * comparison.height / 2)
         << "the formula leaves most of the picture open";
-    if (!(found.largest <= tolerance)) writePictures(picture.name, comparison);
     EXPECT_LE(found.largest, tolerance) << "at (" << found.x << ", " << found.y << "), channel " << found.channel
-                                        << "; tolerance: " << picture.reason;
+                                        << "; tolerance: " << picture.reason << "; see "
+                                        << writePictures(picture.name, comparison);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, testing::ValuesIn(allPictures()),
