@@ -24,7 +24,7 @@ Difference difference(const Comparison& comparison) {
 
 PictureTable allPictures() {
     PictureTable all;
-    for (const PictureTable* table : {&metaballPictures(), &vectorPictures(), &cometPictures()})
+    for (const PictureTable* table : {&metaballPictures(), &vectorPictures(), &cometPictures(), &waterPictures()})
         all.insert(all.end(), table->begin(), table->end());
     return all;
 }

@@ -42,6 +42,7 @@ Difference difference(const Comparison& comparison);
 const PictureTable& metaballPictures();
 const PictureTable& vectorPictures();
 const PictureTable& cometPictures();
+const PictureTable& waterPictures();
 
 /// All tables, in the order of the effects.
 PictureTable allPictures();

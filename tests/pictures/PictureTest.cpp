@@ -4,6 +4,8 @@
 #include "tests/pictures/PictureCase.h"
 #include "tests/support/GLTest.h"
 
+#include <android/log.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -63,6 +65,8 @@ TEST_P(PictureTest, MatchesFormula) {
     const double tolerance = coarse ? picture.coarsePointTolerance : picture.tolerance;
 
     const Comparison comparison = picture.run();
+    for (const LogLine& line : log.take())
+        EXPECT_EQ(line.priority, ANDROID_LOG_VERBOSE) << line;
     const Difference found = difference(comparison);
 
     RecordProperty("difference", std::to_string(found.largest));

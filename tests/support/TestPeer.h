@@ -42,6 +42,23 @@ struct TestPeer {
     TIDALUME_PEEK(mEmitRange)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mMetaball2DRenderer)
+    TIDALUME_PEEK(mMaterialSpecular)
+    TIDALUME_PEEK(mProgram)
+    TIDALUME_PEEK(mProgramDrop)
+    TIDALUME_PEEK(mProgramDropLine)
+    TIDALUME_PEEK(mProgramHorizontalWave)
+    TIDALUME_PEEK(mProgramUpdate)
+    TIDALUME_PEEK(mDropLinePreserveWeight)
+    TIDALUME_PEEK(mUniformTextureFlip)
+    TIDALUME_PEEK(mTextureBG)
+    TIDALUME_PEEK(mDrawFrameBuffer)
+    TIDALUME_PEEK(mMatrixMVP)
+    TIDALUME_PEEK(mTerm)
+    TIDALUME_PEEK(mWaveSpeed)
+    TIDALUME_PEEK(mViscosity)
+    TIDALUME_PEEK(mCurrentBufferIndex)
+    TIDALUME_PEEK(mTime)
+    TIDALUME_PEEK(mNextStepTime)
 
 #undef TIDALUME_PEEK
 };
