@@ -135,8 +135,9 @@ void VectorScene::drawBoats() {
     constexpr float gap = 22;
     const float left = 0.5F * (posterWidth - columns * size - (columns - 1) * gap);
     for (int rotation = 0; rotation < rotations; ++rotation) {
+        const int row = rotation / columns;
         const float boatX = left + static_cast<float>(rotation % columns) * (size + gap);
-        const float boatY = 460 + static_cast<float>(rotation / columns) * (size + gap);
+        const float boatY = 460 + static_cast<float>(row) * (size + gap);
         mGraphics.renderRotatedBitmapRectangle(x(boatX), y(boatY), size * mScale, size * mScale, mBoat.name(),
                                                rotation);
     }
