@@ -1,0 +1,64 @@
+#pragma once
+
+#include "gallery/SceneTable.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace tidalume::gallery {
+
+/// Plays one scene in time, for the front ends that a person touches.
+///
+/// The scene advances in steps of 1/60 s whatever the display's refresh rate is. Until it is touched for the first
+/// time it plays its demonstration.
+///
+///     Player player(entry, seed);
+///     player.setUp(width, height, background);
+///     player.touch(...);                                // any number
+///     if (player.advance(seconds) > 0) ...;             // framebuffer 0 holds a new picture
+///
+/// All calls need the GL context current, but contextLost(), which is to be followed by setUp().
+class Player {
+  public:
+    /// Makes the scene, with chance beginning at the seed.
+    Player(const SceneEntry& entry, std::uint32_t seed);
+
+    /// As Scene::setUp().
+    void setUp(int width, int height, const Picture& background) { mScene->setUp(width, height, background); }
+
+    /// As Scene::contextLost().
+    void contextLost() { mScene->contextLost(); }
+
+    /// As Scene::set().
+    void set(std::string_view name, float value) { mScene->set(name, value); }
+
+    const std::vector<Parameter>& parameters() const { return mScene->parameters(); }
+
+    /// Passes a touch on; the first one ends the demonstration. Pointers that are out of range are ignored.
+    void touch(const Touch& touch);
+
+    /// Lets time pass and draws each step that has become due, at most mostSteps; where more are due the machine is
+    /// too slow or was asleep, and the scene goes on with one step, slowed down.
+    /// @return the number of steps, each of which drew all of framebuffer 0; 0 when it holds what it held before
+    int advance(double seconds);
+
+    /// Draws the next step whatever the time is.
+    void drawStep();
+
+    static constexpr double step = 1.0 / 60.0;
+    static constexpr int mostSteps = 2;
+
+  private:
+    void demonstrate();
+    void endDemonstration();
+
+    std::unique_ptr<Scene> mScene;
+    bool mDemonstrating = true;
+    std::array<std::optional<Touch>, pointerCount> mDemonstrated; // where the demonstration holds fingers down
+    int mFrame = 0;
+    double mDue; // time that has passed and was not drawn yet, in seconds
+};
+
+} // namespace tidalume::gallery
