@@ -3,6 +3,7 @@
 #include "gallery/Background.h"
 #include "gallery/Player.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <emscripten/emscripten.h>
 #include <memory>
@@ -48,12 +49,14 @@ const Picture& backgroundOfSize(int width, int height) {
     return s.background;
 }
 
-void fit(Place& place, int width, int height) {
-    if (place.width == width && place.height == height && place.background == stage().number) return;
+/// @return whether the scene was set up anew
+bool fit(Place& place, int width, int height) {
+    if (place.width == width && place.height == height && place.background == stage().number) return false;
     place.player->setUp(width, height, backgroundOfSize(width, height));
     place.width = width;
     place.height = height;
     place.background = stage().number;
+    return true;
 }
 
 void appendText(std::string& json, const char* name, const char* text) {
@@ -120,11 +123,18 @@ EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int action, in
     place(scene).player->touch({x, y, static_cast<TouchAction>(action), pointer});
 }
 
+/// Draws the next step of a scene that fills a canvas of width x height pixels.
+EMSCRIPTEN_KEEPALIVE void stageStep(int scene, int width, int height) {
+    fit(place(scene), width, height);
+    place(scene).player->drawStep();
+}
+
 /// Lets a scene that fills a canvas of width x height pixels go on for that many seconds.
 /// @return the number of steps that were drawn; 0 leaves the canvas as it is
 EMSCRIPTEN_KEEPALIVE int stageAdvance(int scene, int width, int height, double seconds) {
-    fit(place(scene), width, height);
-    return place(scene).player->advance(seconds);
+    // What is new shows itself even when no time passes.
+    const bool isNew = fit(place(scene), width, height);
+    return place(scene).player->advance(isNew ? std::max(seconds, Player::step) : seconds);
 }
 
 /// Room for a picture of the visitor's, to be filled with RGBA rows from the top before stageUseBackground().

@@ -1,0 +1,162 @@
+import { readAddress, writeAddress } from './address.js';
+import { Gallery } from './gallery.js';
+import { Stage, Unsupported } from './stage.js';
+import { View } from './view.js';
+
+const part = (id) => document.getElementById(id);
+
+class Page {
+  constructor(stage) {
+    this.stage = stage;
+    this.values = stage.scenes.map(initialValues); // of the settings, by scene and name
+    this.seed = 1;
+    this.scene = -1;
+    this.time = performance.now();
+    stage.scenes.forEach((_, scene) => stage.start(scene, this.seed));
+    this.gallery = new Gallery(part('cards'), stage);
+    this.view = new View(stage, (name, value) => this.#set(name, value));
+    this.#setPaused(matchMedia('(prefers-reduced-motion: reduce)').matches);
+    this.#listen();
+    this.#open();
+    requestAnimationFrame((time) => this.#draw(time));
+  }
+
+  #draw(time) {
+    requestAnimationFrame((next) => this.#draw(next));
+    const seconds = this.paused ? 0 : Math.max(0, time - this.time) / 1000;
+    this.time = time;
+    (this.scene < 0 ? this.gallery : this.view).advance(seconds);
+  }
+
+  // What the address says.
+  #open() {
+    const { scene, values } = readAddress(location.hash, this.stage.scenes);
+    this.scene = scene;
+    part('gallery').hidden = scene >= 0;
+    part('view').hidden = scene < 0;
+    document.title = scene < 0 ? 'Tidalume' : `${this.stage.scenes[scene].title} · Tidalume`;
+    if (scene < 0) return;
+    Object.assign(this.values[scene], values);
+    this.#applySettings();
+    scrollTo(0, 0);
+  }
+
+  #set(name, value) {
+    this.values[this.scene][name] = value;
+    this.stage.set(this.scene, name, value);
+    this.#writeAddress();
+  }
+
+  #applySettings() {
+    const values = this.values[this.scene];
+    for (const [name, value] of Object.entries(values)) this.stage.set(this.scene, name, value);
+    this.view.show(this.scene, values);
+    this.#writeAddress();
+  }
+
+  #writeAddress() {
+    history.replaceState(null, '', writeAddress(this.stage.scenes[this.scene], this.values[this.scene]));
+  }
+
+  #setPaused(paused) {
+    this.paused = paused;
+    for (const button of document.querySelectorAll('.pause')) button.textContent = paused ? 'Play' : 'Pause';
+  }
+
+  #restart() {
+    this.stage.start(this.scene, ++this.seed);
+    this.#applySettings();
+  }
+
+  #reset() {
+    this.values[this.scene] = initialValues(this.stage.scenes[this.scene]);
+    this.#applySettings();
+  }
+
+  async #copyLink() {
+    try {
+      await navigator.clipboard.writeText(location.href);
+      say('The link is copied. It holds the effect and its settings.');
+    } catch {
+      say('Please copy the address of this page. It holds the effect and its settings.');
+    }
+  }
+
+  async #showBackground(file) {
+    try {
+      await this.stage.showBackground(file);
+      say(`${file.name} is the background now.`);
+    } catch {
+      say(`${file.name} is not a picture that this browser can read.`);
+    }
+  }
+
+  #press(event) {
+    const { key, target } = event;
+    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    const actions = {
+      Escape: () => { location.hash = ''; },
+      ' ': () => this.#setPaused(!this.paused),
+      r: () => this.#restart(),
+      ArrowLeft: () => part('previous').click(),
+      ArrowRight: () => part('next').click(),
+    };
+    const belongsToControl = target.closest('input') || (key === ' ' && target.closest('button, a, label'));
+    const isForView = key !== ' ';
+    if (!actions[key] || (belongsToControl && key !== 'Escape') || (isForView && this.scene < 0)) return;
+    event.preventDefault();
+    actions[key]();
+  }
+
+  #listen() {
+    addEventListener('hashchange', () => this.#open());
+    addEventListener('keydown', (event) => this.#press(event));
+    for (const button of document.querySelectorAll('.pause')) {
+      button.addEventListener('click', () => this.#setPaused(!this.paused));
+    }
+    part('restart').addEventListener('click', () => this.#restart());
+    part('reset').addEventListener('click', () => this.#reset());
+    part('copy').addEventListener('click', () => this.#copyLink());
+    part('pebbles').addEventListener('click', () => this.stage.showPebbles());
+    part('file').addEventListener('change', ({ target }) => {
+      if (target.files[0]) this.#showBackground(target.files[0]);
+      target.value = '';
+    });
+    this.#listenForDrops();
+  }
+
+  #listenForDrops() {
+    const mark = (dragging) => document.body.classList.toggle('dragging', dragging);
+    addEventListener('dragover', (event) => {
+      event.preventDefault();
+      mark(true);
+    });
+    addEventListener('dragleave', ({ relatedTarget }) => mark(relatedTarget !== null));
+    addEventListener('drop', (event) => {
+      event.preventDefault();
+      mark(false);
+      const [file] = event.dataTransfer.files;
+      if (file) this.#showBackground(file);
+    });
+  }
+}
+
+function initialValues({ parameters }) {
+  return Object.fromEntries(parameters.map(({ name, initial }) => [name, initial]));
+}
+
+function say(text) {
+  part('message').textContent = text;
+  clearTimeout(say.timer);
+  say.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
+}
+
+try {
+  new Page(await Stage.create(document.createElement('canvas')));
+} catch (error) {
+  const trouble = document.createElement('p');
+  trouble.className = 'trouble';
+  trouble.setAttribute('role', 'alert');
+  trouble.textContent = error instanceof Unsupported ? error.message : `The effects did not start: ${error.message}`;
+  part('cards').before(trouble);
+}

@@ -1,0 +1,104 @@
+import createModule from './tidalume.js';
+
+/** The effects cannot run here; the message tells a person why. */
+export class Unsupported extends Error {}
+
+const longestBackgroundSide = 2048;
+
+/** The scenes on one WebGL canvas, on which they take turns. A scene is named by its place in `scenes`. */
+export class Stage {
+  /**
+   * Throws Unsupported where the browser lacks what the effects need.
+   * @param {HTMLCanvasElement} canvas  without a context
+   */
+  static async create(canvas) {
+    const settings = { alpha: false, antialias: false, depth: false, stencil: false };
+    const gl = canvas.getContext('webgl2', settings);
+    if (!gl) {
+      throw new Unsupported('This browser does not offer WebGL 2, with which the effects are drawn. ' +
+        'A current browser does; graphics acceleration may have to be switched on in its settings.');
+    }
+    if (!gl.getExtension('EXT_color_buffer_float') && !gl.getExtension('EXT_color_buffer_half_float')) {
+      throw new Unsupported('The graphics driver of this device cannot draw into floating-point textures ' +
+        '(EXT_color_buffer_float or EXT_color_buffer_half_float), in which the effects keep their waves.');
+    }
+    return new Stage(canvas, gl, await createModule());
+  }
+
+  constructor(canvas, gl, module) {
+    this.canvas = canvas;
+    this.gl = gl;
+    this.module = module;
+    this.lost = false;
+    this.scenes = JSON.parse(module.UTF8ToString(module._stageScenes()));
+    this.driver = gl.getParameter(gl.RENDERER);
+    this.#takeContext();
+    canvas.addEventListener('webglcontextlost', (event) => {
+      event.preventDefault(); // else it never comes back
+      this.lost = true;
+      module._stageContextLost();
+    });
+    canvas.addEventListener('webglcontextrestored', () => {
+      module.GL.deleteContext(this.context);
+      this.#takeContext();
+      this.lost = false;
+    });
+  }
+
+  // What emscripten keeps for a context (buffers, extensions) is gone with it, so each one is registered anew.
+  #takeContext() {
+    this.context = this.module.GL.registerContext(this.gl, { majorVersion: 2, minorVersion: 0 });
+    this.module.GL.makeContextCurrent(this.context);
+  }
+
+  /** Starts a scene, anew if it was running. */
+  start(scene, seed) {
+    this.module._stageStart(scene, seed);
+  }
+
+  set(scene, name, value) {
+    this.module.ccall('stageSet', null, ['number', 'string', 'number'], [scene, name, value]);
+  }
+
+  /** @param action  'down', 'move' or 'up';  x, y in pixels of the canvas from the upper left;  pointer from 0 */
+  touch(scene, action, x, y, pointer) {
+    this.module._stageTouch(scene, x, y, ['down', 'move', 'up'].indexOf(action), pointer);
+  }
+
+  /** Lets a scene go on by a time; true when the canvas shows a new picture. */
+  advance(scene, seconds) {
+    if (this.lost || this.gl.isContextLost()) return false;
+    return this.module._stageAdvance(scene, this.canvas.width, this.canvas.height, seconds) > 0;
+  }
+
+  /** Draws the scene's next step. */
+  step(scene) {
+    this.module._stageStep(scene, this.canvas.width, this.canvas.height);
+  }
+
+  /** Sets the size of the canvas in pixels, where it has another one. */
+  resize(width, height) {
+    if (this.canvas.width !== width) this.canvas.width = width;
+    if (this.canvas.height !== height) this.canvas.height = height;
+  }
+
+  /** Shows a picture file below the scenes that have a background. Throws where it is none that the browser reads. */
+  async showBackground(file) {
+    const bitmap = await createImageBitmap(file);
+    const scale = Math.min(1, longestBackgroundSide / Math.max(bitmap.width, bitmap.height));
+    const width = Math.max(1, Math.round(bitmap.width * scale));
+    const height = Math.max(1, Math.round(bitmap.height * scale));
+    const context = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });
+    context.imageSmoothingQuality = 'high';
+    context.drawImage(bitmap, 0, 0, width, height);
+    bitmap.close();
+    const address = this.module._stageBackground(width, height);
+    this.module.HEAPU8.set(context.getImageData(0, 0, width, height).data, address);
+    this.module._stageUseBackground();
+  }
+
+  showPebbles() {
+    this.module._stageBackground(0, 0);
+    this.module._stageUseBackground();
+  }
+}
