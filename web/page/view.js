@@ -50,7 +50,7 @@ export class View {
     if (milliseconds === null) return;
     const { width, height } = this.stage.canvas;
     part('time').textContent = `${milliseconds.toFixed(1)} ms per frame, ${width} × ${height} pixels, ${this.stage.driver}`;
-    if (milliseconds > 45 && this.scale > 0.3) this.scale *= 0.75;
+    if (milliseconds > 45) this.scale = Math.max(0.5, this.scale * 0.75);
   }
 
   #fitCanvas() {
