@@ -1,5 +1,5 @@
-# Finds the JDK (javac, jar, javadoc) and its JNI headers. FindJNI knows only some of the folders that a JDK may be in, so it is told the
-# one that javac comes from.
+# Finds the JDK (javac, jar, javadoc) and its JNI headers, which on Android come with the NDK instead. FindJNI knows only
+# some of the folders that a JDK may be in, so it is told the one that javac comes from.
 if(NOT ANDROID)
   find_package(Java 11 COMPONENTS Development)
   if(Java_FOUND AND NOT JAVA_HOME AND NOT DEFINED ENV{JAVA_HOME})
@@ -7,5 +7,5 @@ if(NOT ANDROID)
     cmake_path(GET JAVA_HOME PARENT_PATH JAVA_HOME)
     cmake_path(GET JAVA_HOME PARENT_PATH JAVA_HOME)
   endif()
+  find_package(JNI REQUIRED COMPONENTS JVM)
 endif()
-find_package(JNI REQUIRED COMPONENTS JVM)

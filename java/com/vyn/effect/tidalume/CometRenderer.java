@@ -85,22 +85,38 @@ public final class CometRenderer implements AutoCloseable {
         push(handle.open(), x, y, action);
     }
 
-    /** The first comet's head at the progress last drawn, in pixels from the left; the screen's middle before. */
+    /**
+     * Where the first comet's head is at the progress last drawn.
+     *
+     * @return pixels from the left; the screen's middle before the first drawing
+     */
     public float getCore1X() {
         return getCore1X(handle.open());
     }
 
-    /** The first comet's head at the progress last drawn, in pixels from the top; the screen's middle before. */
+    /**
+     * Where the first comet's head is at the progress last drawn.
+     *
+     * @return pixels from the top; the screen's middle before the first drawing
+     */
     public float getCore1Y() {
         return getCore1Y(handle.open());
     }
 
-    /** The second comet's head at the progress last drawn, in pixels from the left; the screen's middle before. */
+    /**
+     * Where the second comet's head is at the progress last drawn.
+     *
+     * @return pixels from the left; the screen's middle before the first drawing
+     */
     public float getCore2X() {
         return getCore2X(handle.open());
     }
 
-    /** The second comet's head at the progress last drawn, in pixels from the top; the screen's middle before. */
+    /**
+     * Where the second comet's head is at the progress last drawn.
+     *
+     * @return pixels from the top; the screen's middle before the first drawing
+     */
     public float getCore2Y() {
         return getCore2Y(handle.open());
     }
