@@ -37,8 +37,11 @@ class HeadlessContext {
     /// Replaces framebuffer 0 by one of another size; GL names, state and viewport stay.
     void resize(int width, int height);
 
+    /// The size of framebuffer 0 in pixels.
+    /// @{
     int width() const { return mWidth; }
     int height() const { return mHeight; }
+    /// @}
 
     /// Vendor, renderer and version of the driver in one line.
     std::string driver() const;

@@ -8,8 +8,8 @@ namespace tidalume {
 
 /// A picture of 8-bit pixels in memory.
 struct Picture {
-    int width = 0;
-    int height = 0;
+    int width = 0;  ///< in pixels
+    int height = 0; ///< in pixels
     /// width * height pixels of red, green, blue, alpha; rows from the top, alpha not premultiplied.
     std::vector<std::uint8_t> rgba;
 
@@ -20,8 +20,10 @@ struct Picture {
         : width(width), height(height), rgba(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4) {}
 
     /// The four bytes of the pixel in column x of row y, row 0 at the top.
+    /// @{
     const std::uint8_t* pixel(int x, int y) const { return rgba.data() + offset(x, y); }
     std::uint8_t* pixel(int x, int y) { return rgba.data() + offset(x, y); }
+    /// @}
 
   private:
     std::size_t offset(int x, int y) const {

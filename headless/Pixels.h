@@ -13,8 +13,8 @@ namespace tidalume::headless {
 /// Pixels read back from the GL: four floats each (red, green, blue, alpha; a channel that the source lacks reads 0,
 /// a missing alpha 1). Row 0 is the bottom row, which is row 0 of a texture.
 struct PixelArray {
-    int width = 0;
-    int height = 0;
+    int width = 0;           ///< in pixels
+    int height = 0;          ///< in pixels
     std::vector<float> rgba; ///< width * height * 4 values; 8-bit channels are scaled to [0, 1]
 
     /// The four channels of column x in row y, counted from the bottom.

@@ -16,11 +16,12 @@
 /// Vector arguments point to 3 consecutive floats (x, y, z).
 class Matrix {
   public:
-    float m[16];
+    float m[16]; ///< the elements, row by row
 
     /// this = B A: applied to a point, a comes first, then b. This may be a or b itself.
     void mul(Matrix* a, Matrix* b);
 
+    /// this = the identity.
     void setIdentity();
 
     /// this = T(x, y, z) this: translates after everything that the matrix already did.
@@ -40,19 +41,25 @@ class Matrix {
     void PerspectiveFovLH(float fovY, float aspect, float zn, float zf);
 
     /// Perspective from the bounds l, r, b, t of the view volume on the near plane.
+    /// @{
     void PerspectiveOffCenterLH(float l, float r, float b, float t, float zn, float zf);
     void PerspectiveOffCenterRH(float l, float r, float b, float t, float zn, float zf);
+    /// @}
 
     /// Parallel projection of the box with bounds l, r, b, t. In the right-handed form the x offset is
     /// (r + l) / (r - l), the opposite sign of the left-handed form's; the screen mappings, which all pass r = 0, rest
     /// on it.
+    /// @{
     void OrthoOffCenterLH(float l, float r, float b, float t, float zn, float zf);
     void OrthoOffCenterRH(float l, float r, float b, float t, float zn, float zf);
+    /// @}
 
     /// View matrix of a camera at eye that looks at the point at. An axis that the arguments leave undetermined (eye
     /// equal to at, up along the view) becomes a row of zeros.
+    /// @{
     void LookAtLH(float* eye, float* at, float* up);
     void LookAtRH(float* eye, float* at, float* up);
+    /// @}
 
     /// out = the point in transformed and divided by w. out may be in.
     void mulVector3(float* out, float* in);

@@ -60,10 +60,12 @@ class CometRenderer {
     void GLContextDestroyed();
 
     /// The heads of the two comets at the progress that was last drawn, in pixels; the middle of the screen before.
+    /// @{
     float getCore1X();
     float getCore1Y();
     float getCore2X();
     float getCore2Y();
+    /// @}
 
     /// Draws new random paths through the last touch. `render` calls it for a launch.
     void updateControlPoints();

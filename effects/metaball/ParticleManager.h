@@ -20,6 +20,7 @@ class ParticleManager {
     /// @param dt  units of time
     bool step(float dt);
 
+    /// How many there are.
     int getParticleNumber();
 
     /// The particles themselves, to read and to write. A pointer to an element is valid until the next `addParticle`.

@@ -83,6 +83,7 @@ class VectorGraphicRenderer {
     /// Fills a rectangle with a bitmap's colour and a mask's red channel as alpha. The mask is stretched over the
     /// surface and does not move or turn with the rectangle. Leaves texture 0 on units 0 and 1, and unit 0 active.
     void renderAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture, int mask);
+    /// The same with the bitmap turned, and the mask as it is. The rotation stands between the two textures.
     void renderRotatedAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture, int rotation,
                                                  int mask);
 
