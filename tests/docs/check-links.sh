@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Fails where a Markdown file links to a file or a heading that is not there. Links to other places of the web are not
+# followed.
+# usage: check-links.sh SOURCE_DIR
+set -euo pipefail
+cd "$1"
+
+anchors() { # file: its headings as they are linked to
+  grep -E '^#+ ' "$1" | sed -E 's/^#+ //' | tr '[:upper:]' '[:lower:]' | sed -e 's/[^a-z0-9 _-]//g' -e 's/ /-/g'
+}
+
+dead=0
+count=0
+for file in README.md CHANGELOG.md docs/*.md android/*.md; do
+  while IFS= read -r link; do
+    case $link in http://* | https://*) continue ;; esac
+    count=$((count + 1))
+    path=${link%%#*}
+    target=$file
+    if [ -n "$path" ]; then target=$(dirname "$file")/$path; fi
+    if [ ! -e "$target" ]; then
+      echo "$file: no file for $link" >&2
+      dead=1
+    elif [[ $link == *'#'* ]] && ! anchors "$target" | grep -qxF -- "${link#*#}"; then
+      echo "$file: no heading for $link" >&2
+      dead=1
+    fi
+  done < <(grep -oE '\]\([^) ]+\)' "$file" | sed -e 's/^](//' -e 's/)$//')
+done
+[ "$count" -gt 0 ] || dead=1
+echo "check-links: $count links"
+exit "$dead"

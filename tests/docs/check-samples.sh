@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Builds and runs what the documentation shows: the README's programs from an empty folder against an installed
+# library, the pages' fragments in a context without a window; and looks excerpts up in the files that they are from.
+# usage: check-samples.sh SOURCE_DIR BUILD_DIR WORK_DIR
+set -euo pipefail
+source=$1
+build=$2
+work=$3
+here=$(cd "$(dirname "$0")" && pwd)
+fail() { echo "check-samples: $1" >&2; exit 1; }
+
+rm -rf "$work"
+mkdir -p "$work"/{files,commands,fragments,excerpts,repository,project}
+awk -v out="$work" -f "$here/extract-samples.awk" "$source"/README.md "$source"/docs/*.md "$source"/android/*.md
+
+for excerpt in "$work"/excerpts/*; do
+  [ -e "$excerpt" ] || break
+  path=$(head -n 1 "$excerpt")
+  tail -n +2 "$excerpt" | sed 's/^ *//' >"$work/excerpt"
+  sed 's/^ *//' "$source/$path" >"$work/original"
+  # One line per file, so that the excerpt is looked up as a whole.
+  grep -qF -- "$(tr '\n' '\r' <"$work/excerpt")" <(tr '\n' '\r' <"$work/original") || fail "not in $path: $(cat "$excerpt")"
+done
+
+export HOME=$work
+ln -s "$build" "$work/repository/build"
+run() { # step: its commands in a fresh folder that holds the sample files
+  echo "== $1"
+  rm -rf "$work/project"
+  cp -r "$work/files" "$work/project"
+  (cd "$work/project" && bash -euo pipefail "$work/commands/$1") || fail "the commands of \"$1\" fail"
+}
+(cd "$work/repository" && bash -euo pipefail "$work/commands/repository" >/dev/null) || fail "installing fails"
+for step in Java CMake pkg-config; do
+  run "$step"
+  mv "$work/project/water.png" "$work/water-$step.png" || fail "\"$step\" draws no water.png"
+  cmp "$work/water-$step.png" "$work/water-Java.png" || fail "\"$step\" draws other water than Java"
+done
+# Without the drop the water is flat, and the picture another.
+cp "$work/files/Water.java" "$work/project/Flat.java"
+sed -i -e 's/class Water/class Flat/' -e '/addDrop/d' "$work/project/Flat.java"
+sed 's/Water.java/Flat.java/' "$work/commands/Java" >"$work/commands/Flat"
+(cd "$work/project" && bash -euo pipefail "$work/commands/Flat")
+if cmp -s "$work/project/water.png" "$work/water-Java.png"; then fail "the README's water does not ripple"; fi
+
+find "$HOME/tidalume/include/tidalume" -name '*.h' | while IFS= read -r header; do
+  c++ -std=c++17 -fsyntax-only -x c++ -I"$HOME/tidalume/include/tidalume" -include "$header" /dev/null ||
+    fail "an installed header needs what is not installed: $header"
+done
+
+calls=
+methods=
+for fragment in "$work"/fragments/*; do
+  name=$(basename "$fragment")
+  calls+="        run(\"$name\", Samples::$name);"$'\n'
+  methods+="
+    private static void $name(HeadlessContext context, int picture) throws Exception {
+$(cat "$fragment")
+    }"$'\n'
+done
+mkdir "$work/samples"
+template=$(<"$here/Samples.java.in")
+template=${template/@CALLS@/"$calls"}
+echo "${template/@METHODS@/"$methods"}" >"$work/samples/Samples.java"
+cd "$work/samples"
+echo "== fragments"
+java -Xcheck:jni -cp "$HOME/tidalume/share/java/*" -Djava.library.path="$HOME/tidalume/lib" Samples.java 2>&1 | tee log
+if grep -E 'glError|Could not|WARNING|FATAL' log; then fail "the samples' log has errors"; fi
+echo "check-samples: $(ls "$work/fragments" | wc -l) fragments and 3 programs draw"
