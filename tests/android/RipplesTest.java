@@ -58,6 +58,7 @@ public class RipplesTest {
         final float[] afterAnHour = draw(3600 * SECOND);
         assertNotEquals("the water moves on", Arrays.hashCode(line), Arrays.hashCode(afterAnHour));
         assertNotEquals("but has not settled", Arrays.hashCode(still), Arrays.hashCode(afterAnHour));
+        assertArrayEquals("and has no time to make up for", afterAnHour, draw(3600 * SECOND), 0);
     }
 
     @Test
@@ -68,6 +69,7 @@ public class RipplesTest {
             draw(frame * SECOND / 60 + 1000);
         }
         final float[] at60Hz = draw(SECOND / 5 + 1000);
+        assertNotEquals(Arrays.hashCode(still), Arrays.hashCode(at60Hz));
 
         restartActivity();
         draw(0);
