@@ -1,0 +1,61 @@
+#include "bench/Benchmarks.h"
+#include "bench/GLReplay.h"
+
+#include <benchmark/benchmark.h>
+#include <set>
+
+/// Allocations of the linked objects while this is not null; see the linker's --wrap in CMakeLists.txt.
+static int* allocations = nullptr;
+
+extern "C" {
+#define COUNT(name, parameters, arguments)                                                                             \
+    void* __real_##name parameters;                                                                                    \
+    void* __wrap_##name parameters {                                                                                   \
+        if (allocations) ++*allocations;                                                                               \
+        return __real_##name arguments;                                                                                \
+    }
+COUNT(malloc, (size_t size), (size))
+COUNT(calloc, (size_t count, size_t size), (count, size))
+COUNT(realloc, (void* old, size_t size), (old, size))
+COUNT(_Znwm, (size_t size), (size))
+COUNT(_Znam, (size_t size), (size))
+COUNT(_ZnwmRKSt9nothrow_t, (size_t size, const void* tag), (size, tag))
+COUNT(_ZnamRKSt9nothrow_t, (size_t size, const void* tag), (size, tag))
+}
+
+namespace tidalume::bench {
+
+/// After a first frame, in which whatever grows has grown.
+void registerFrameCosts(Theatre& theatre, Results& results) {
+    benchmark::RegisterBenchmark("frame of all effects", [&](benchmark::State& state) {
+        Stage& stage = theatre.stage(64, 64);
+        std::vector<std::function<void()>> actions = {[&] { stage.particles.render(20.0F, 5.0F); }};
+        for (const Operation& operation : stage.operations())
+            actions.push_back(operation.run);
+        const auto frame = [&] {
+            for (const auto& action : actions)
+                action();
+        };
+        stage.particles.push(20.0F, 20.0F, 0);
+        stage.particles.push(40.0F, 40.0F, 7);
+        stage.particles.push(40.0F, 40.0F, 1);
+        frame();
+
+        int count = 0;
+        allocations = &count;
+        for (auto iteration : state)
+            frame();
+        allocations = nullptr;
+        results.allocationsPerFrame = count;
+
+        static const std::set<std::string> transfers = {"glTexImage2D", "glTexSubImage2D", "glBufferData",
+                                                        "glReadPixels"};
+        results.uploadsPerFrame = 0;
+        for (const auto& [name, calls] : record(frame).counts)
+            results.uploadsPerFrame += transfers.count(name) ? calls : 0;
+        state.counters["allocations"] = results.allocationsPerFrame;
+        state.counters["transfers"] = results.uploadsPerFrame;
+    })->Iterations(1);
+}
+
+} // namespace tidalume::bench

@@ -1,0 +1,49 @@
+#include "bench/Measure.h"
+
+#include <GLES3/gl3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace tidalume::bench {
+
+double seconds(const std::function<void()>& action, int runs) {
+    using Clock = std::chrono::steady_clock;
+    glFinish();
+    const auto start = Clock::now();
+    for (int i = 0; i < runs; ++i)
+        action();
+    glFinish();
+    return std::chrono::duration<double>(Clock::now() - start).count() / runs;
+}
+
+int runsThatFill(const std::function<void()>& action, double batch) {
+    seconds(action, 1); // the first run of a program compiles it
+    const double once = std::max(seconds(action, 3), 1e-8);
+    return std::clamp(static_cast<int>(std::lround(batch / once)), 1, 100000);
+}
+
+double quantile(std::vector<double> values, double share) {
+    std::sort(values.begin(), values.end());
+    return values[static_cast<size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
+}
+
+double exponent(const std::vector<double>& x, const std::vector<double>& y) {
+    const auto count = static_cast<double>(x.size());
+    double sumX = 0.0;
+    double sumY = 0.0;
+    double sumXX = 0.0;
+    double sumXY = 0.0;
+    for (size_t i = 0; i < x.size(); ++i) {
+        const double lx = std::log(x[i]);
+        const double ly = std::log(y[i]);
+        sumX += lx;
+        sumY += ly;
+        sumXX += lx * lx;
+        sumXY += lx * ly;
+    }
+    return (count * sumXY - sumX * sumY) / (count * sumXX - sumX * sumX);
+}
+
+} // namespace tidalume::bench

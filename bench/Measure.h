@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+namespace tidalume::bench {
+
+/// Seconds per run of an action, GL work included, over as many runs as it takes to fill a batch.
+double seconds(const std::function<void()>& action, int runs);
+
+/// Runs that fill a batch of this many seconds; at least 1.
+int runsThatFill(const std::function<void()>& action, double batch);
+
+/// The value below which a share of the values lies, 0.5 for the median.
+double quantile(std::vector<double> values, double share);
+
+/// The exponent of the power law that fits the points best: the slope of a line through their logarithms.
+double exponent(const std::vector<double>& x, const std::vector<double>& y);
+
+} // namespace tidalume::bench

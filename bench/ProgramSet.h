@@ -1,0 +1,52 @@
+#pragma once
+
+#include "bench/plain/Shaders.h"
+#include "foundation/ProgramTable.h"
+
+#include <utility>
+#include <vector>
+
+/// The benchmark's look into the effects, whose friend it is.
+struct TestPeer {
+    template <typename Effect>
+    static tidalume::ProgramTable programs(Effect& effect) {
+        return effect.mPrograms;
+    }
+    template <typename Effect>
+    static tidalume::ProgramTable ownPrograms(Effect& effect) {
+        return effect.programs();
+    }
+    template <typename Effect>
+    static void step(Effect& effect) {
+        effect.step();
+    }
+    template <typename Effect>
+    static unsigned int framebuffer(Effect& effect) {
+        return effect.mFBONormal;
+    }
+};
+
+namespace tidalume::bench {
+
+/// One set of an effect's programs, which can be put in the place of another: the effect's own code then draws with
+/// other shaders.
+class ProgramSet {
+  public:
+    /// Takes the programs and locations that the effect has now.
+    explicit ProgramSet(const ProgramTable& table);
+
+    /// Builds the effect's programs, in other forms where there are some. They are then in place.
+    template <size_t count>
+    ProgramSet(const ProgramTable& table, const ProgramForm (&forms)[count])
+        : ProgramSet(built(table, forms, forms + count)) {}
+
+    void putInPlace() const;
+
+  private:
+    static ProgramTable built(ProgramTable table, const ProgramForm* begin, const ProgramForm* end);
+
+    std::vector<std::pair<GLuint*, GLuint>> mIds;
+    std::vector<std::pair<GLint*, GLint>> mLocations;
+};
+
+} // namespace tidalume::bench

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tidalume::bench {
+
+/// An operation in the library's form against another one, in pairs that were measured in turn.
+struct Comparison {
+    std::string operation;
+    std::string size; ///< of the screen; empty where there is none
+    std::string against;
+    double library; ///< median seconds
+    double other;
+    double ratio; ///< median of the pairs' ratios
+    double lowerQuartile;
+    double upperQuartile;
+    double goal;  ///< largest ratio; 0: none was set
+    double floor; ///< median seconds; 0: none was measured
+};
+
+/// The cost of an operation against one number.
+struct Series {
+    std::string operation;
+    std::string variable;
+    std::vector<double> values;
+    std::vector<double> seconds;
+};
+
+/// The `init` calls of all effects.
+struct StartUp {
+    std::string name;
+    double seconds;
+    double instructions; ///< 0: not counted
+};
+
+struct InstructionCount {
+    std::string name;
+    double instructions;
+};
+
+struct Results {
+    std::string driver;
+    std::vector<Comparison> comparisons;
+    std::vector<Series> series;
+    std::vector<StartUp> startUps;
+    std::vector<InstructionCount> matrices; ///< of 1,000 calls, each followed by glm's
+    int allocationsPerFrame = -1;
+    int uploadsPerFrame = -1; ///< and read-backs
+};
+
+} // namespace tidalume::bench

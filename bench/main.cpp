@@ -1,0 +1,93 @@
+#include "bench/Benchmarks.h"
+#include "bench/Report.h"
+
+#include <android/log.h>
+
+#include <CLI/CLI.hpp>
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+using namespace tidalume;
+using namespace tidalume::bench;
+
+namespace {
+
+struct Options {
+    std::string out = "out/bench";
+    std::string filter = ".";
+    bool quick = false;
+    bool matrices = false;
+    bool startUp = false;
+    std::string programCache;
+    bool acceptBinaries = false;
+};
+
+void write(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream file(path);
+    file << text;
+    if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
+    std::cout << path.string() << "\n";
+}
+
+void runBenchmarks(const Options& options) {
+    std::filesystem::create_directories(options.out);
+    std::string arguments[] = {"tidalume-bench", "--benchmark_out=" + options.out + "/results.json",
+                               "--benchmark_filter=" + options.filter};
+    char* pointers[] = {arguments[0].data(), arguments[1].data(), arguments[2].data()};
+    int count = 3;
+    benchmark::Initialize(&count, pointers);
+
+    const Effort effort = options.quick ? Effort{1, 0.0} : Effort{};
+    Theatre theatre;
+    Results results;
+    results.driver = headless::HeadlessContext(1, 1).driver();
+    benchmark::AddCustomContext("driver", results.driver);
+    std::cout << "Driver: " << results.driver << "\n";
+    registerComparisons(theatre, effort, results);
+    registerScaling(theatre, effort, results);
+    registerFrameCosts(theatre, results);
+    registerStartUp(theatre, effort, results);
+    benchmark::RunSpecifiedBenchmarks();
+    theatre.close();
+
+    if (!options.quick) {
+        countMatrixInstructions(results);
+        countStartUpInstructions(results);
+    }
+    write(options.out + "/tables.md", markdownTables(results));
+    write(options.out + "/scaling.svg", scalingPlot(results));
+    std::cout << markdownTables(results);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Measures Tidalume against plain forms of the same effects.", "tidalume-bench");
+    Options options;
+    app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")->capture_default_str();
+    app.add_option("--filter", options.filter, "Regular expression: benchmarks to run")->capture_default_str();
+    app.add_flag("--quick", options.quick, "Run everything once, to see that it runs");
+    // What this program runs itself with; an empty group keeps them out of the help.
+    app.add_flag("--matrices", options.matrices)->group("");
+    app.add_flag("--start-up", options.startUp)->group("");
+    app.add_option("--program-cache", options.programCache)->group("");
+    app.add_flag("--accept-binaries", options.acceptBinaries)->group("");
+    CLI11_PARSE(app, argc, argv);
+
+    __android_log_set_logger([](const __android_logger_data*, const char*) {});
+    try {
+        if (options.matrices) {
+            callMatrices();
+        } else if (options.startUp) {
+            std::cout << timeInitCalls(options.programCache, options.acceptBinaries) << "\n";
+        } else {
+            runBenchmarks(options);
+        }
+    } catch (const std::exception& error) {
+        std::cerr << "tidalume-bench: " << error.what() << "\n";
+        return 2;
+    }
+    return 0;
+}
