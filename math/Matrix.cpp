@@ -8,28 +8,20 @@
 
 namespace {
 
-void fill(float* m, float m0, float m2, float m3, float m5, float m6, float m7, float m10, float m11, float m14,
-          float m15) {
-    const float rows[16] = {m0, 0.0F, m2, m3, 0.0F, m5, m6, m7, 0.0F, 0.0F, m10, m11, 0.0F, 0.0F, m14, m15};
-    std::copy(std::begin(rows), std::end(rows), m);
-}
-
-/// Rows of the view matrix from the direction of its z axis, which need not be a unit vector.
-void lookAlong(float* m, Vector3 zAxis, float* eye, float* up) {
+/// View matrix from the direction of its z axis, which need not be a unit vector.
+Matrix lookAlong(Vector3 zAxis, float* eye, float* up) {
     Vector3 xAxis;
     Vector3 yAxis;
     zAxis.normalize();
     Vector3::cross(&xAxis.x, up, &zAxis.x);
     xAxis.normalize();
     yAxis.cross(&zAxis, &xAxis);
-
-    const float rows[16] = {
+    return {{
         xAxis.x, xAxis.y, xAxis.z, -Vector3::dot(&xAxis.x, eye), //
         yAxis.x, yAxis.y, yAxis.z, -Vector3::dot(&yAxis.x, eye), //
         zAxis.x, zAxis.y, zAxis.z, -Vector3::dot(&zAxis.x, eye), //
-        0.0F,    0.0F,    0.0F,    1.0F,
-    };
-    std::copy(std::begin(rows), std::end(rows), m);
+        0.0F, 0.0F, 0.0F, 1.0F,                                  //
+    }};
 }
 
 } // namespace
@@ -47,7 +39,12 @@ void Matrix::mul(Matrix* a, Matrix* b) {
 }
 
 void Matrix::setIdentity() {
-    fill(m, 1.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F, 1.0F, 0.0F, 0.0F, 1.0F);
+    *this = {{
+        1.0F, 0.0F, 0.0F, 0.0F, //
+        0.0F, 1.0F, 0.0F, 0.0F, //
+        0.0F, 0.0F, 1.0F, 0.0F, //
+        0.0F, 0.0F, 0.0F, 1.0F, //
+    }};
 }
 
 void Matrix::AppendTranslate(float x, float y, float z) {
@@ -72,41 +69,66 @@ void Matrix::RotationY(float degrees) {
     const float radians = degrees * 0.01745328F;
     const auto c = static_cast<float>(std::cos(static_cast<double>(radians)));
     const auto s = static_cast<float>(std::sin(static_cast<double>(radians)));
-    fill(m, c, -s, 0.0F, 1.0F, 0.0F, 0.0F, c, 0.0F, 0.0F, 1.0F);
-    m[8] = s;
+    *this = {{
+        c, 0.0F, -s, 0.0F,      //
+        0.0F, 1.0F, 0.0F, 0.0F, //
+        s, 0.0F, c, 0.0F,       //
+        0.0F, 0.0F, 0.0F, 1.0F, //
+    }};
 }
 
 void Matrix::PerspectiveFovLH(float fovY, float aspect, float zn, float zf) {
     const float ys = 1.0F / tanf(fovY * 0.5F);
-    fill(m, ys / aspect, 0.0F, 0.0F, ys, 0.0F, 0.0F, zf / (zf - zn), -zn * zf / (zf - zn), 1.0F, 0.0F);
+    *this = {{
+        ys / aspect, 0.0F, 0.0F, 0.0F,                    //
+        0.0F, ys, 0.0F, 0.0F,                             //
+        0.0F, 0.0F, zf / (zf - zn), -zn * zf / (zf - zn), //
+        0.0F, 0.0F, 1.0F, 0.0F,                           //
+    }};
 }
 
 void Matrix::PerspectiveOffCenterLH(float l, float r, float b, float t, float zn, float zf) {
-    fill(m, 2.0F * zn / (r - l), (r + l) / (l - r), 0.0F, 2.0F * zn / (t - b), (t + b) / (b - t), 0.0F, zf / (zf - zn),
-         zn * zf / (zn - zf), 1.0F, 0.0F);
+    *this = {{
+        2.0F * zn / (r - l), 0.0F, (r + l) / (l - r), 0.0F, //
+        0.0F, 2.0F * zn / (t - b), (t + b) / (b - t), 0.0F, //
+        0.0F, 0.0F, zf / (zf - zn), zn * zf / (zn - zf),    //
+        0.0F, 0.0F, 1.0F, 0.0F,                             //
+    }};
 }
 
 void Matrix::PerspectiveOffCenterRH(float l, float r, float b, float t, float zn, float zf) {
-    fill(m, 2.0F * zn / (r - l), (r + l) / (r - l), 0.0F, 2.0F * zn / (t - b), (t + b) / (t - b), 0.0F, zf / (zn - zf),
-         zn * zf / (zn - zf), -1.0F, 0.0F);
+    *this = {{
+        2.0F * zn / (r - l), 0.0F, (r + l) / (r - l), 0.0F, //
+        0.0F, 2.0F * zn / (t - b), (t + b) / (t - b), 0.0F, //
+        0.0F, 0.0F, zf / (zn - zf), zn * zf / (zn - zf),    //
+        0.0F, 0.0F, -1.0F, 0.0F,                            //
+    }};
 }
 
 void Matrix::OrthoOffCenterLH(float l, float r, float b, float t, float zn, float zf) {
-    fill(m, 2.0F / (r - l), 0.0F, (r + l) / (l - r), 2.0F / (t - b), 0.0F, (t + b) / (b - t), 1.0F / (zf - zn),
-         zn / (zn - zf), 0.0F, 1.0F);
+    *this = {{
+        2.0F / (r - l), 0.0F, 0.0F, (r + l) / (l - r), //
+        0.0F, 2.0F / (t - b), 0.0F, (t + b) / (b - t), //
+        0.0F, 0.0F, 1.0F / (zf - zn), zn / (zn - zf),  //
+        0.0F, 0.0F, 0.0F, 1.0F,                        //
+    }};
 }
 
 void Matrix::OrthoOffCenterRH(float l, float r, float b, float t, float zn, float zf) {
-    fill(m, 2.0F / (r - l), 0.0F, (r + l) / (r - l), 2.0F / (t - b), 0.0F, (t + b) / (b - t), 1.0F / (zn - zf),
-         zn / (zn - zf), 0.0F, 1.0F);
+    *this = {{
+        2.0F / (r - l), 0.0F, 0.0F, (r + l) / (r - l), //
+        0.0F, 2.0F / (t - b), 0.0F, (t + b) / (b - t), //
+        0.0F, 0.0F, 1.0F / (zn - zf), zn / (zn - zf),  //
+        0.0F, 0.0F, 0.0F, 1.0F,                        //
+    }};
 }
 
 void Matrix::LookAtLH(float* eye, float* at, float* up) {
-    lookAlong(m, Vector3(at[0] - eye[0], at[1] - eye[1], at[2] - eye[2]), eye, up);
+    *this = lookAlong(Vector3(at[0] - eye[0], at[1] - eye[1], at[2] - eye[2]), eye, up);
 }
 
 void Matrix::LookAtRH(float* eye, float* at, float* up) {
-    lookAlong(m, Vector3(eye[0] - at[0], eye[1] - at[1], eye[2] - at[2]), eye, up);
+    *this = lookAlong(Vector3(eye[0] - at[0], eye[1] - at[1], eye[2] - at[2]), eye, up);
 }
 
 void Matrix::mulVector3(float* out, float* in) {
