@@ -3,7 +3,10 @@
 #include "gallery/scenes/CometScene.h"
 #include "gallery/scenes/MetaballsScene.h"
 #include "gallery/scenes/ParticlesScene.h"
+#include "gallery/scenes/PondScene.h"
 #include "gallery/scenes/VectorScene.h"
+#include "gallery/scenes/WaterScene.h"
+#include "gallery/scenes/WavesScene.h"
 
 namespace tidalume::gallery {
 
@@ -18,6 +21,10 @@ std::unique_ptr<Scene> make() {
 
 const std::vector<SceneEntry>& sceneTable() {
     static const std::vector<SceneEntry> table = {
+        {"water", "Water", "A finger drawn across a brook: rings spread, meet and come back from the edges.",
+         make<WaterScene>},
+        {"waves", "Waves", "Swell rolls over the pebbles, one sine curve behind the other.", make<WavesScene>},
+        {"pond", "Pond", "Drops fall into a quiet pond, and their rings run on for long.", make<PondScene>},
         {"metaballs", "Metaballs",
          "Warm drops rise and sink, merge where they meet and part again; one follows the finger.",
          make<MetaballsScene>},

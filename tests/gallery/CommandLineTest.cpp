@@ -61,7 +61,7 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
         const char* reason;   // and says
     };
     const Row rows[] = {
-        {"--scene volcano", "--scene", "no scene \"volcano\"; the scenes are: metaballs"},
+        {"--scene volcano", "--scene", "no scene \"volcano\"; the scenes are: water"},
         {"--size 0x10", "--size 0x10", "width 0 is below 1"},
         {"--size 10x-4", "--size 10x-4", "height -4 is below 1"},
         {"--size 100000x10", "--size 100000x10", "above the driver's limit of"},

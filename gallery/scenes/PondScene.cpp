@@ -1,0 +1,90 @@
+#include "gallery/scenes/PondScene.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tidalume::gallery {
+
+namespace {
+
+// In texels of the height field.
+constexpr float dropRadius = 5;
+constexpr float dropDistance = 30; // between the drops of a finger that moves
+constexpr float steepness = 15;
+constexpr float depth = 20;
+constexpr float updatesPerFrame = 8;
+
+} // namespace
+
+void PondScene::setUp(int width, int height, const Picture& background) {
+    mWidth = width;
+    mHeight = height;
+    mSurface.setUp(width, height, background);
+    mPond.init();
+    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
+}
+
+void PondScene::contextLost() {
+    mPond.GLContextDestroyed();
+    mSurface.contextLost();
+}
+
+// Every drop squares the heights around it: a finger that moves lets drops fall at a distance from each other.
+void PondScene::touch(const Touch& touch) {
+    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
+    const float x = mSurface.toColumn(touch.x);
+    const float y = mSurface.toRow(touch.y);
+    const float distance = std::hypot(x - finger.x, y - finger.y);
+    if (touch.action == TouchAction::Move && distance < dropDistance) return;
+    finger = {x, y, true};
+}
+
+void PondScene::drawFrame() {
+    for (Finger& finger : mFingers) {
+        if (!finger.drops) continue;
+        float center[2] = {finger.x, static_cast<float>(mSurface.rows()) - finger.y};
+        mPond.addDrop(center, 2 * dropRadius * mRadius, mStrength);
+        finger.drops = false;
+    }
+    glDisable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    const auto updates = std::max(1, static_cast<int>(std::lround(updatesPerFrame * mSpeed)));
+    for (int i = 0; i < updates; ++i)
+        mPond.update();
+    mSurface.draw(mPond.getTexture(), steepness, depth * mDepth);
+}
+
+std::vector<Touch> PondScene::demonstration(int frame) const {
+    constexpr int period = 120;
+    struct Drop {
+        int frame;
+        float x, y;
+    };
+    constexpr Drop drops[] = {{1, 0.36F, 0.34F}, {58, 0.62F, 0.60F}, {94, 0.30F, 0.72F}};
+    for (const Drop& drop : drops) {
+        if (drop.frame == frame % period) {
+            return {{drop.x * static_cast<float>(mWidth), drop.y * static_cast<float>(mHeight), TouchAction::Down}};
+        }
+    }
+    return {};
+}
+
+const std::vector<Parameter>& PondScene::parameters() const {
+    static const std::vector<Parameter> parameters = {
+        {"radius", "Size of a drop", 0.4F, 3, 1},
+        {"strength", "Strength of a drop", 0.1F, 0.95F, 0.6F},
+        {"speed", "Speed of the waves", 0.1F, 2, 1},
+        {"depth", "Depth of the water", 0, 3, 1},
+    };
+    return parameters;
+}
+
+void PondScene::set(std::string_view name, float value) {
+    if (name == "radius") mRadius = std::clamp(value, 0.4F, 3.0F);
+    if (name == "strength") mStrength = std::clamp(value, 0.1F, 0.95F);
+    if (name == "speed") mSpeed = std::clamp(value, 0.1F, 2.0F);
+    if (name == "depth") mDepth = std::clamp(value, 0.0F, 3.0F);
+}
+
+} // namespace tidalume::gallery

@@ -1,0 +1,113 @@
+#include "gallery/scenes/WaterScene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace tidalume::gallery {
+
+namespace {
+
+constexpr float pi = 3.1415927F;
+
+// In texels of the height field.
+constexpr float dropRadius = 8;
+constexpr float dropStrength = 1.1F;
+constexpr float strokeStrength = 0.08F; // per frame, while the finger moves
+constexpr float steepness = 36;
+constexpr float depth = 28;
+constexpr float passesPerFrame = 4;
+
+} // namespace
+
+void WaterScene::setUp(int width, int height, const Picture& background) {
+    mWidth = width;
+    mHeight = height;
+    mSurface.setUp(width, height, background);
+    mWater.init();
+    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
+}
+
+void WaterScene::contextLost() {
+    mWater.GLContextDestroyed();
+    mSurface.contextLost();
+}
+
+void WaterScene::touch(const Touch& touch) {
+    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
+    finger.to[0] = mSurface.toColumn(touch.x);
+    finger.to[1] = mSurface.toRow(touch.y);
+    if (touch.action == TouchAction::Down) {
+        std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
+        finger.falls = true;
+    }
+    finger.moved = true;
+}
+
+void WaterScene::drawFrame() {
+    disturb();
+    mWater.setIterationCount(std::max(1, static_cast<int>(std::lround(passesPerFrame * mSpeed))));
+    mWater.update();
+    mSurface.draw(mWater.getTexture(), steepness, depth * mDepth);
+}
+
+// A line from where each finger was to where it is leaves no gap, however fast the finger.
+void WaterScene::disturb() {
+    glDisable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    for (Finger& finger : mFingers) {
+        if (!finger.moved) continue;
+        const float strength = finger.falls ? dropStrength : strokeStrength;
+        mWater.addDropLine(finger.from, finger.to, dropRadius * mRadius, strength * mStrength, 1);
+        std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
+        finger.moved = finger.falls = false;
+    }
+}
+
+// Two seconds: drops, then a finger drawn in a bow across the screen, and drops again.
+std::vector<Touch> WaterScene::demonstration(int frame) const {
+    constexpr int period = 120;
+    constexpr int strokeBegin = 52;
+    constexpr int strokeEnd = 112;
+    struct Drop {
+        int frame;
+        float x, y;
+    };
+    constexpr Drop drops[] = {{6, 0.30F, 0.25F},  {22, 0.72F, 0.68F}, {40, 0.24F, 0.82F}, {62, 0.74F, 0.20F},
+                              {80, 0.22F, 0.26F}, {92, 0.70F, 0.84F}, {99, 0.56F, 0.16F}, {106, 0.24F, 0.84F}};
+
+    const auto width = static_cast<float>(mWidth);
+    const auto height = static_cast<float>(mHeight);
+    const int step = frame % period;
+    std::vector<Touch> touches;
+    for (const Drop& drop : drops) {
+        if (drop.frame == step) touches.push_back({drop.x * width, drop.y * height, TouchAction::Down, 1});
+    }
+    if (step >= strokeBegin && step <= strokeEnd) {
+        const float share = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
+        const float x = width * (0.12F + 0.76F * share);
+        const float y = height * (0.62F + 0.13F * std::sin(2 * pi * share));
+        touches.push_back({x, y, step == strokeBegin ? TouchAction::Down : TouchAction::Move, 0});
+    }
+    return touches;
+}
+
+const std::vector<Parameter>& WaterScene::parameters() const {
+    static const std::vector<Parameter> parameters = {
+        {"radius", "Width of a finger", 0.4F, 3, 1},
+        {"strength", "Strength of a touch", 0.1F, 3, 1},
+        {"speed", "Speed of the waves", 0.2F, 2, 1},
+        {"depth", "Depth of the water", 0, 3, 1},
+    };
+    return parameters;
+}
+
+void WaterScene::set(std::string_view name, float value) {
+    if (name == "radius") mRadius = std::clamp(value, 0.4F, 3.0F);
+    if (name == "strength") mStrength = std::clamp(value, 0.1F, 3.0F);
+    if (name == "speed") mSpeed = std::clamp(value, 0.2F, 2.0F);
+    if (name == "depth") mDepth = std::clamp(value, 0.0F, 3.0F);
+}
+
+} // namespace tidalume::gallery

@@ -1,0 +1,86 @@
+#include "gallery/scenes/WaterSurface.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tidalume::gallery {
+
+namespace {
+
+constexpr int shorterSide = 270;
+constexpr int longestSide = 2048; // of the field, however narrow the screen
+
+/// In texels: so far away that slopes show as light and shade.
+constexpr float skyDepth = 3600;
+
+/// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right
+/// one. 0.5 stands for light that changes nothing.
+Picture sky() {
+    constexpr int size = 128;
+    Picture picture(size, size);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const float t = 1 - static_cast<float>(x + y) / (size - 1);
+            const float light = 0.5F + 0.10F * t + 0.12F * std::pow(t, 3.0F);
+            std::uint8_t* pixel = picture.pixel(x, y);
+            std::fill_n(pixel, 3, static_cast<std::uint8_t>(std::lround(255 * light)));
+            pixel[3] = 255;
+        }
+    }
+    return picture;
+}
+
+} // namespace
+
+void WaterSurface::setUp(int width, int height, const Picture& ground) {
+    mWidth = width;
+    mHeight = height;
+    const int shorter = std::min(width, height);
+    mColumns = std::min(width * shorterSide / shorter, longestSide);
+    mRows = std::min(height * shorterSide / shorter, longestSide);
+    mDepth.init();
+    mNormals.init();
+    mRefraction.init();
+    mReflection.init();
+    mGraphics.init();
+    mNormals.setScreenSize(mColumns, mRows);
+    mRefraction.setScreenSize(width, height);
+    mReflection.setScreenSize(mColumns, mRows);
+    mGraphics.setScreenSize(width, height);
+
+    mGround.load(ground);
+    mSky.load(sky());
+    mReflected.resize(mColumns, mRows);
+    mRefraction.setTexture(static_cast<int>(mGround.name()));
+    mReflection.setTexture(static_cast<int>(mSky.name()));
+    mReflection.setDrawFrameBuffer(mReflected.framebuffer());
+    mReflection.setHeightMax(skyDepth);
+    mGraphics.setBlendFunction(GL_DST_COLOR, GL_SRC_COLOR, GL_ZERO, GL_ONE); // twice the product
+
+    // One texel, all of which lies on the crest of an endless wave.
+    constexpr float endless = 1e9F;
+    mDepth.setScreenSize(1, 1);
+    mDepth.addHorizontalWave(0, endless, 1, 0, 1, 0);
+}
+
+void WaterSurface::contextLost() {
+    mDepth.GLContextDestroyed();
+    mNormals.GLContextDestroyed();
+    mRefraction.GLContextDestroyed();
+    mReflection.GLContextDestroyed();
+    mGraphics.GLContextDestroyed();
+    mGround.contextLost();
+    mSky.contextLost();
+    mReflected.contextLost();
+}
+
+void WaterSurface::draw(GLuint ripples, float steepness, float depth) {
+    mNormals.setHeightMax(steepness);
+    mNormals.build(ripples);
+    mReflection.render(mDepth.getTexture(), mNormals.getTexture());
+    mRefraction.setHeightMax(depth * static_cast<float>(mWidth) / static_cast<float>(mColumns));
+    mRefraction.render(mDepth.getTexture(), mNormals.getTexture());
+    mGraphics.renderBitmapRectangle(0, 0, static_cast<float>(mWidth), static_cast<float>(mHeight), mReflected.name());
+}
+
+} // namespace tidalume::gallery

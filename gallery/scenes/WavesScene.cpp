@@ -1,0 +1,79 @@
+#include "gallery/scenes/WavesScene.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tidalume::gallery {
+
+namespace {
+
+constexpr float pi = 3.1415927F;
+constexpr int period = 120; // frames from one wave to the next
+
+// In texels of the height field.
+constexpr float crest = 31;
+constexpr float bend = 8;
+constexpr float strength = 0.5F;
+constexpr float steepness = 30;
+constexpr float depth = 28;
+
+} // namespace
+
+void WavesScene::setUp(int width, int height, const Picture& background) {
+    mWidth = width;
+    mHeight = height;
+    mSurface.setUp(width, height, background);
+    mWaves.init();
+    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
+}
+
+void WavesScene::contextLost() {
+    mWaves.GLContextDestroyed();
+    mSurface.contextLost();
+}
+
+void WavesScene::touch(const Touch& touch) {
+    if (touch.pointer != 0) return;
+    if (touch.action == TouchAction::Move) mWay += mSurface.toRow(touch.y - mFingerY);
+    mFingerY = touch.y;
+}
+
+void WavesScene::drawFrame() {
+    paintWaves();
+    mSurface.draw(mWaves.getTexture(), steepness, depth);
+    ++mFrame;
+}
+
+// The bands of the waves lie side by side, so that each frame paints the whole screen; their curves sway together.
+void WavesScene::paintWaves() {
+    const float time = static_cast<float>(mFrame % period) / period;
+    const float radius = crest * mLength;
+    const float sway = bend * std::cos(2 * pi * time);
+    const float spacing = 2 * (radius + bend);
+    mWay = std::fmod(mWay + spacing / period, spacing);
+    const float bottom = static_cast<float>(mSurface.rows()) + spacing;
+    for (float y = mWay - 2 * spacing; y < bottom; y += spacing) {
+        mWaves.addHorizontalWave(y, (spacing / 2 - std::fabs(sway)), strength * mStrength, sway, mCount, 0);
+    }
+}
+
+std::vector<Touch> WavesScene::demonstration(int) const {
+    return {};
+}
+
+const std::vector<Parameter>& WavesScene::parameters() const {
+    static const std::vector<Parameter> parameters = {
+        {"length", "Length of the waves", 0.4F, 3, 1},
+        {"count", "Bends across the screen", 0, 6, 2},
+        {"strength", "Height of the waves", 0, 2, 1},
+    };
+    return parameters;
+}
+
+void WavesScene::set(std::string_view name, float value) {
+    if (name == "length") mLength = std::clamp(value, 0.4F, 3.0F);
+    if (name == "count") mCount = std::clamp(value, 0.0F, 6.0F);
+    if (name == "strength") mStrength = std::clamp(value, 0.0F, 2.0F);
+}
+
+} // namespace tidalume::gallery

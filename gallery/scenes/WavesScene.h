@@ -1,0 +1,35 @@
+#pragma once
+
+#include "effects/water/IntensityMapBuilder.h"
+#include "gallery/Scene.h"
+#include "gallery/scenes/WaterSurface.h"
+
+namespace tidalume::gallery {
+
+/// Swell that rolls down the screen, one sine curve behind the other; a finger pushes it.
+class WavesScene : public Scene {
+  public:
+    void setUp(int width, int height, const Picture& background) override;
+    void contextLost() override;
+    void touch(const Touch& touch) override;
+    void drawFrame() override;
+    std::vector<Touch> demonstration(int frame) const override;
+    const std::vector<Parameter>& parameters() const override;
+    void set(std::string_view name, float value) override;
+
+  private:
+    void paintWaves();
+
+    IntensityMapBuilder mWaves;
+    WaterSurface mSurface;
+    int mHeight = 1;
+    int mWidth = 1;
+    float mWay = 0; // of the waves, in units
+    float mFingerY = 0;
+    int mFrame = 0;
+    float mLength = 1;
+    float mCount = 2;
+    float mStrength = 1;
+};
+
+} // namespace tidalume::gallery
