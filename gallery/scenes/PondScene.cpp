@@ -8,10 +8,10 @@ namespace tidalume::gallery {
 namespace {
 
 // In texels of the height field.
-constexpr float dropRadius = 5;
+constexpr float dropRadius = 10;
 constexpr float dropDistance = 30; // between the drops of a finger that moves
-constexpr float steepness = 15;
-constexpr float depth = 20;
+constexpr float steepness = 20;
+constexpr float depth = 34;
 constexpr float updatesPerFrame = 8;
 
 } // namespace
@@ -29,7 +29,8 @@ void PondScene::contextLost() {
     mSurface.contextLost();
 }
 
-// Every drop squares the heights around it: a finger that moves lets drops fall at a distance from each other.
+// Every drop holds the rings for a moment, which then run both outwards and inwards: a finger that moves lets drops
+// fall at a distance from each other.
 void PondScene::touch(const Touch& touch) {
     if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
@@ -41,14 +42,18 @@ void PondScene::touch(const Touch& touch) {
 }
 
 void PondScene::drawFrame() {
-    for (Finger& finger : mFingers) {
-        if (!finger.drops) continue;
-        float center[2] = {finger.x, static_cast<float>(mSurface.rows()) - finger.y};
-        mPond.addDrop(center, 2 * dropRadius * mRadius, mStrength);
-        finger.drops = false;
-    }
+    const auto columns = static_cast<float>(mSurface.columns());
+    const auto rows = static_cast<float>(mSurface.rows());
+    // Drops are as wide in both directions as the screen makes them: the mean of the two is meant here.
+    const float radius = 4 * dropRadius * mRadius / (columns + rows);
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
+    for (Finger& finger : mFingers) {
+        if (!finger.drops) continue;
+        float center[2] = {2 * finger.x / columns - 1, 1 - 2 * finger.y / rows};
+        mPond.addDropLine(center, center, radius, mStrength);
+        finger.drops = false;
+    }
     const auto updates = std::max(1, static_cast<int>(std::lround(updatesPerFrame * mSpeed)));
     for (int i = 0; i < updates; ++i)
         mPond.update();
@@ -61,7 +66,7 @@ std::vector<Touch> PondScene::demonstration(int frame) const {
         int frame;
         float x, y;
     };
-    constexpr Drop drops[] = {{1, 0.36F, 0.34F}, {58, 0.62F, 0.60F}, {94, 0.30F, 0.72F}};
+    constexpr Drop drops[] = {{1, 0.36F, 0.34F}, {45, 0.70F, 0.58F}, {84, 0.30F, 0.76F}, {104, 0.64F, 0.24F}};
     for (const Drop& drop : drops) {
         if (drop.frame == frame % period) {
             return {{drop.x * static_cast<float>(mWidth), drop.y * static_cast<float>(mHeight), TouchAction::Down}};

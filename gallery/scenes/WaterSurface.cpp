@@ -11,7 +11,7 @@ constexpr int shorterSide = 270;
 constexpr int longestSide = 2048; // of the field, however narrow the screen
 
 /// In texels: so far away that slopes show as light and shade.
-constexpr float skyDepth = 3600;
+constexpr float skyDepth = 4400;
 
 /// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right
 /// one. 0.5 stands for light that changes nothing.

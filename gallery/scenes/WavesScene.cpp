@@ -20,8 +20,6 @@ constexpr float depth = 28;
 } // namespace
 
 void WavesScene::setUp(int width, int height, const Picture& background) {
-    mWidth = width;
-    mHeight = height;
     mSurface.setUp(width, height, background);
     mWaves.init();
     mWaves.setScreenSize(mSurface.columns(), mSurface.rows());

@@ -22,8 +22,6 @@ class WavesScene : public Scene {
 
     IntensityMapBuilder mWaves;
     WaterSurface mSurface;
-    int mHeight = 1;
-    int mWidth = 1;
     float mWay = 0; // of the waves, in units
     float mFingerY = 0;
     int mFrame = 0;
