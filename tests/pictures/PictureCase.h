@@ -24,6 +24,8 @@ struct PictureCase {
     const char* reason;  ///< where the tolerance comes from
     /// The tolerance where the driver's gl_PointCoord is off by an eighth of a pixel, as softpipe's is. 0: the same.
     double coarsePointTolerance = 0.0;
+    /// What a value changes by where a corner of the drawing moves by a pixel; 0 where all corners lie on whole pixels.
+    double slope = 0.0;
 };
 
 using PictureTable = std::vector<PictureCase>;
@@ -38,6 +40,9 @@ struct Difference {
 };
 
 Difference difference(const Comparison& comparison);
+
+/// How far from its formula a picture may be on the driver of the current context.
+double toleranceHere(const PictureCase& picture);
 
 const PictureTable& metaballPictures();
 const PictureTable& vectorPictures();

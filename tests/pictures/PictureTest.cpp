@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <iostream>
 
 namespace tidalume::pictures {
@@ -55,15 +54,9 @@ std::string writePictures(const std::string& name, const Comparison& comparison)
     return path + "-*.png";
 }
 
-bool hasCoarsePoints() {
-    return std::strstr(reinterpret_cast<const char*>(glGetString(GL_RENDERER)), "softpipe") != nullptr;
-}
-
 TEST_P(PictureTest, MatchesFormula) {
     const PictureCase& picture = GetParam();
-    const bool coarse = hasCoarsePoints() && picture.coarsePointTolerance > 0.0;
-    const double tolerance = coarse ? picture.coarsePointTolerance : picture.tolerance;
-
+    const double tolerance = toleranceHere(picture);
     const Comparison comparison = picture.run();
     for (const LogLine& line : log.take())
         EXPECT_EQ(line.priority, ANDROID_LOG_VERBOSE) << line;

@@ -431,6 +431,11 @@ const char* const stepReason = "one step of a half float below 1, as drivers may
 const char* const twoStepsReason = "one step of a half float below 2, as drivers may truncate";
 const char* const refractionReason = "one step of a half float below 2, and linear filtering between its texels";
 
+/// The slope of a bump, per pixel, where it is steepest.
+constexpr double steepest(double radius, double strength) {
+    return pi / 2.0 / radius * strength;
+}
+
 constexpr Line point(float x, float y, float radius, float strength) {
     return {{x, y, x, y}, radius, strength};
 }
@@ -446,7 +451,7 @@ const PictureTable& waterPictures() {
              return paintedShapes(97, 61, wave,
                                   {{{20.2F, 12.3F, 77.7F, 40.9F}, 11.1F, 0.9F}, point(50.0F, 30.0F, 13.2F, 0.6F)});
          },
-         step, stepReason},
+         step, stepReason, 0.0, steepest(9.7, 0.8)},
         {"intensity_beyond_every_border_64x160",
          [] {
              return paintedShapes(64, 160, {155.0F, 10.2F, 0.5F, 11.0F, 0.75F},
@@ -456,12 +461,12 @@ const PictureTable& waterPictures() {
                                    point(64.0F, 160.0F, 20.3F, 0.4F),
                                    point(-40.0F, 80.0F, 15.0F, 0.9F)});
          },
-         step, stepReason},
+         step, stepReason, 0.0, steepest(8.4, 0.9)},
         {"intensity_straight_wave_97x61",
          [] {
              return paintedShapes(97, 61, {30.2F, 12.3F, 0.9F, 0.0F, 1.0F}, {});
          },
-         step, stepReason},
+         step, stepReason, 0.0, steepest(12.3, 0.9)},
         {"iterative_drop_97x61", [] { return iterativeDrop(97, 61, point(40.3F, 20.8F, 17.3F, 0.4F), 1.0F); }, step,
          stepReason},
         {"iterative_drop_that_wipes_64x160",

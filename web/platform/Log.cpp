@@ -4,8 +4,9 @@
 #include <cstdio>
 
 int __android_log_print(int priority, const char* tag, const char* format, ...) {
+    if (priority < ANDROID_LOG_INFO) return 0;
     // What goes to stderr becomes a warning in the console.
-    std::FILE* const stream = priority >= ANDROID_LOG_ERROR ? stderr : stdout;
+    std::FILE* const stream = priority >= ANDROID_LOG_WARN ? stderr : stdout;
     std::va_list arguments;
     va_start(arguments, format);
     std::fprintf(stream, "%s: ", tag);
