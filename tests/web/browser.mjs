@@ -16,8 +16,11 @@ const types = {
 };
 
 // What Chromium itself says about its software renderer.
+const driverMessage = (text) => new RegExp('^\\[\\.WebGL-0x[0-9a-f]+\\]GL Driver Message ' +
+  `\\(OpenGL, Performance, GL_CLOSE_PATH_NV, High\\): ${text}( \\(this message will no longer repeat\\))?$`);
 const messagesOfTheBrowser = [
-  /^\[\.WebGL-0x[0-9a-f]+\]GL Driver Message \(OpenGL, Performance, GL_CLOSE_PATH_NV, High\): GPU stall due to ReadPixels( \(this message will no longer repeat\))?$/,
+  driverMessage('GPU stall due to ReadPixels'),
+  driverMessage('Running out of reserved outsideRenderPass queueSerial\\. ending renderPass now\\.'),
 ];
 
 /** Serves folders, each below the first part of the path. */
