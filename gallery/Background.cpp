@@ -185,7 +185,10 @@ Color pebbleColor(Random& random) {
                                                      {0.62F, 0.59F, 0.53F}}};
     const Color& stone = stones[random.next() % stones.size()];
     const Color& other = stones[random.next() % stones.size()];
-    return mix(stone, other, random.between(0, 0.35F)) * random.between(0.75F, 1.2F);
+    // One draw for each statement: compilers differ in which side of an operator they call first.
+    const float brightness = random.between(0.75F, 1.2F);
+    const float share = random.between(0, 0.35F);
+    return mix(stone, other, share) * brightness;
 }
 
 Pebble makePebble(float x, float y, float radius, Random& random) {
