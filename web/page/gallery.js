@@ -17,15 +17,19 @@ export class Gallery {
     }
   }
 
-  /** Lets the cards that are in sight go on. Those that there is no time for have their turn in the next frame. */
+  /**
+   * Lets the cards that are in sight go on. Those that there is no time for have their turn in the next frame, and at
+   * most one starts in each, so that the first ones move while the others are being made.
+   */
   advance(seconds) {
     this.stage.resize(width, height);
-    const cards = this.cards.filter((card) => card.visible);
-    for (const card of cards) card.waiting += seconds;
     const end = performance.now() + millisecondsPerFrame;
+    const cards = this.cards.filter((card) => card.visible && card.started);
+    for (const card of cards) card.waiting += seconds;
     for (let drawn = 0; drawn < cards.length && performance.now() < end; ++drawn) {
       cards[this.next++ % cards.length].advance(this.stage);
     }
+    this.cards.find((card) => card.visible && !card.started)?.advance(this.stage);
   }
 }
 
@@ -33,6 +37,7 @@ class Card {
   constructor(entry, scene) {
     this.scene = scene;
     this.visible = false;
+    this.started = false;
     this.waiting = 0; // seconds that have passed since it was drawn
     this.link = document.createElement('a');
     this.link.className = 'card';
@@ -52,6 +57,7 @@ class Card {
   }
 
   advance(stage) {
+    this.started = true;
     if (stage.advance(this.scene, this.waiting)) this.picture.drawImage(stage.canvas, 0, 0);
     this.waiting = 0;
   }

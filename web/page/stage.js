@@ -12,6 +12,7 @@ export class Stage {
    * @param {HTMLCanvasElement} canvas  without a context
    */
   static async create(canvas) {
+    const module = createModule(); // is fetched while the browser makes the context
     const settings = { alpha: false, antialias: false, depth: false, stencil: false };
     const gl = canvas.getContext('webgl2', settings);
     if (!gl) {
@@ -22,7 +23,7 @@ export class Stage {
       throw new Unsupported('The graphics driver of this device cannot draw into floating-point textures ' +
         '(EXT_color_buffer_float or EXT_color_buffer_half_float), in which the effects keep their waves.');
     }
-    return new Stage(canvas, gl, await createModule());
+    return new Stage(canvas, gl, await module);
   }
 
   constructor(canvas, gl, module) {
@@ -31,7 +32,7 @@ export class Stage {
     this.module = module;
     this.lost = false;
     this.scenes = JSON.parse(module.UTF8ToString(module._stageScenes()));
-    this.driver = gl.getParameter(gl.RENDERER);
+    this.driver = gl.getParameter(gl.getExtension('WEBGL_debug_renderer_info')?.UNMASKED_RENDERER_WEBGL ?? gl.RENDERER);
     this.#takeContext();
     canvas.addEventListener('webglcontextlost', (event) => {
       event.preventDefault(); // else it never comes back
