@@ -168,8 +168,8 @@ double energy(std::vector<float> h, const std::vector<float>& v, int width, int 
     return sum;
 }
 
-/// The damping takes 1 % of the velocity per pass, so 2 % of the kinetic energy, which is half of the whole: after
-/// 80 passes exp(-0.8) = 45 % is left.
+/// The damping takes 1 % of the velocity per pass, so 2 % of the kinetic energy, which is half of the whole. Stores
+/// that truncate take a little more.
 TEST_F(WaterTest, EnergyDecaysAsTheDampingSays) {
     ShallowWaterIterative water;
     makeReady(water);
@@ -180,7 +180,8 @@ TEST_F(WaterTest, EnergyDecaysAsTheDampingSays) {
             water.update();
         const double now = energy(heights(water), channel(water.getTexture(), 1), width, height);
         if (i > 0) {
-            EXPECT_NEAR(now / before, std::exp(-0.8), 0.06) << "after " << 80 * (i + 1) << " passes";
+            EXPECT_LE(now / before, std::pow(0.99, 80) * 1.02) << "after " << 80 * (i + 1) << " passes";
+            EXPECT_GE(now / before, std::pow(0.99, 80) * 0.92) << "after " << 80 * (i + 1) << " passes";
         }
         before = now;
     }
