@@ -12,7 +12,8 @@ function(tidalume_options target)
   endif()
   if(TIDALUME_SANITIZE)
     # vptr checks need RTTI, which the library does without.
-    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=address,undefined)
   endif()
 endfunction()

@@ -35,7 +35,7 @@ class CometRenderer {
     CometRenderer& operator=(const CometRenderer&) = delete;
 
     /// Builds the class's programs and makes the object's meshes where they are missing. Without memory for the meshes
-    /// the object stays as it was before `init`; the next call tries again.
+    /// the object draws nothing; the next call tries again.
     void init();
 
     /// Stores the size of the screen in pixels. Makes no GL call.
@@ -48,7 +48,8 @@ class CometRenderer {
     void push(float x, float y, int action);
 
     /// Draws one frame over what is in the bound framebuffer, in white with alpha blending. Does nothing before `init`
-    /// or while the comets are hidden, as they are before the first `push`.
+    /// or while the comets are hidden, as they are before the first `push`. After a loss of the context call `init`
+    /// first: the calls go out with program 0 otherwise, which draws nothing and leaves GL errors pending.
     ///
     /// The caller sets the viewport and the blend equation. Leaves blending and depth test disabled, the blend
     /// functions at source alpha over (alpha: 1 over), program 0, and the attribute arrays 0 and 1 enabled: they point

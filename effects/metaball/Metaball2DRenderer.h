@@ -21,9 +21,10 @@ struct ProgramTable;
 ///     metaballs.addMetaballs(balls, count);
 ///     metaballs.render(color);
 ///
-/// Positions are pixels of the screen, origin top-left, y downwards. All calls but the constructor need the GL context
-/// current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
-/// `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every object.
+/// Positions are pixels of the screen, origin top-left, y downwards. All calls but the constructor and
+/// `GLContextDestroyed` need the GL context current; client-side arrays need vertex array 0 and no bound buffer. After
+/// a loss of the context call `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every
+/// object.
 ///
 /// GL state: see each call. The viewport and the blend functions stay as the last call set them.
 class Metaball2DRenderer {
@@ -41,11 +42,12 @@ class Metaball2DRenderer {
     void init(float quality);
 
     /// Makes the field texture for a screen of width x height pixels, replacing one of another size. Call after `init`.
-    /// Without effect on the drawing for a size or quality that no texture can have.
+    /// A size or quality that no texture can have makes no field, and nothing is drawn. Leaves the field texture and
+    /// framebuffer 0 bound, and the clear colour (0, 0, 0, 1).
     void setScreenSize(int width, int height);
 
     /// Clears the field and adds balls to it. Ignored before `init` and `setScreenSize`.
-    /// Leaves framebuffer 0 bound and blending disabled.
+    /// Leaves framebuffer 0 bound, blending disabled, and the clear colour (0, 0, 0, 1).
     /// @param metaballs  six floats per ball: x, y, radius in pixels, then three that are not used. Balls of radius
     ///                   0 or less are not drawn; sprites larger than the driver's point size limit are clamped to it.
     /// @param count      number of balls

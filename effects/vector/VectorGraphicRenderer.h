@@ -20,13 +20,13 @@ struct ProgramTable;
 ///
 /// Positions are pixels of the surface, origin top-left, y downwards. Colours are red, green, blue, alpha, each 0 to 1.
 /// Bitmaps are GL textures that the application has made and configured; their coordinate (0, 0) is shown at the lower
-/// left. All calls but the constructor and the setters need the GL context current; client-side arrays need vertex
-/// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
-/// `init` on every object; the size stays known.
+/// left. All calls but the constructor, the setters and `GLContextDestroyed` need the GL context current; client-side
+/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
+/// object first, then `init` on every object; the size stays known.
 ///
 /// GL state: drawing sets the viewport to the surface, leaves it and the blend equation, factors and colour as set, and
-/// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize`, or with a size below 1, is
-/// ignored.
+/// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize`, or with a size below 1,
+/// is ignored; before `init` the calls go out with program 0, which draws nothing and leaves GL errors pending.
 class VectorGraphicRenderer {
   public:
     VectorGraphicRenderer();

@@ -24,9 +24,9 @@ struct ProgramTable;
 /// Positions and radii are pixels of the screen, origin top-left, y downwards. The top row of the screen is the last
 /// row of the texture.
 ///
-/// All calls but the constructor need the GL context current; client-side arrays need vertex array 0 and no bound
-/// buffer. After a loss of the context call `GLContextDestroyed` on every object first, then `init` and `setScreenSize`
-/// on every object; the field then is flat.
+/// All calls but the constructor and `GLContextDestroyed` need the GL context current; client-side arrays need vertex
+/// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
+/// `init` and `setScreenSize` on every object; the field then is flat.
 ///
 /// The calls that paint are ignored before `setScreenSize`, with a radius of 0, and with a number that is not finite.
 /// They leave the viewport at the screen, framebuffer 0 and program 0.

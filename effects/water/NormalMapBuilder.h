@@ -21,9 +21,9 @@ struct ProgramTable;
 /// (h(left) - h(right), h(below) - h(above), 2): x towards the right of the screen, y towards its top, z out of it. The
 /// map stores the unit normal as n * 0.5 + 0.5; flat water is (0.5, 0.5, 1).
 ///
-/// All calls but the constructor and `setHeightMax` need the GL context current; client-side arrays need vertex array 0
-/// and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then `init` and
-/// `setScreenSize` on every object.
+/// All calls but the constructor, `setHeightMax` and `GLContextDestroyed` need the GL context current; client-side
+/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
+/// object first, then `init` and `setScreenSize` on every object.
 class NormalMapBuilder {
   public:
     NormalMapBuilder();

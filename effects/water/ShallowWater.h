@@ -25,10 +25,10 @@ struct ProgramTable;
 /// Positions are pixels of the screen with the origin at the BOTTOM left and y upwards, unlike those of the other
 /// effects: y = 0 is row 0 of the textures.
 ///
-/// Programs belong to the object. All calls but the constructor and `updateParameters` need the GL context current;
-/// client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on
-/// every object first, then `init` and `setScreenSize` on every object; the pond then is still, while the time counter
-/// goes on.
+/// Programs belong to the object. All calls but the constructor, `updateParameters` and `GLContextDestroyed` need the
+/// GL context current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
+/// `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every object; the pond then is still,
+/// while the time counter goes on.
 ///
 /// Disturbances, `update` and `drawFullScreenQuad` are ignored before `setScreenSize`; disturbances also with a radius
 /// of 0 and with a number that is not finite. They leave the viewport at the screen, framebuffer 0 and program 0.

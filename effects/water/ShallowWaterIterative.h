@@ -30,9 +30,9 @@ struct ProgramTable;
 /// Positions and radii are pixels of the screen, origin top-left, y downwards. The top row of the screen is the last
 /// row of the texture.
 ///
-/// All calls but the constructor and `setIterationCount` need the GL context current; client-side arrays need vertex
-/// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
-/// `init` and `setScreenSize` on every object; the water then is still.
+/// All calls but the constructor, `setIterationCount` and `GLContextDestroyed` need the GL context current; client-side
+/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
+/// object first, then `init` and `setScreenSize` on every object; the water then is still.
 ///
 /// Disturbances and `update` are ignored before `setScreenSize`; disturbances also with a radius of 0 and with a number
 /// that is not finite. The caller disables blending and depth test. They leave the viewport at the screen,

@@ -26,10 +26,10 @@ struct ProgramTable;
 /// The quad lies in a frame of pixels with its origin in the middle of the screen, y upwards, seen by a camera one
 /// screen width in front of it.
 ///
-/// All calls but the constructor and the setters need the GL context current; client-side arrays need vertex array 0
-/// and no bound buffer. The object makes no textures and no framebuffers. After a loss of the context call
-/// `GLContextDestroyed` on every object first, then `init` on every object, and set the texture and the framebuffer
-/// of the new context.
+/// All calls but the constructor, the setters and `GLContextDestroyed` need the GL context current; client-side arrays
+/// need vertex array 0 and no bound buffer. The object makes no textures and no framebuffers. After a loss of the
+/// context call `GLContextDestroyed` on every object first, then `init` on every object, and set the texture and the
+/// framebuffer of the new context.
 class ShallowWaterRenderer {
   public:
     ShallowWaterRenderer();

@@ -1,8 +1,9 @@
 #include "gallery/scenes/CometScene.h"
 
+#include "gallery/Random.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace tidalume::gallery {
 
@@ -28,10 +29,6 @@ constexpr Hill hills[] = {
     {0.62F, 0.130F, 1.60F, {0.030F, 0.038F, 0.100F, 1}},
     {0.05F, 0.080F, 1.20F, {0.016F, 0.020F, 0.060F, 1}},
 };
-
-float randomBetween(float low, float high) {
-    return low + (high - low) * static_cast<float>(lrand48() >> 7) * 0x1p-24F;
-}
 
 } // namespace
 

@@ -1,8 +1,9 @@
 #include "gallery/scenes/MetaballsScene.h"
 
+#include "gallery/Random.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace tidalume::gallery {
 
@@ -27,10 +28,6 @@ constexpr Layer layers[] = {
     {0.81F, 0.010F, 0.07F, {0.92F, 0.24F, 0.15F, 0.80F}}, {0.66F, 0.016F, 0.11F, {0.99F, 0.42F, 0.15F, 0.70F}},
     {0.48F, 0.022F, 0.17F, {1.00F, 0.62F, 0.26F, 0.60F}}, {0.28F, 0.024F, 0.24F, {1.00F, 0.86F, 0.58F, 0.55F}},
 };
-
-float randomBetween(float low, float high) {
-    return low + (high - low) * static_cast<float>(lrand48() >> 7) * 0x1p-24F;
-}
 
 } // namespace
 

@@ -1,10 +1,10 @@
 #include "gallery/scenes/VectorScene.h"
 
+#include "gallery/Random.h"
 #include "gallery/scenes/VectorBitmaps.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace tidalume::gallery {
 
@@ -18,10 +18,6 @@ constexpr float posterHeight = 960;
 constexpr float windowX = 270;
 constexpr float windowY = 232;
 constexpr float windowRadius = 176;
-
-float randomBetween(float low, float high) {
-    return low + (high - low) * static_cast<float>(lrand48() >> 7) * 0x1p-24F;
-}
 
 } // namespace
 

@@ -239,8 +239,8 @@ TEST_F(CometTest, MeshesAreThoseOfThePlainFormToTheBit) {
         comets.updateMesh(t);
         comets.setScreenSize(1080, 1920);
         for (int mesh = 0; mesh < 4; ++mesh) {
-            tidalume::bench::plain::computeTailMesh(curve(mesh / 2), static_cast<float>(width), static_cast<float>(height), t,
-                                             spreads[mesh], expected.data());
+            tidalume::bench::plain::computeTailMesh(curve(mesh / 2), static_cast<float>(width),
+                                                    static_cast<float>(height), t, spreads[mesh], expected.data());
             ASSERT_EQ(std::memcmp(comets.getVertices(mesh), expected.data(), expected.size() * sizeof(float)), 0)
                 << "frame " << frame << ", mesh " << mesh;
         }

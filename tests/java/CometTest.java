@@ -30,7 +30,7 @@ public final class CometTest extends JavaTest {
             assertArrayEquals(middle, heads(comets), 0);
 
             // The first comet reaches the touched point between 1/1.5 and 1/1.4, the second between 1/1.8 and 1/1.7.
-            comets.push(60, 20, CometRenderer.PUSH_LAUNCH);
+            comets.push(60, 20, CometRenderer.ACTION_LAUNCH);
             final float[] closest = {1000, 1000};
             for (int step = 0; step <= 500; step++) {
                 comets.render(0.55 + step * 0.0004);
@@ -48,13 +48,13 @@ public final class CometTest extends JavaTest {
             context.recreate();
             context.clear(0, 0, 0, 1);
             comets.init();
-            comets.push(10, 50, CometRenderer.PUSH_CONTINUE);
+            comets.push(10, 50, CometRenderer.ACTION_CONTINUE);
             comets.render(0.75);
             assertArrayEquals("the same paths", heads, heads(comets), 1e-4f);
             assertTrue(litPixels() > 20);
 
             context.clear(0, 0, 0, 1);
-            comets.push(10, 50, CometRenderer.PUSH_HIDE);
+            comets.push(10, 50, CometRenderer.ACTION_HIDE);
             comets.render(0.75);
             assertEquals("hidden", 0, litPixels());
         }
@@ -74,7 +74,7 @@ public final class CometTest extends JavaTest {
         comets.close();
         comets.close();
         assertClosed(comets::init, () -> comets.setScreenSize(1, 1), comets::GLContextDestroyed, () -> comets.render(0),
-                () -> comets.push(0, 0, CometRenderer.PUSH_LAUNCH), comets::getCore1X, comets::getCore1Y,
+                () -> comets.push(0, 0, CometRenderer.ACTION_LAUNCH), comets::getCore1X, comets::getCore1Y,
                 comets::getCore2X, comets::getCore2Y);
     }
 }

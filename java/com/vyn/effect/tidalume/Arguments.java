@@ -18,6 +18,11 @@ final class Arguments {
         }
     }
 
+    /** Checks red, green, blue and alpha, as {@link #requireFloats} does. */
+    static void requireColor(String name, float[] color) {
+        requireFloats(name, color, 4);
+    }
+
     /** @throws IllegalArgumentException if the value is below the minimum */
     static void requireAtLeast(String name, int value, int minimum) {
         if (value < minimum) {

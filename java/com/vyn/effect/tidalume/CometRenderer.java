@@ -8,7 +8,7 @@ package com.vyn.effect.tidalume;
  * point beyond it. A flight's progress goes from 0 at launch to 1 at its end and is the application's to advance:
  *
  * <pre>{@code
- * comets.push(x, y, CometRenderer.PUSH_LAUNCH);
+ * comets.push(x, y, CometRenderer.ACTION_LAUNCH);
  * // per frame
  * comets.render(t);
  * }</pre>
@@ -19,13 +19,13 @@ package com.vyn.effect.tidalume;
  */
 public final class CometRenderer implements AutoCloseable {
     /** Action of {@link #push}: the next {@link #render} launches a new flight through the point. */
-    public static final int PUSH_LAUNCH = 0;
+    public static final int ACTION_LAUNCH = 0;
 
     /** Action of {@link #push}: the flight goes on along its paths. Any positive number does the same. */
-    public static final int PUSH_CONTINUE = 1;
+    public static final int ACTION_CONTINUE = 1;
 
     /** Action of {@link #push}: the comets are hidden. Any negative number does the same. */
-    public static final int PUSH_HIDE = -1;
+    public static final int ACTION_HIDE = -1;
 
     static {
         NativeLibrary.load();
@@ -79,7 +79,7 @@ public final class CometRenderer implements AutoCloseable {
      *
      * @param x in pixels
      * @param y in pixels
-     * @param action {@link #PUSH_LAUNCH}, {@link #PUSH_CONTINUE} or {@link #PUSH_HIDE}
+     * @param action {@link #ACTION_LAUNCH}, {@link #ACTION_CONTINUE} or {@link #ACTION_HIDE}
      */
     public void push(float x, float y, int action) {
         push(handle.open(), x, y, action);
@@ -121,7 +121,7 @@ public final class CometRenderer implements AutoCloseable {
         return getCore2Y(handle.open());
     }
 
-    /** Deletes the effect and its GL resources. Needs the context in which they were made. Closing again does nothing. */
+    /** Deletes the effect and its GL resources. Needs the context that they are of. Closing again does nothing. */
     @Override
     public void close() {
         Free(handle.release());

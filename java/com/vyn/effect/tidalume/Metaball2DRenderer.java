@@ -75,14 +75,14 @@ public final class Metaball2DRenderer implements AutoCloseable {
     }
 
     /**
-     * Paints the field into the bound framebuffer, over what is there. May be called several times for one field. Leaves
-     * blending and depth test disabled.
+     * Paints the field into the bound framebuffer, over what is there. May be called several times for one field.
+     * Leaves blending and depth test disabled.
      *
      * @param color red, green, blue, alpha, each 0 to 1, not premultiplied; at least 4 floats
      */
     public void render(float[] color) {
         final long ready = handle.ready();
-        Arguments.requireFloats("color", color, 4);
+        Arguments.requireColor("color", color);
         render(ready, color);
     }
 
@@ -95,7 +95,7 @@ public final class Metaball2DRenderer implements AutoCloseable {
         return getTexture(handle.open());
     }
 
-    /** Deletes the effect and its GL resources. Needs the context in which they were made. Closing again does nothing. */
+    /** Deletes the effect and its GL resources. Needs the context that they are of. Closing again does nothing. */
     @Override
     public void close() {
         Free(handle.release());

@@ -1,8 +1,8 @@
 package com.vyn.effect.tidalume;
 
 /**
- * Touch that turns into merging blobs: a press puts one blob under the finger, and while the finger drags, particles fly
- * off in its direction from half way between the press and the finger, slow down and, after 200 frames, shrink.
+ * Touch that turns into merging blobs: a press puts one blob under the finger, and while the finger drags, particles
+ * fly off in its direction from half way between the press and the finger, slow down and, after 200 frames, shrink.
  *
  * <p>Positions are pixels of the screen, origin top-left, y downwards. See the package's description for threads, the
  * life cycle and the exceptions.
@@ -72,8 +72,8 @@ public final class MetaballRenderer implements AutoCloseable {
      *
      * @param x of the finger, in pixels
      * @param y of the finger, in pixels
-     * @param action {@link #ACTION_PRESS}, {@link #ACTION_RELEASE} or {@link #ACTION_STREAM}; any other value just moves
-     *     the finger
+     * @param action {@link #ACTION_PRESS}, {@link #ACTION_RELEASE} or {@link #ACTION_STREAM}; any other value just
+     *     moves the finger
      */
     public void push(float x, float y, int action) {
         push(handle.open(), x, y, action);
@@ -90,7 +90,7 @@ public final class MetaballRenderer implements AutoCloseable {
         render(handle.ready(), pressRadius, alphaFactor);
     }
 
-    /** Deletes the effect and its GL resources. Needs the context in which they were made. Closing again does nothing. */
+    /** Deletes the effect and its GL resources. Needs the context that they are of. Closing again does nothing. */
     @Override
     public void close() {
         Free(handle.release());

@@ -69,8 +69,6 @@ public final class VectorGraphicRenderer implements AutoCloseable {
     /** Rotation: mirrored left to right. */
     public static final int ROTATION_FLIP_HORIZONTAL = 5;
 
-    private static final int FLOATS_PER_COLOR = 4;
-
     static {
         NativeLibrary.load();
     }
@@ -152,8 +150,8 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      */
     public void renderRadialGradient(float x, float y, float begin, float[] beginColor, float end, float[] endColor) {
         final long ready = handle.ready();
-        Arguments.requireFloats("beginColor", beginColor, FLOATS_PER_COLOR);
-        Arguments.requireFloats("endColor", endColor, FLOATS_PER_COLOR);
+        Arguments.requireColor("beginColor", beginColor);
+        Arguments.requireColor("endColor", endColor);
         renderRadialGradient(ready, x, y, begin, beginColor, end, endColor);
     }
 
@@ -167,7 +165,7 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      */
     public void renderCircle(float x, float y, float radius, float[] color) {
         final long ready = handle.ready();
-        Arguments.requireFloats("color", color, FLOATS_PER_COLOR);
+        Arguments.requireColor("color", color);
         renderCircle(ready, x, y, radius, color);
     }
 
@@ -183,7 +181,7 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      */
     public void renderBitmapCircle(float x, float y, float diameter, float[] color, int texture) {
         final long ready = handle.ready();
-        Arguments.requireFloats("color", color, FLOATS_PER_COLOR);
+        Arguments.requireColor("color", color);
         renderBitmapCircle(ready, x, y, diameter, color, texture);
     }
 
@@ -245,7 +243,7 @@ public final class VectorGraphicRenderer implements AutoCloseable {
         renderRotatedAlphaMaskedBitmapRectangle(handle.ready(), x, y, width, height, texture, rotation, mask);
     }
 
-    /** Deletes the effect and its GL resources. Needs the context in which they were made. Closing again does nothing. */
+    /** Deletes the effect and its GL resources. Needs the context that they are of. Closing again does nothing. */
     @Override
     public void close() {
         Free(handle.release());
