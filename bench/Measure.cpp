@@ -3,19 +3,30 @@
 #include <GLES3/gl3.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
+#include <ctime>
+#include <string>
 
 namespace tidalume::bench {
 
+bool drawsOnProcessor() {
+    const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    return renderer.find("llvmpipe") != std::string::npos || renderer.find("softpipe") != std::string::npos;
+}
+
 double seconds(const std::function<void()>& action, int runs) {
-    using Clock = std::chrono::steady_clock;
+    const clockid_t clock = drawsOnProcessor() ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
+    const auto now = [clock] {
+        timespec time = {};
+        clock_gettime(clock, &time);
+        return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+    };
     glFinish();
-    const auto start = Clock::now();
+    const double start = now();
     for (int i = 0; i < runs; ++i)
         action();
     glFinish();
-    return std::chrono::duration<double>(Clock::now() - start).count() / runs;
+    return (now() - start) / runs;
 }
 
 int runsThatFill(const std::function<void()>& action, double batch) {

@@ -6,7 +6,11 @@
 
 namespace tidalume::bench {
 
-/// Seconds per run of an action, GL work included, over as many runs as it takes to fill a batch.
+/// Whether the driver of the current context draws on the processor, in threads of this process.
+bool drawsOnProcessor();
+
+/// Seconds per run of an action, the GL's work included: of all threads' processor time where the driver draws on the
+/// processor, which other processes disturb little, and of the wall's clock where it does not. Needs a current context.
 double seconds(const std::function<void()>& action, int runs);
 
 /// Runs that fill a batch of this many seconds; at least 1.

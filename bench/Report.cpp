@@ -38,8 +38,14 @@ std::string goal(double goal) {
 }
 
 std::string verdict(double ratio, double goal) {
-    if (goal == 0.0) return "";
     return ratio <= goal ? "met" : "**missed**";
+}
+
+/// A goal that lies between the quartiles is neither met nor missed by what was measured.
+std::string verdict(const Comparison& comparison) {
+    if (comparison.goal == 0.0) return "";
+    const bool undecided = comparison.ratio > comparison.goal && comparison.lowerQuartile <= comparison.goal;
+    return undecided ? "within the spread" : verdict(comparison.ratio, comparison.goal);
 }
 
 std::string comparisonTable(const std::vector<Comparison>& comparisons) {
@@ -49,7 +55,7 @@ std::string comparisonTable(const std::vector<Comparison>& comparisons) {
         table += "| " + c.operation + " | " + c.size + " | " + c.against + " | " + duration(c.library) + " | " +
                  duration(c.other) + " | " + duration(c.floor) + " | " +
                  format("%.3f (%.3f to %.3f)", c.ratio, c.lowerQuartile, c.upperQuartile) + " | " + goal(c.goal) +
-                 " | " + verdict(c.ratio, c.goal) + " |\n";
+                 " | " + verdict(c) + " |\n";
     }
     return table;
 }
@@ -90,9 +96,10 @@ std::string scalingTable(const std::vector<Series>& series) {
 } // namespace
 
 std::string markdownTables(const Results& results) {
-    return today() + ", " + results.driver + "\n\n### Against other forms\n\n" + comparisonTable(results.comparisons) +
-           "\n### Scaling\n\n" + scalingTable(results.series) + "\n### Start-up\n\n" + startUpTable(results.startUps) +
-           "\n### Matrices\n\n" + matrixTable(results.matrices) + "\n### Per frame\n\n" +
+    return today() + ", " + results.driver + "; " + results.clock + ".\n\n### Against other forms\n\n" +
+           comparisonTable(results.comparisons) + "\n### Scaling\n\n" + scalingTable(results.series) +
+           "\n### Start-up\n\n" + startUpTable(results.startUps) + "\n### Matrices\n\n" +
+           matrixTable(results.matrices) + "\n### Per frame\n\n" +
            format("Heap allocations in a frame of all effects: %d. Uploads and read-backs: %d.\n",
                   results.allocationsPerFrame, results.uploadsPerFrame);
 }

@@ -41,6 +41,7 @@ struct InstructionCount {
 
 struct Results {
     std::string driver;
+    std::string clock; ///< what the seconds are
     std::vector<Comparison> comparisons;
     std::vector<Series> series;
     std::vector<StartUp> startUps;

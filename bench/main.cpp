@@ -1,4 +1,5 @@
 #include "bench/Benchmarks.h"
+#include "bench/Measure.h"
 #include "bench/Report.h"
 
 #include <android/log.h>
@@ -42,7 +43,11 @@ void runBenchmarks(const Options& options) {
     const Effort effort = options.quick ? Effort{1, 0.0} : Effort{};
     Theatre theatre;
     Results results;
-    results.driver = headless::HeadlessContext(1, 1).driver();
+    {
+        const headless::HeadlessContext context(1, 1);
+        results.driver = context.driver();
+        results.clock = drawsOnProcessor() ? "processor time of all threads" : "wall-clock time";
+    }
     benchmark::AddCustomContext("driver", results.driver);
     std::cout << "Driver: " << results.driver << "\n";
     registerComparisons(theatre, effort, results);
