@@ -114,8 +114,8 @@ std::string scalingPlot(const Results& results) {
     static const char* const colors[] = {"#1b6ca8", "#d1495b", "#2e933c", "#8f5db7", "#e08e00",
                                          "#00798c", "#7a4b2a", "#c2549d", "#5b5f97"};
     std::string svg =
-        "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 1000 500\" font-family=\"sans-serif\" "
-        "font-size=\"13\">\n<rect width=\"1000\" height=\"500\" fill=\"white\"/>\n"
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 1040 500\" font-family=\"sans-serif\" "
+        "font-size=\"13\">\n<rect width=\"1040\" height=\"500\" fill=\"white\"/>\n"
         "<text x=\"70\" y=\"24\" font-size=\"16\">Cost against size, both relative to the smallest</text>\n";
     const auto x = [&](double factor) { return left + width * std::log10(factor) / decadesX; };
     const auto y = [&](double factor) { return top + height * (1.0 - std::log10(factor) / decadesY); };
