@@ -40,6 +40,7 @@ export class View {
     part('next').href = neighbour(1);
     canvas.setAttribute('aria-label', `${entry.title}. ${entry.sentence}`);
     this.settings.show(entry.parameters, values);
+    this.#fitCanvas(); // before the first touch, which is counted in its pixels
     this.clock.restart();
   }
 
@@ -50,7 +51,8 @@ export class View {
     if (milliseconds === null) return;
     const { width, height } = this.stage.canvas;
     part('time').textContent = `${milliseconds.toFixed(1)} ms per frame, ${width} × ${height} pixels, ${this.stage.driver}`;
-    if (milliseconds > 45) this.scale = Math.max(0.5, this.scale * 0.75);
+    const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in pixels
+    if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
   }
 
   #fitCanvas() {
