@@ -1,6 +1,9 @@
+#include "foundation/Diagnostics.h"
 #include "tests/lifecycle/EffectCase.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/LogCatalogue.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <filesystem>
@@ -14,8 +17,12 @@ void PrintTo(const EffectCase& effect, std::ostream* stream) {
 namespace {
 
 using testing::Contains;
+using testing::Each;
+using testing::Field;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::ResultOf;
 
 class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCase> {
   protected:
@@ -58,10 +65,9 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
         if (effectCase.logsOnDraw) log.take();
     }
 
-    /// What a fault leaves behind: errors that nobody has asked for yet, and log lines.
+    /// What a fault leaves behind: log lines, and errors that the effect's own checks have left to the next one.
     std::vector<LogLine> takeFaultLines() {
-        while (glGetError() != GL_NO_ERROR) {
-        }
+        checkGLError("next");
         return log.take();
     }
 
@@ -206,40 +212,66 @@ TEST_P(LifeCycleTest, ShadersPassTheReferenceCompiler) {
     }
 }
 
-/// A driver that refuses one thing at a time: no crash, no leak, and the next good call recovers.
+/// A driver that refuses one thing at a time: no crash, no leak, the log says what happened, and the next good call
+/// recovers.
 TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
     using Faults = GLRecorder::Faults;
-    const std::pair<const char*, void (*)(Faults&)> refusals[] = {
-        {"compile", [](Faults& faults) { faults.compileFails = true; }},
-        {"link", [](Faults& faults) { faults.linkFails = true; }},
-        {"link without a log", [](Faults& faults) { faults.linkFails = faults.infoLogIsEmpty = true; }},
-        {"glCreateShader", [](Faults& faults) { faults.givesZero = {"glCreateShader"}; }},
-        {"glCreateProgram", [](Faults& faults) { faults.givesZero = {"glCreateProgram"}; }},
-        {"glGenTextures", [](Faults& faults) { faults.givesZero = {"glGenTextures"}; }},
-        {"glGenFramebuffers", [](Faults& faults) { faults.givesZero = {"glGenFramebuffers"}; }},
+    struct Refusal {
+        const char* name;
+        void (*refuse)(Faults&);
+        const char* says; ///< in the log of an effect that meets it; null: nothing is said
+        bool meetsTargets;
+    };
+    const Refusal refusals[] = {
+        {"compile", [](Faults& faults) { faults.compileFails = true; }, "Could not compile shader 35633:\nrefused\n",
+         false},
+        {"link", [](Faults& faults) { faults.linkFails = true; }, "Could not link program:\nrefused\n", false},
+        {"link without a log", [](Faults& faults) { faults.linkFails = faults.infoLogIsEmpty = true; }, nullptr, false},
+        {"glCreateShader", [](Faults& faults) { faults.givesZero = {"glCreateShader"}; }, nullptr, false},
+        {"glCreateProgram", [](Faults& faults) { faults.givesZero = {"glCreateProgram"}; }, nullptr, false},
+        {"glGenTextures", [](Faults& faults) { faults.givesZero = {"glGenTextures"}; }, nullptr, true},
+        {"glGenFramebuffers", [](Faults& faults) { faults.givesZero = {"glGenFramebuffers"}; },
+         "(0x502) GL_INVALID_OPERATION", true},
         {"no float format",
          [](Faults& faults) {
              faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
-         }},
+         },
+         "(0x506)", true},
         {"pending errors",
          [](Faults& faults) {
              faults.pendingErrors = {GL_OUT_OF_MEMORY, GL_INVALID_ENUM, 0x506};
-         }},
+         },
+         "(0x505) GL_OUT_OF_MEMORY", true},
     };
-    for (const auto& [name, refuse] : refusals) {
-        SCOPED_TRACE(name);
+    for (const Refusal& refusal : refusals) {
+        SCOPED_TRACE(refusal.name);
         auto effect = made();
-        refuse(glRecorder().faults);
+        refusal.refuse(glRecorder().faults);
         effect->init();
         effect->setScreenSize(width, height);
         effect->draw();
+        const std::vector<LogLine> lines = takeFaultLines();
         glRecorder().faults = {};
-        takeFaultLines();
+        EXPECT_THAT(lines, Each(ResultOf(isInCatalogue, true)));
+        if (refusal.says && (effectCase.targets > 0 || !refusal.meetsTargets)) {
+            EXPECT_THAT(lines, Contains(Field(&LogLine::message, HasSubstr(refusal.says))));
+        }
 
         effect->init();
         effect->setScreenSize(width, height);
         EXPECT_THAT(picture(*effect), Contains(testing::Gt(0.0F)));
     }
+}
+
+/// Where points are single pixels, what is drawn with them shrinks, and all else stays.
+TEST_P(LifeCycleTest, SurvivesADriverOfSmallPoints) {
+    const std::vector<float> expected = picture(*ready());
+    const bool drawsPoints =
+        std::any_of(glRecorder().shaderTexts.begin(), glRecorder().shaderTexts.end(),
+                    [](const auto& shader) { return shader.second.find("gl_PointSize") != std::string::npos; });
+    glRecorder().faults.pointsAreSinglePixels = true;
+    const std::vector<float> drawn = picture(*ready());
+    EXPECT_EQ(drawn != expected, drawsPoints);
 }
 
 /// Where the driver cannot render to a format, the next wider one takes its place and the picture stays.

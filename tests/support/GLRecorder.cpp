@@ -1,6 +1,8 @@
 #include "tests/support/GLRecorder.h"
 
+#include <cstdio>
 #include <dlfcn.h>
+#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -104,6 +106,22 @@ void destroy(const char* function, const char* kind, GLsizei n, const GLuint* na
     real<void(GLsizei, const GLuint*)>(function)(n, names);
 }
 
+/// The info log of an injected failure.
+constexpr char refusal[] = "refused";
+
+/// Turns what the driver says about a shader or program into a failure, or its info log into none.
+void refuse(bool fails, GLenum parameter, GLenum status, GLint* value) {
+    if (fails && parameter == status) *value = GL_FALSE;
+    if (parameter != GL_INFO_LOG_LENGTH) return;
+    if (fails) *value = sizeof(refusal);
+    if (glRecorder().faults.infoLogIsEmpty) *value = 0;
+}
+
+/// The shader for a driver whose points are single pixels.
+std::string withSinglePixelPoints(const std::string& source) {
+    return std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
+}
+
 } // namespace
 
 GLRecorder& glRecorder() {
@@ -149,6 +167,19 @@ std::string GLRecorder::attribute(GLuint location) const {
     return program->second.at(key);
 }
 
+bool GLRecorder::refusesTarget() const {
+    const auto texture = textureOfFramebuffer.find(boundFramebuffer);
+    if (texture == textureOfFramebuffer.end()) return false;
+    const auto format = formatOfTexture.find(texture->second);
+    return format != formatOfTexture.end() && faults.notRenderable.count(format->second) != 0;
+}
+
+bool GLRecorder::refusesDrawing() {
+    const bool refuses = refusesTarget();
+    if (refuses) faults.pendingErrors.push_back(GL_INVALID_FRAMEBUFFER_OPERATION);
+    return refuses;
+}
+
 // The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
@@ -169,28 +200,18 @@ void __wrap__Z12checkGLErrorPKc(const char* op) {
 PASS_ON(glActiveTexture, (GLenum unit), (unit), name(unit))
 PASS_ON(glAttachShader, (GLuint program, GLuint shader), (program, shader), "")
 PASS_ON(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), text(name(target), buffer))
-PASS_ON(glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer), text(name(target), framebuffer))
 PASS_ON(glBlendColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
 PASS_ON(glBlendEquation, (GLenum mode), (mode), name(mode))
 PASS_ON(glBlendFunc, (GLenum source, GLenum target), (source, target), text(name(source), name(target)))
 PASS_ON(glBlendFuncSeparate, (GLenum srcRGB, GLenum dstRGB, GLenum srcAlpha, GLenum dstAlpha),
         (srcRGB, dstRGB, srcAlpha, dstAlpha), text(name(srcRGB), name(dstRGB), name(srcAlpha), name(dstAlpha)))
-PASS_ON(glClear, (GLbitfield mask), (mask), name(mask))
 PASS_ON(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
 PASS_ON(glCompileShader, (GLuint shader), (shader), "")
 PASS_ON(glDisable, (GLenum capability), (capability), name(capability))
 PASS_ON(glDisableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
-PASS_ON(glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
-        text(mode == GL_POINTS ? "POINTS" : name(mode), first, count))
-PASS_ON(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), (mode, count, type, indices),
-        text(name(mode), count, name(type)))
 PASS_ON(glEnable, (GLenum capability), (capability), name(capability))
 PASS_ON(glEnableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
 PASS_ON(glFlush, (), (), "")
-PASS_ON(glGetProgramInfoLog, (GLuint program, GLsizei size, GLsizei* length, GLchar* log), (program, size, length, log),
-        "")
-PASS_ON(glGetShaderInfoLog, (GLuint shader, GLsizei size, GLsizei* length, GLchar* log), (shader, size, length, log),
-        "")
 PASS_ON(glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
         (program, size, length, format, binary), "")
 PASS_ON(glLinkProgram, (GLuint program), (program), "")
@@ -213,6 +234,28 @@ PASS_ON(glVertexAttribPointer,
         (index, size, type, normalized, stride, pointer),
         text(glRecorder().attribute(index), size, name(type), static_cast<int>(normalized), stride))
 PASS_ON(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), text(x, y, width, height))
+
+void glBindFramebuffer(GLenum target, GLuint framebuffer) {
+    glRecorder().boundFramebuffer = framebuffer;
+    glRecorder().call("glBindFramebuffer", text(name(target), framebuffer));
+    real<void(GLenum, GLuint)>("glBindFramebuffer")(target, framebuffer);
+}
+
+void glClear(GLbitfield mask) {
+    glRecorder().call("glClear", name(mask));
+    if (!glRecorder().refusesDrawing()) real<void(GLbitfield)>("glClear")(mask);
+}
+
+void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
+    glRecorder().call("glDrawArrays", text(mode == GL_POINTS ? "POINTS" : name(mode), first, count));
+    if (!glRecorder().refusesDrawing()) real<void(GLenum, GLint, GLsizei)>("glDrawArrays")(mode, first, count);
+}
+
+void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
+    glRecorder().call("glDrawElements", text(name(mode), count, name(type)));
+    if (glRecorder().refusesDrawing()) return;
+    real<void(GLenum, GLsizei, GLenum, const void*)>("glDrawElements")(mode, count, type, indices);
+}
 
 void glGenTextures(GLsizei n, GLuint* names) {
     generate("glGenTextures", "texture", n, names);
@@ -238,7 +281,10 @@ GLuint glCreateShader(GLenum type) {
 void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
     glRecorder().shaderTexts.emplace_back(glRecorder().typeOfShader[shader], sources[0]);
     glRecorder().call("glShaderSource", "");
-    real<void(GLuint, GLsizei, const GLchar* const*, const GLint*)>("glShaderSource")(shader, count, sources, lengths);
+    const std::string singlePixels = withSinglePixelPoints(sources[0]);
+    const GLchar* limited = singlePixels.c_str();
+    real<void(GLuint, GLsizei, const GLchar* const*, const GLint*)>("glShaderSource")(
+        shader, count, glRecorder().faults.pointsAreSinglePixels ? &limited : sources, lengths);
 }
 
 void glDeleteShader(GLuint shader) {
@@ -296,7 +342,7 @@ void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei widt
 }
 
 void glFramebufferTexture2D(GLenum target, GLenum attachment, GLenum textarget, GLuint texture, GLint level) {
-    glRecorder().attachedTexture = texture;
+    glRecorder().textureOfFramebuffer[glRecorder().boundFramebuffer] = texture;
     glRecorder().call("glFramebufferTexture2D", text(texture));
     real<void(GLenum, GLenum, GLenum, GLuint, GLint)>("glFramebufferTexture2D")(target, attachment, textarget, texture,
                                                                                 level);
@@ -304,8 +350,7 @@ void glFramebufferTexture2D(GLenum target, GLenum attachment, GLenum textarget, 
 
 GLenum glCheckFramebufferStatus(GLenum target) {
     glRecorder().call("glCheckFramebufferStatus", "");
-    const GLint format = glRecorder().formatOfTexture[glRecorder().attachedTexture];
-    if (glRecorder().faults.notRenderable.count(format)) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
+    if (glRecorder().refusesTarget()) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
     return real<GLenum(GLenum)>("glCheckFramebufferStatus")(target);
 }
 
@@ -317,15 +362,25 @@ void glGetIntegerv(GLenum parameter, GLint* value) {
 void glGetShaderiv(GLuint shader, GLenum parameter, GLint* value) {
     glRecorder().call("glGetShaderiv", name(parameter));
     real<void(GLuint, GLenum, GLint*)>("glGetShaderiv")(shader, parameter, value);
-    if (parameter == GL_COMPILE_STATUS && glRecorder().faults.compileFails) *value = GL_FALSE;
-    if (parameter == GL_INFO_LOG_LENGTH && glRecorder().faults.infoLogIsEmpty) *value = 0;
+    refuse(glRecorder().faults.compileFails, parameter, GL_COMPILE_STATUS, value);
 }
 
 void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
     glRecorder().call("glGetProgramiv", name(parameter));
     real<void(GLuint, GLenum, GLint*)>("glGetProgramiv")(program, parameter, value);
-    if (parameter == GL_LINK_STATUS && glRecorder().faults.linkFails) *value = GL_FALSE;
-    if (parameter == GL_INFO_LOG_LENGTH && glRecorder().faults.infoLogIsEmpty) *value = 0;
+    refuse(glRecorder().faults.linkFails, parameter, GL_LINK_STATUS, value);
+}
+
+void glGetShaderInfoLog(GLuint shader, GLsizei size, GLsizei* length, GLchar* log) {
+    glRecorder().call("glGetShaderInfoLog", "");
+    real<void(GLuint, GLsizei, GLsizei*, GLchar*)>("glGetShaderInfoLog")(shader, size, length, log);
+    if (glRecorder().faults.compileFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
+}
+
+void glGetProgramInfoLog(GLuint program, GLsizei size, GLsizei* length, GLchar* log) {
+    glRecorder().call("glGetProgramInfoLog", "");
+    real<void(GLuint, GLsizei, GLsizei*, GLchar*)>("glGetProgramInfoLog")(program, size, length, log);
+    if (glRecorder().faults.linkFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {

@@ -38,10 +38,13 @@ class GLRecorder {
     struct Faults {
         /// For these entry points ("glCreateProgram", "glCreateShader", "glGenTextures", "glGenFramebuffers"): gives 0.
         std::set<std::string> givesZero;
-        /// Internal formats that no framebuffer is complete with.
+        /// Internal formats that no framebuffer is complete with; drawing into one is an error.
         std::set<GLint> notRenderable;
+        /// Point sprites have one pixel, whatever size the shader asks for.
+        bool pointsAreSinglePixels = false;
         bool compileFails = false;
         bool linkFails = false;
+        /// Injected failures of compiler and linker say "refused", or nothing.
         bool infoLogIsEmpty = false;
         /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.
         bool acceptsProgramBinaries = false;
@@ -64,7 +67,10 @@ class GLRecorder {
     std::map<GLuint, std::map<GLint, std::string>> attributes;
     std::map<GLuint, GLint> formatOfTexture;
     GLuint boundTexture = 0;
-    GLuint attachedTexture = 0;
+    GLuint boundFramebuffer = 0;
+    std::map<GLuint, GLuint> textureOfFramebuffer;
+    bool refusesTarget() const;
+    bool refusesDrawing();
     std::map<GLuint, GLenum> typeOfShader;
 
   private:
