@@ -13,8 +13,12 @@ function(tidalume_options target)
   if(TIDALUME_SANITIZE)
     # vptr checks need RTTI, which the library does without.
     target_compile_options(${target} PRIVATE
-      -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+      -fsanitize=address,undefined,float-cast-overflow -fno-sanitize=vptr
+      -fno-sanitize-recover=undefined,float-cast-overflow -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+  if(TIDALUME_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
   endif()
 endfunction()
 

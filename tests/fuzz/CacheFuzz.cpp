@@ -1,0 +1,111 @@
+// Cache files of any content, before a driver that accepts or rejects what is in them.
+
+#include "foundation/GlobalProperty.h"
+#include "foundation/ProgramBuilder.h"
+#include "headless/HeadlessContext.h"
+
+#include <GLES3/gl3.h>
+#include <android/log.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <filesystem>
+#include <fstream>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr char vertexSource[] = "#version 300 es\nvoid main() { gl_Position = vec4(0.0, 0.0, 0.0, 1.0); }";
+constexpr char fragmentSource[] =
+    "#version 300 es\nprecision highp float;\nout vec4 color;\nvoid main() { color = vec4(1.0); }";
+
+/// What the stand-in of glProgramBinary does.
+struct Driver {
+    bool accepts = false;
+    GLuint accepted = 0;    ///< the program that counts as linked
+    std::string handedOver; ///< the binary it got, read whole
+} driver;
+
+std::string folder;
+
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+std::string fileContent(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+bool isLinked(GLuint program) {
+    GLint linked = GL_FALSE;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    return linked == GL_TRUE;
+}
+
+std::string binaryOf(GLuint program) {
+    GLint length = 0;
+    glGetProgramiv(program, GL_PROGRAM_BINARY_LENGTH, &length);
+    std::string binary(static_cast<size_t>(length), '\0');
+    GLenum format = 0;
+    glGetProgramBinary(program, length, nullptr, &format, binary.data());
+    return binary;
+}
+
+template <typename Function>
+Function* real(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+void glProgramBinary(GLuint program, GLenum /*format*/, const void* binary, GLsizei length) {
+    driver.handedOver.assign(static_cast<const char*>(binary), static_cast<size_t>(length));
+    if (driver.accepts) driver.accepted = program;
+}
+
+void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
+    real<void(GLuint, GLenum, GLint*)>("glGetProgramiv")(program, name, value);
+    if (name == GL_LINK_STATUS && program != 0 && program == driver.accepted) *value = GL_TRUE;
+}
+
+int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+    char name[] = "/tmp/tidalume-fuzz-XXXXXX";
+    folder = mkdtemp(name);
+    std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", folder.c_str());
+    std::atexit([] { std::filesystem::remove_all(folder); });
+    __android_log_set_logger([](const __android_logger_data*, const char*) {});
+    static const tidalume::headless::HeadlessContext context(8, 8);
+    return 0;
+}
+
+/// One byte tells what the driver does, the others are the file.
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    FuzzedDataProvider bytes(data, size);
+    driver = {};
+    driver.accepts = bytes.ConsumeBool();
+    const std::string content = bytes.ConsumeRemainingBytesAsString();
+    const std::string path = folder + "/Program.dat";
+    std::ofstream(path, std::ios::binary) << content;
+
+    const GLuint program = createProgram(vertexSource, fragmentSource, "Program");
+    require(isLinked(program), "a program whatever the file holds");
+    require(driver.handedOver == content, "the driver gets the whole file and nothing else");
+    if (driver.accepts) {
+        require(program == driver.accepted, "an accepted binary is used");
+        require(fileContent(path) == content, "the file of an accepted binary stays");
+    } else {
+        require(fileContent(path) == binaryOf(program), "a rejected file is replaced by the new binary");
+    }
+    glDeleteProgram(program);
+    require(!glIsProgram(program), "the program belongs to the caller alone");
+    return 0;
+}
+}

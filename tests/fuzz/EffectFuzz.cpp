@@ -1,0 +1,171 @@
+// A hostile caller: bytes become calls of the native functions, on a real GL context and with a real JVM.
+
+#include "foundation/GlobalProperty.h"
+#include "headless/HeadlessContext.h"
+#include "tests/fuzz/JavaVm.h"
+#include "tests/fuzz/NativeFunctions.h"
+
+#include <GLES3/gl3.h>
+#include <android/log.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+
+namespace {
+
+using tidalume::headless::HeadlessContext;
+
+constexpr size_t maxObjects = 6;
+constexpr int maxSteps = 60;
+
+JNIEnv* java = nullptr;
+
+void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+/// Every line has one of the two priorities and a tag.
+void checkLogLine(const __android_logger_data* line, const char* message) {
+    const bool isDrop = line->priority == ANDROID_LOG_VERBOSE && std::strncmp(message, "addDrop center[", 15) == 0;
+    require(isDrop || line->priority == ANDROID_LOG_ERROR, message);
+    require(line->tag && *line->tag, message);
+}
+
+/// What a caller does within one context after another.
+class Session {
+  public:
+    explicit Session(FuzzedDataProvider& bytes) : mBytes(bytes), mArguments(bytes, java), mContext(64, 64) {
+        GlobalProperty::DEBUG_LOG = false;
+        GlobalProperty::BINARY_SHADER = false;
+        GlobalProperty::ROOT_DIR[0] = '\0';
+        makePicture();
+    }
+
+    void run() {
+        for (int step = 0; step < maxSteps && mBytes.remaining_bytes() > 0; ++step) {
+            java->PushLocalFrame(16);
+            act();
+            require(!java->ExceptionCheck(), "a native function left a Java exception");
+            java->PopLocalFrame(nullptr);
+        }
+        for (const Object& object : mObjects)
+            object.of->free(java, nullptr, object.handle);
+        if (!mForgot) requireNoNames();
+    }
+
+  private:
+    struct Object {
+        const NativeClass* of;
+        jlong handle;
+    };
+
+    void act() {
+        const auto choice = mBytes.ConsumeIntegral<uint8_t>();
+        if (mObjects.empty() || (choice < 24 && mObjects.size() < maxObjects)) {
+            allocate();
+        } else if (choice < 32) {
+            free();
+        } else if (choice < 36) {
+            loseContext();
+        } else if (choice < 38) {
+            forgetOne();
+        } else if (choice < 44) {
+            pick(settings())(mArguments, 0);
+        } else {
+            call();
+        }
+    }
+
+    template <typename Element>
+    const Element& pick(const std::vector<Element>& elements) {
+        return elements[mBytes.ConsumeIntegralInRange<size_t>(0, elements.size() - 1)];
+    }
+
+    void allocate() {
+        const NativeClass& of = pick(nativeClasses());
+        mObjects.push_back({&of, of.alloc(java, nullptr)});
+        require(mObjects.back().handle != 0, "Alloc gave no object");
+        if (mBytes.ConsumeIntegral<uint8_t>() < 64) return; // to meet calls that come too early
+        of.others[NativeClass::init](mArguments, mObjects.back().handle);
+        of.others[NativeClass::setScreenSize](mArguments, mObjects.back().handle);
+    }
+
+    void free() {
+        const size_t i = mBytes.ConsumeIntegralInRange<size_t>(0, mObjects.size() - 1);
+        mObjects[i].of->free(java, nullptr, mObjects[i].handle);
+        mObjects[i].of->free(java, nullptr, 0);
+        mObjects.erase(mObjects.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+
+    void loseContext() {
+        for (const Object& object : mObjects)
+            object.of->contextDestroyed(java, nullptr, object.handle);
+        mContext.recreate();
+        makePicture();
+        mForgot = false;
+    }
+
+    /// Told of a loss that did not happen, an object leaves its GL names to the context.
+    void forgetOne() {
+        const Object& object = pick(mObjects);
+        object.of->contextDestroyed(java, nullptr, object.handle);
+        mForgot = true;
+    }
+
+    /// The caller's own texture; as the first one of its context, it has the same name in each.
+    void makePicture() {
+        const uint8_t texels[16] = {255, 0, 0, 255, 0, 255, 0, 128, 0, 0, 255, 255, 0, 0, 0, 0};
+        glGenTextures(1, &mPicture);
+        glBindTexture(GL_TEXTURE_2D, mPicture);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
+        mArguments.picture = static_cast<jint>(mPicture);
+    }
+
+    void call() {
+        mArguments.textures = {0, mArguments.picture};
+        for (const Object& object : mObjects) {
+            if (object.of->getTexture) {
+                mArguments.textures.push_back(object.of->getTexture(java, nullptr, object.handle));
+            }
+        }
+        const Object& object = pick(mObjects);
+        pick(object.of->others)(mArguments, object.handle);
+    }
+
+    void requireNoNames() {
+        glDeleteTextures(1, &mPicture);
+        for (GLuint name = 1; name < 100; ++name) {
+            require(!glIsTexture(name), "a texture was leaked");
+            require(!glIsFramebuffer(name), "a framebuffer was leaked");
+            require(!glIsProgram(name), "a program was leaked");
+            require(!glIsShader(name), "a shader was leaked");
+        }
+    }
+
+    FuzzedDataProvider& mBytes;
+    Arguments mArguments;
+    HeadlessContext mContext;
+    std::vector<Object> mObjects;
+    GLuint mPicture = 0;
+    bool mForgot = false;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+    java = startJavaVm();
+    __android_log_set_minimum_priority(ANDROID_LOG_VERBOSE);
+    __android_log_set_logger(checkLogLine);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    FuzzedDataProvider bytes(data, size);
+    srand48(1);
+    Session(bytes).run();
+    return 0;
+}
