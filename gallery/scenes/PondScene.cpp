@@ -8,10 +8,10 @@ namespace tidalume::gallery {
 namespace {
 
 // In texels of the height field.
-constexpr float dropRadius = 10;
+constexpr float dropRadius = 8;
 constexpr float dropDistance = 30; // between the drops of a finger that moves
-constexpr float steepness = 20;
-constexpr float depth = 34;
+constexpr float steepness = 26;
+constexpr float depth = 20;
 constexpr float updatesPerFrame = 8;
 
 } // namespace

@@ -15,7 +15,7 @@ constexpr float dropRadius = 8;
 constexpr float dropStrength = 1.1F;
 constexpr float strokeStrength = 0.08F; // per frame, while the finger moves
 constexpr float steepness = 36;
-constexpr float depth = 28;
+constexpr float depth = 19;
 constexpr float passesPerFrame = 4;
 
 } // namespace

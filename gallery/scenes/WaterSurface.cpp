@@ -11,19 +11,21 @@ constexpr int shorterSide = 270;
 constexpr int longestSide = 2048; // of the field, however narrow the screen
 
 /// In texels: so far away that slopes show as light and shade.
-constexpr float skyDepth = 4400;
+constexpr float skyDepth = 3400;
 
 /// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right
-/// one. 0.5 stands for light that changes nothing.
+/// one. 0.5 stands for light that changes nothing; the water swallows some of the red.
 Picture sky() {
     constexpr int size = 128;
+    constexpr float tint[3] = {0.88F, 0.98F, 1.02F};
     Picture picture(size, size);
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const float t = 1 - static_cast<float>(x + y) / (size - 1);
-            const float light = 0.5F + 0.10F * t + 0.12F * std::pow(t, 3.0F);
+            const float light = 0.5F + 0.10F * t + (t > 0 ? 0.30F : 0.16F) * std::pow(t, 3.0F);
             std::uint8_t* pixel = picture.pixel(x, y);
-            std::fill_n(pixel, 3, static_cast<std::uint8_t>(std::lround(255 * light)));
+            for (int c = 0; c < 3; ++c)
+                pixel[c] = static_cast<std::uint8_t>(std::lround(255 * std::clamp(light * tint[c], 0.0F, 1.0F)));
             pixel[3] = 255;
         }
     }

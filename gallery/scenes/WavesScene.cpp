@@ -46,12 +46,15 @@ void WavesScene::drawFrame() {
 void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
     const float radius = crest * mLength;
-    const float sway = bend * std::cos(2 * pi * time);
+    const float swing = bend * std::cos(2 * pi * time);
+    // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be negative.
+    const float sway = std::fabs(swing);
+    const float count = std::copysign(mCount, swing);
     const float spacing = 2 * (radius + bend);
     mWay = std::fmod(mWay + spacing / period, spacing);
     const float bottom = static_cast<float>(mSurface.rows()) + spacing;
     for (float y = mWay - 2 * spacing; y < bottom; y += spacing) {
-        mWaves.addHorizontalWave(y, (spacing / 2 - std::fabs(sway)), strength * mStrength, sway, mCount, 0);
+        mWaves.addHorizontalWave(y, spacing / 2 - sway, strength * mStrength, sway, count, 0);
     }
 }
 
