@@ -29,7 +29,9 @@ void release(jlong handle) {
 }
 
 /// The elements of a Java float array, pinned for the life of this object and then copied back and released. Declare
-/// several in parameter order: they release in reverse. False when the array is null or cannot be pinned.
+/// several in parameter order: they release in reverse. False when the array is null or cannot be pinned; what is
+/// pinned after it must then be passed as null, since a failed pin may leave an exception pending, under which JNI
+/// allows no more pinning.
 class PinnedFloats {
   public:
     PinnedFloats(JNIEnv* env, jfloatArray array)

@@ -41,7 +41,7 @@ JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWater_addDropLine(JNI
                                                                              jfloatArray center, jfloatArray center2,
                                                                              jfloat radius, jfloat strength) {
     const PinnedFloats centerFloats(env, center);
-    const PinnedFloats center2Floats(env, center2);
+    const PinnedFloats center2Floats(env, centerFloats ? center2 : nullptr);
     if (centerFloats && center2Floats) {
         fromHandle<ShallowWater>(handle)->addDropLine(centerFloats.elements(), center2Floats.elements(), radius,
                                                       strength);

@@ -51,7 +51,7 @@ JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_addDro
                                                                                       jfloat radius, jfloat strength,
                                                                                       jfloat preserveWeight) {
     const PinnedFloats centerFloats(env, center);
-    const PinnedFloats center2Floats(env, center2);
+    const PinnedFloats center2Floats(env, centerFloats ? center2 : nullptr);
     if (centerFloats && center2Floats) {
         fromHandle<ShallowWaterIterative>(handle)->addDropLine(centerFloats.elements(), center2Floats.elements(),
                                                                radius, strength, preserveWeight);

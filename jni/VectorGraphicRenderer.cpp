@@ -53,7 +53,7 @@ JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_VectorGraphicRenderer_render
     JNIEnv* env, jclass, jlong handle, jfloat x, jfloat y, jfloat begin, jfloatArray beginColor, jfloat end,
     jfloatArray endColor) {
     const PinnedFloats beginRgba(env, beginColor);
-    const PinnedFloats endRgba(env, endColor);
+    const PinnedFloats endRgba(env, beginRgba ? endColor : nullptr);
     if (!beginRgba || !endRgba) return;
     fromHandle<VectorGraphicRenderer>(handle)->renderRadialGradient(x, y, begin, beginRgba.elements(), end,
                                                                     endRgba.elements());

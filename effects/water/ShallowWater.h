@@ -20,7 +20,7 @@ struct ProgramTable;
 ///     normals.build(pond.getTexture());  // ask anew in every frame: the name changes
 ///
 /// Time is a counter that `update` advances by 0.01, with a step due every 0.025: two steps in five updates. The
-/// counter is a float; from 262,144 on, after some 26 million updates, it stands still, and so does the pond.
+/// counter is a float; from 262,144 on, after some 23 million updates, it stands still, and so does the pond.
 ///
 /// Positions are pixels of the screen with the origin at the BOTTOM left and y upwards, unlike those of the other
 /// effects: y = 0 is row 0 of the textures.

@@ -35,7 +35,7 @@ struct ProgramTable;
 /// object first, then `init` and `setScreenSize` on every object; the water then is still.
 ///
 /// Disturbances and `update` are ignored before `setScreenSize`; disturbances also with a radius of 0 and with a number
-/// that is not finite. The caller disables blending and depth test. They leave the viewport at the screen,
+/// that is not finite. The caller disables blending and depth test. The calls leave the viewport at the screen,
 /// framebuffer 0, program 0, and the state that was read last on unit 0, which is active.
 class ShallowWaterIterative {
   public:
@@ -63,6 +63,7 @@ class ShallowWaterIterative {
 
     /// A drop along a whole segment, as a finger draws it.
     /// @param center, center2  the two ends, (x, y) each; may be the same
+    /// @param radius, strength, preserveWeight  as for addDrop
     void addDropLine(float* center, float* center2, float radius, float strength, float preserveWeight);
 
     /// A bump along a horizontal sine curve across the whole screen.
@@ -70,6 +71,7 @@ class ShallowWaterIterative {
     /// @param radius      half the width of the bump, measured along y
     /// @param waveRadius  amplitude of the curve in pixels
     /// @param waveCount   periods across the screen
+    /// @param strength, preserveWeight  as for addDrop
     void addHorizontalWave(float center, float radius, float strength, float waveRadius, float waveCount,
                            float preserveWeight);
 

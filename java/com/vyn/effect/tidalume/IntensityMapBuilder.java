@@ -5,9 +5,8 @@ package com.vyn.effect.tidalume;
  * something is painted over them.
  *
  * <p>A shape's profile is a raised cosine: {@code strength} on the shape, falling to 0 at distance {@code radius} and
- * beyond. Where a shape's rectangle reaches, it replaces what was there; shapes do not add up. Shapes with a radius of
- * 0
- * or with a number that is not finite are ignored.
+ * beyond. Where a shape's rectangle reaches, it replaces what was there; shapes do not add up. Shapes with a radius
+ * of 0 or with a number that is not finite are ignored.
  *
  * <p>Positions and radii are pixels of the screen, origin top-left, y downwards. See the package's description for
  * threads, the life cycle and the exceptions.

@@ -20,7 +20,7 @@ public final class ShallowWater implements AutoCloseable {
         handle = new Handle("ShallowWater", Alloc());
     }
 
-    /** Builds the programs where they are missing. */
+    /** Builds the programs; those of an earlier {@code init} are deleted first. */
     public void init() {
         init(handle.open());
         handle.setInitialized();
