@@ -4,17 +4,23 @@
 
 #include <cstdint>
 #include <new>
+#include <type_traits>
 
 namespace tidalume {
 
+template <typename Address>
+jlong signExtended(Address address) {
+    return static_cast<jlong>(static_cast<std::make_signed_t<Address>>(address));
+}
+
 /// A handle is an object's address, sign-extended to 64 bits; 0 stands for no object.
 inline jlong toHandle(void* object) {
-    return static_cast<jlong>(reinterpret_cast<intptr_t>(object));
+    return signExtended(reinterpret_cast<uintptr_t>(object));
 }
 
 template <typename Effect>
 Effect* fromHandle(jlong handle) {
-    return reinterpret_cast<Effect*>(static_cast<intptr_t>(handle));
+    return reinterpret_cast<Effect*>(static_cast<uintptr_t>(handle));
 }
 
 /// A handle to a new effect; 0 when there is no memory for it.

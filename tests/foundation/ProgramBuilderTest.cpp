@@ -1,23 +1,22 @@
 #include "foundation/ProgramBuilder.h"
 
-#include "shaders/Common.h"
+#include "foundation/ProgramTable.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/GLTest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -81,46 +80,61 @@ class ProgramBuilderTest : public GLTest {
 };
 
 TEST_F(ProgramBuilderTest, ReportsWhatTheCompilerAndTheLinkerSay) {
-    EXPECT_EQ(createProgram("void main() { vertex }", fragmentSource), 0U);
-    std::vector<LogLine> lines = log.take();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].tag, "EGLUtils");
-    EXPECT_EQ(lines[0].priority, 6);
-    EXPECT_THAT(lines[0].message, StartsWith("Could not compile shader 35633:\n"));
-    EXPECT_EQ(glRecorder().counts["glCreateShader"], 1);
+    const struct {
+        const char *vertex, *fragment, *firstLine, *detail;
+    } failures[] = {
+        {"void main() { vertex }", fragmentSource, "Could not compile shader 35633:\n", "error"},
+        {vertexSource, "#version 300 es\nvoid main() { fragment }", "Could not compile shader 35632:\n", "error"},
+        {vertexSource, unlinkable, "Could not link program:\n", "absent"},
+    };
+    for (const auto& failure : failures) {
+        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
+        const std::vector<LogLine> lines = log.take();
+        ASSERT_EQ(lines.size(), 1U);
+        EXPECT_EQ(lines[0].tag, "EGLUtils");
+        EXPECT_EQ(lines[0].priority, 6);
+        EXPECT_THAT(lines[0].message, AllOf(StartsWith(failure.firstLine), HasSubstr(failure.detail)));
 
-    EXPECT_EQ(createProgram(vertexSource, "#version 300 es\nvoid main() { fragment }"), 0U);
-    lines = log.take();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_THAT(lines[0].message, StartsWith("Could not compile shader 35632:\n"));
+        glRecorder().faults.infoLogIsEmpty = true;
+        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
+        EXPECT_THAT(log.take(), IsEmpty()) << "an empty log is not printed";
+        glRecorder().faults.infoLogIsEmpty = false;
 
-    EXPECT_EQ(createProgram(vertexSource, unlinkable), 0U);
-    lines = log.take();
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_THAT(lines[0].message, StartsWith("Could not link program:\n"));
-    EXPECT_THAT(lines[0].message, HasSubstr("absent"));
-
-    glRecorder().faults.infoLogIsEmpty = true;
-    EXPECT_EQ(createProgram(vertexSource, unlinkable), 0U);
-    EXPECT_THAT(log.take(), IsEmpty()) << "an empty log is not printed";
+        failingMalloc(0);
+        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
+        EXPECT_TRUE(failingMalloc(-1));
+        EXPECT_THAT(log.take(), IsEmpty()) << "no memory for the log";
+    }
 }
 
+/// What is called without a cache file, with one that the driver rejects, and with one that it accepts.
 TEST_F(ProgramBuilderTest, CallsTheDriverInOrder) {
-    GLuint program = 0;
-    EXPECT_THAT(glRecorder().record([&] { program = createProgram(vertexSource, fragmentSource); }),
-                ElementsAre("glCreateShader vertex", "glShaderSource", "glCompileShader", "glGetShaderiv 0x8b81",
-                            "glCreateShader fragment", "glShaderSource", "glCompileShader", "glGetShaderiv 0x8b81",
-                            "glCreateProgram", "glAttachShader", "checkGLError glAttachShader", "glAttachShader",
-                            "checkGLError glAttachShader", "glLinkProgram", "glDeleteShader", "glDeleteShader",
-                            "glGetProgramiv 0x8b82"));
-    glDeleteProgram(program);
-}
+    const std::string textBuild = "glCreateShader vertex; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
+                                  "glCreateShader fragment; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
+                                  "glCreateProgram; glAttachShader; checkGLError glAttachShader; glAttachShader; "
+                                  "checkGLError glAttachShader; glLinkProgram; glDeleteShader; glDeleteShader; "
+                                  "glGetProgramiv 0x8b82; ";
+    const std::string save = "glGetProgramiv 0x8741; checkGLError glGetProgramiv; glGetProgramBinary; "
+                             "checkGLError glGetProgramBinary; ";
+    const auto calls = [](const char* cacheName) {
+        std::string text;
+        GLuint program = 0;
+        for (const std::string& call :
+             glRecorder().record([&] { program = createProgram(vertexSource, fragmentSource, cacheName); }))
+            text += (call.find("glDeleteProgram") == 0 ? "glDeleteProgram" : call) + "; ";
+        glDeleteProgram(program);
+        return text;
+    };
+    EXPECT_EQ(calls(nullptr), textBuild);
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << "without a name no file is touched";
+    EXPECT_EQ(calls("Program"), textBuild + save);
 
-TEST_F(ProgramBuilderTest, WithoutANameTouchesNoFile) {
-    const GLuint program = createProgram(vertexSource, fragmentSource, nullptr);
-    EXPECT_NE(program, 0U);
-    glDeleteProgram(program);
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
+    const std::string load = "glCreateProgram; glProgramBinary 0x8740 " + std::to_string(content().size()) +
+                             "; checkGLError glProgramBinary; glGetProgramiv 0x8b82; ";
+    EXPECT_EQ(calls("Program"), load + "glDeleteProgram; " + textBuild + save);
+    EXPECT_THAT(withoutGLErrors(log.take()), ElementsAre(rejected));
+    glRecorder().faults.acceptsProgramBinaries = true;
+    EXPECT_EQ(calls("Program"), load);
 }
 
 TEST_F(ProgramBuilderTest, SavesTheBinaryAndLoadsItWhereTheDriverAcceptsIt) {
@@ -130,11 +144,8 @@ TEST_F(ProgramBuilderTest, SavesTheBinaryAndLoadsItWhereTheDriverAcceptsIt) {
 
     const auto written = std::filesystem::last_write_time(file());
     glRecorder().faults.acceptsProgramBinaries = true;
-    glRecorder().counts.clear();
     EXPECT_THAT(build(), IsEmpty());
-    EXPECT_EQ(glRecorder().counts["glCompileShader"], 0);
-    EXPECT_EQ(glRecorder().counts["glGetProgramBinary"], 0) << "an accepted file is not written again";
-    EXPECT_EQ(std::filesystem::last_write_time(file()), written);
+    EXPECT_EQ(std::filesystem::last_write_time(file()), written) << "an accepted file is not written again";
 }
 
 TEST_F(ProgramBuilderTest, BuildsFromTextWhenTheFileIsOfNoUse) {
@@ -152,21 +163,11 @@ TEST_F(ProgramBuilderTest, BuildsFromTextWhenTheFileIsOfNoUse) {
 TEST_F(ProgramBuilderTest, APathThatCannotBeAFileCostsOnlyTheCache) {
     std::filesystem::create_directory(file());
     EXPECT_THAT(build(), ElementsAre(notOpened)) << "a folder";
-    std::filesystem::remove(file());
-
-    ASSERT_EQ(mkfifo(file().c_str(), 0600), 0);
-    EXPECT_THAT(build(), ElementsAre(notOpened)) << "a pipe, which must not block";
-    std::filesystem::remove(file());
-
-    const int socketFile = socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    std::snprintf(address.sun_path, sizeof(address.sun_path), "%s", file().c_str());
-    ASSERT_EQ(bind(socketFile, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
-    EXPECT_THAT(build(), ElementsAre(notOpened)) << "a socket";
-    close(socketFile);
-    std::filesystem::remove(file());
-
+    for (const mode_t kind : {S_IFIFO, S_IFSOCK}) {
+        std::filesystem::remove(file());
+        ASSERT_EQ(mknod(file().c_str(), kind | 0600, 0), 0);
+        EXPECT_THAT(build(), ElementsAre(notOpened)) << "a pipe or a socket, which must not block: " << kind;
+    }
     std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/absent/", folder.c_str());
     EXPECT_THAT(build(), ElementsAre(notOpened)) << "a folder that is not there";
     std::memset(GlobalProperty::ROOT_DIR, 'x', sizeof(GlobalProperty::ROOT_DIR) - 1);
@@ -186,6 +187,35 @@ TEST_F(ProgramBuilderTest, AFailedBuildIsNotSaved) {
     EXPECT_EQ(createProgram(vertexSource, unlinkable, "Program"), 0U);
     EXPECT_FALSE(std::filesystem::exists(file()));
     log.take();
+}
+
+/// The time is logged when the last program was among those built, from the first one that was.
+TEST_F(ProgramBuilderTest, LogsTheTimeOfTheProgramsThatWereMissing) {
+    GlobalProperty::DEBUG_LOG = true;
+    GLuint ids[2] = {};
+    const tidalume::ProgramTable table = {
+        "Effect",
+        {{&ids[0], "First", "first", vertexSource, fragmentSource, {}, {}},
+         {&ids[1], "Last", "last", vertexSource, fragmentSource, {}, {}}},
+    };
+    for (const auto& [first, last] : {std::pair(0U, 0U), {0U, 7U}, {7U, 0U}, {7U, 7U}}) {
+        ids[0] = first;
+        ids[1] = last;
+        const auto start = std::chrono::steady_clock::now();
+        tidalume::buildPrograms(table);
+        const std::chrono::duration<double, std::milli> whole = std::chrono::steady_clock::now() - start;
+        EXPECT_EQ(glRecorder().live["program"].size(), size_t{first == 0} + size_t{last == 0});
+        const std::vector<LogLine> lines = log.take();
+        ASSERT_EQ(lines.size(), size_t{last == 0}) << first << " " << last;
+        if (last == 0) {
+            EXPECT_EQ(lines[0].tag, "Effect");
+            const double logged = std::stod(lines[0].message.substr(std::string("Effect Shader Init : ").size()));
+            EXPECT_LE(logged, whole.count());
+            EXPECT_GT(logged, 0.1 * whole.count());
+        }
+        for (const GLuint id : ids)
+            if (id != 7) glDeleteProgram(id);
+    }
 }
 
 /// Lets the first, the second, ... allocation of a cached build fail, until none is left to fail.
