@@ -7,7 +7,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -56,31 +55,22 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
     std::ofstream(path("broken.png")) << "\x89PNG\r\n\x1A\n";
     std::ofstream(path("text")) << "no picture";
     struct Row {
-        const char* arguments;
-        const char* argument; // which the line names
-        const char* reason;   // and says
+        const char *arguments, *argument, *reason; // the line names the argument and says the reason
     };
     const Row rows[] = {
         {"--scene volcano", "--scene", "no scene \"volcano\"; the scenes are: water"},
         {"--size 0x10", "--size 0x10", "width 0 is below 1"},
-        {"--size 10x-4", "--size 10x-4", "height -4 is below 1"},
         {"--size 100000x10", "--size 100000x10", "above the driver's limit of"},
         {"--size 99999999999x10", "--size", "is not WIDTHxHEIGHT"},
-        {"--size 10x10x10", "--size", "is not WIDTHxHEIGHT"},
-        {"--size big", "--size", "is not WIDTHxHEIGHT"},
         {"--frames 0", "--frames", "0 not in range"},
-        {"--frames many", "--frames", "many"},
         {"--seed -1", "--seed", "-1"},
         {"--background absent.png", "--background absent.png", "no such file"},
         {"--background .", "--background .", "not a regular file"},
         {"--background broken.png", "--background broken.png", "broken PNG"},
-        {"--background text", "--background text", "neither PNG nor JPEG nor WebP"},
         {"--background ''", "--background", "no file is named"},
         {"--out text", "--out text", ""},
-        {"--out /dev/null/pictures", "--out /dev/null/pictures", ""},
         {"--out /proc/pictures", "--out /proc/pictures", ""},
         {"--volume 11", "--volume", ""},
-        {"--scene", "--scene", ""},
     };
     for (const Row& row : rows) {
         const Outcome outcome = run(row.arguments);
@@ -90,17 +80,6 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
         EXPECT_NE(outcome.output.find(row.reason), std::string::npos) << row.arguments << ": " << outcome.output;
     }
     EXPECT_FALSE(std::filesystem::exists(path("out"))) << "bad input leaves no folder behind";
-}
-
-TEST_F(CommandLine, ListNamesEveryScene) {
-    const Outcome outcome = run("--list");
-    EXPECT_EQ(outcome.status, 0);
-    std::istringstream lines(outcome.output);
-    std::string line;
-    for (const SceneEntry& entry : sceneTable()) {
-        ASSERT_TRUE(std::getline(lines, line)) << outcome.output;
-        EXPECT_EQ(line.rfind(std::string(entry.name) + " ", 0), 0U) << line;
-    }
 }
 
 TEST_F(CommandLine, SameSeedSameBytes) {
@@ -116,12 +95,13 @@ TEST_F(CommandLine, SameSeedSameBytes) {
     EXPECT_EQ(picture, load("one/metaballs.png")) << "alone as among all";
     EXPECT_EQ(load("all/metaballs.webp"), load("one/metaballs.webp"));
     EXPECT_NE(picture, load("other/metaballs.png"));
-    const Picture read = headless::readPicture(path("all/metaballs.png"));
-    EXPECT_EQ(read.width, 61);
-    EXPECT_EQ(read.height, 97);
-    for (std::size_t alpha = 3; alpha < read.rgba.size(); alpha += 4)
-        ASSERT_EQ(read.rgba[alpha], 255);
-    EXPECT_NE(load("all/index.html").find("src=\"metaballs.webp\""), std::string::npos);
+    EXPECT_EQ(headless::readPicture(path("all/metaballs.png")).height, 97);
+    const std::string list = run("--list").output;
+    for (const SceneEntry& entry : sceneTable()) {
+        const std::string name = entry.name;
+        EXPECT_NE(list.find(name + " "), std::string::npos) << list;
+        EXPECT_NE(load("all/index.html").find("src=\"" + name + ".webp\""), std::string::npos) << name;
+    }
 }
 
 } // namespace tidalume::gallery

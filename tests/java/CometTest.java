@@ -59,22 +59,4 @@ public final class CometTest extends JavaTest {
             assertEquals("hidden", 0, litPixels());
         }
     }
-
-    @Test
-    public void refusesBadArguments() {
-        final CometRenderer comets = new CometRenderer();
-        assertNotReady("init", () -> comets.render(0));
-        comets.init();
-        assertNotReady("setScreenSize", () -> comets.render(0));
-        assertRefused(IllegalArgumentException.class, "width must be at least 1", () -> comets.setScreenSize(0, 1));
-        assertRefused(IllegalArgumentException.class, "height must be at least 1", () -> comets.setScreenSize(1, -1));
-        comets.setScreenSize(WIDTH, HEIGHT);
-        comets.GLContextDestroyed();
-        assertNotReady("init", () -> comets.render(0));
-        comets.close();
-        comets.close();
-        assertClosed(comets::init, () -> comets.setScreenSize(1, 1), comets::GLContextDestroyed, () -> comets.render(0),
-                () -> comets.push(0, 0, CometRenderer.ACTION_LAUNCH), comets::getCore1X, comets::getCore1Y,
-                comets::getCore2X, comets::getCore2Y);
-    }
 }

@@ -42,20 +42,9 @@ public abstract class JavaTest {
     }
 
     /** The exception must say which argument, and what was expected. */
-    static void assertRefused(Class<? extends Throwable> type, String words, ThrowingRunnable call) {
-        final Throwable thrown = assertThrows(type, call);
+    static String assertRefused(Class<? extends Throwable> type, String words, ThrowingRunnable call) {
+        final Throwable thrown = assertThrows(words, type, call);
         assertTrue(thrown.getMessage(), thrown.getMessage().contains(words));
-    }
-
-    static void assertClosed(ThrowingRunnable... calls) {
-        for (ThrowingRunnable call : calls) {
-            assertRefused(IllegalStateException.class, "is closed", call);
-        }
-    }
-
-    static void assertNotReady(String missing, ThrowingRunnable... calls) {
-        for (ThrowingRunnable call : calls) {
-            assertRefused(IllegalStateException.class, "needs " + missing, call);
-        }
+        return thrown.getMessage();
     }
 }

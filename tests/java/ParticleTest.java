@@ -52,30 +52,23 @@ public final class ParticleTest extends JavaTest {
     }
 
     @Test
-    public void refusesBadArgumentsAndKnowsWhatTheNativeSideIgnores() {
-        final MetaballRenderer particles = new MetaballRenderer();
-        assertNotReady("init", () -> particles.render(1, 1));
-        particles.push(1, 1, MetaballRenderer.ACTION_PRESS);
-        particles.GLContextDestroyed();
-        particles.setScreenSize(WIDTH, HEIGHT);
-        assertRefused(IllegalArgumentException.class, "quality", () -> particles.init(Float.POSITIVE_INFINITY));
-        particles.init(1);
-        assertNotReady("setScreenSize", () -> particles.render(1, 1));
-        assertRefused(IllegalArgumentException.class, "height must be at least 1", () -> particles.setScreenSize(1, 0));
+    public void whatComesBeforeInitIsIgnored() {
+        try (MetaballRenderer particles = new MetaballRenderer()) {
+            particles.push(1, 1, MetaballRenderer.ACTION_PRESS);
+            particles.GLContextDestroyed();
+            particles.setScreenSize(WIDTH, HEIGHT);
+            assertRefused(IllegalArgumentException.class, "quality", () -> particles.init(Float.POSITIVE_INFINITY));
+            particles.init(1);
+            assertRefused(IllegalStateException.class, "needs setScreenSize", () -> particles.render(1, 1));
 
-        // After a loss of the context the inner renderer is there, and takes its size before init.
-        particles.GLContextDestroyed();
-        context.recreate();
-        particles.setScreenSize(WIDTH, HEIGHT);
-        assertNotReady("init", () -> particles.render(1, 1));
-        particles.init(1);
-        particles.push(30, 20, MetaballRenderer.ACTION_PRESS);
-        particles.render(10, OPAQUE);
-        assertPixel(WHITE, 30, 20);
-
-        particles.close();
-        particles.close();
-        assertClosed(() -> particles.init(1), () -> particles.setScreenSize(1, 1), particles::GLContextDestroyed,
-                () -> particles.push(1, 1, 0), () -> particles.render(1, 1));
+            // After a loss of the context the inner renderer is there, and takes its size before init.
+            particles.GLContextDestroyed();
+            context.recreate();
+            particles.setScreenSize(WIDTH, HEIGHT);
+            particles.init(1);
+            particles.push(30, 20, MetaballRenderer.ACTION_PRESS);
+            particles.render(10, OPAQUE);
+            assertPixel(WHITE, 30, 20);
+        }
     }
 }

@@ -7,7 +7,6 @@ import static com.vyn.effect.tidalume.VectorGraphicRenderer.FACTOR_ZERO;
 import com.vyn.effect.tidalume.VectorGraphicRenderer;
 import com.vyn.effect.tidalume.headless.HeadlessContext;
 import org.junit.Test;
-import org.junit.function.ThrowingRunnable;
 
 public final class VectorTest extends JavaTest {
     private static final float[] RED = {1, 0, 0, 1};
@@ -16,7 +15,6 @@ public final class VectorTest extends JavaTest {
     private static final float[] WHITE = {1, 1, 1, 1};
     private static final float[] BLACK = {0, 0, 0, 1};
     private static final float[] HALF_WHITE = {1, 1, 1, 0.5f};
-    private static final float[] TOO_SHORT = {1, 1, 1};
 
     /** Red and green below blue and white, with sharp edges: 64 texels wide and high. */
     private int createQuarters() {
@@ -93,38 +91,5 @@ public final class VectorTest extends JavaTest {
             graphics.renderCircle(70, 40, 10, WHITE);
             assertPixel(new float[] {1, 1, 1, 1}, 70, 45);
         }
-    }
-
-    @Test
-    public void refusesBadArguments() {
-        final VectorGraphicRenderer graphics = new VectorGraphicRenderer();
-        final ThrowingRunnable[] drawing = {
-            () -> graphics.renderRadialGradient(1, 1, 1, RED, 2, RED),
-            () -> graphics.renderCircle(1, 1, 1, RED),
-            () -> graphics.renderBitmapCircle(1, 1, 1, RED, 0),
-            () -> graphics.renderBitmapRectangle(1, 1, 1, 1, 0),
-            () -> graphics.renderAlphaMaskedBitmapRectangle(1, 1, 1, 1, 0, 0),
-            () -> graphics.renderRotatedBitmapRectangle(1, 1, 1, 1, 0, 0),
-            () -> graphics.renderRotatedAlphaMaskedBitmapRectangle(1, 1, 1, 1, 0, 0, 0)
-        };
-        assertNotReady("init", drawing);
-        graphics.init();
-        assertNotReady("setScreenSize", drawing);
-        assertRefused(IllegalArgumentException.class, "width must be at least 1", () -> graphics.setScreenSize(0, 1));
-        graphics.setScreenSize(WIDTH, HEIGHT);
-        assertRefused(NullPointerException.class, "beginColor",
-                () -> graphics.renderRadialGradient(1, 1, 1, null, 2, RED));
-        assertRefused(IllegalArgumentException.class, "endColor must hold at least 4 floats, has 3",
-                () -> graphics.renderRadialGradient(1, 1, 1, RED, 2, TOO_SHORT));
-        assertRefused(NullPointerException.class, "color", () -> graphics.renderCircle(1, 1, 1, null));
-        assertRefused(IllegalArgumentException.class, "has 3", () -> graphics.renderBitmapCircle(1, 1, 1, TOO_SHORT, 0));
-        graphics.GLContextDestroyed();
-        assertNotReady("init", drawing);
-        graphics.close();
-        graphics.close();
-        assertClosed(drawing);
-        assertClosed(graphics::init, graphics::GLContextDestroyed, () -> graphics.setScreenSize(1, 1),
-                () -> graphics.setBlendEquation(EQUATION_ADD), () -> graphics.setBlendColor(0, 0, 0, 0),
-                () -> graphics.setBlendFunction(FACTOR_ONE, FACTOR_ONE, FACTOR_ONE, FACTOR_ONE));
     }
 }
