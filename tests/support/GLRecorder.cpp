@@ -1,5 +1,6 @@
 #include "tests/support/GLRecorder.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <dlfcn.h>
 #include <regex>
@@ -122,6 +123,23 @@ std::string withSinglePixelPoints(const std::string& source) {
     return std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
 }
 
+/// Describes an attribute array, and remembers array 0.
+std::string array(GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer) {
+    if (index == 0) {
+        glRecorder().array0 = static_cast<const float*>(pointer);
+        glRecorder().stride0 = stride / static_cast<GLsizei>(sizeof(float));
+    }
+    return text(glRecorder().attribute(index), size, name(type), static_cast<int>(normalized), stride);
+}
+
+/// Describes a draw, and keeps its points.
+std::string drawing(GLenum mode, GLint first, GLsizei count) {
+    GLRecorder& recorder = glRecorder();
+    if (mode != GL_POINTS) return text(name(mode), first, count);
+    recorder.points.insert(recorder.points.end(), recorder.array0, recorder.array0 + count * recorder.stride0);
+    return text("POINTS", first, count);
+}
+
 } // namespace
 
 GLRecorder& glRecorder() {
@@ -143,6 +161,23 @@ GLRecorder::Calls GLRecorder::record(const std::function<void()>& action) {
     start();
     action();
     return stop();
+}
+
+std::string GLRecorder::sequence(const std::function<void()>& action, const std::vector<const char*>& words) {
+    std::string lines;
+    for (const std::string& call : record(action)) {
+        const auto contained = [&](const char* word) { return call.find(word) != std::string::npos; };
+        if (words.empty() || std::any_of(words.begin(), words.end(), contained)) lines += call + "\n";
+    }
+    return calls(lines);
+}
+
+std::string calls(const std::string& text) {
+    const std::regex call("[^;\\s][^;\n]*");
+    std::string lines;
+    for (std::sregex_token_iterator next(text.begin(), text.end(), call), end; next != end; ++next)
+        lines += next->str().substr(0, next->str().find_last_not_of(' ') + 1) + "\n";
+    return lines;
 }
 
 void GLRecorder::reset() {
@@ -231,8 +266,7 @@ PASS_ON(glUniformMatrix4fv, (GLint location, GLsizei count, GLboolean transpose,
         (location, count, transpose, v), text(glRecorder().uniform(location), count, transpose ? "transposed" : ""))
 PASS_ON(glVertexAttribPointer,
         (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer),
-        (index, size, type, normalized, stride, pointer),
-        text(glRecorder().attribute(index), size, name(type), static_cast<int>(normalized), stride))
+        (index, size, type, normalized, stride, pointer), array(index, size, type, normalized, stride, pointer))
 PASS_ON(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), text(x, y, width, height))
 
 void glBindFramebuffer(GLenum target, GLuint framebuffer) {
@@ -247,7 +281,7 @@ void glClear(GLbitfield mask) {
 }
 
 void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
-    glRecorder().call("glDrawArrays", text(mode == GL_POINTS ? "POINTS" : name(mode), first, count));
+    glRecorder().call("glDrawArrays", drawing(mode, first, count));
     if (!glRecorder().refusesDrawing()) real<void(GLenum, GLint, GLsizei)>("glDrawArrays")(mode, first, count);
 }
 
@@ -296,7 +330,10 @@ void glDeleteShader(GLuint shader) {
 GLuint glCreateProgram() {
     glRecorder().call("glCreateProgram", "");
     const GLuint program = givesZero("glCreateProgram") ? 0 : real<GLuint()>("glCreateProgram")();
-    if (program) glRecorder().live["program"].insert(program);
+    if (program) {
+        glRecorder().live["program"].insert(program);
+        glRecorder().orderOfProgram[program] = glRecorder().counts["glCreateProgram"];
+    }
     return program;
 }
 
@@ -308,7 +345,7 @@ void glDeleteProgram(GLuint program) {
 
 void glUseProgram(GLuint program) {
     glRecorder().currentProgram = program;
-    glRecorder().call("glUseProgram", text(program));
+    glRecorder().call("glUseProgram", text(program ? glRecorder().orderOfProgram[program] : 0));
     real<void(GLuint)>("glUseProgram")(program);
 }
 

@@ -15,8 +15,9 @@ class GLRecorder {
     using Calls = std::vector<std::string>;
 
     /// Starts writing down. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL names),
-    /// "glBindTexture TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and matrices are left out; the
-    /// glGetError calls of checkGLError too.
+    /// "glUseProgram 1" (programs by the order in which they were created), "glBindTexture TEXTURE_2D 3",
+    /// "checkGLError glTexImage2D mTexture"; pointers and matrices are left out; the glGetError calls of checkGLError
+    /// too.
     void start();
 
     /// Stops and returns the calls since start.
@@ -24,6 +25,9 @@ class GLRecorder {
 
     /// The calls that an action makes.
     Calls record(const std::function<void()>& action);
+
+    /// The same as text, one call per line; only calls with one of these words in them where there are words.
+    std::string sequence(const std::function<void()>& action, const std::vector<const char*>& words = {});
 
     /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
     std::map<std::string, std::set<GLuint>> live;
@@ -33,6 +37,9 @@ class GLRecorder {
 
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
+
+    /// What attribute array 0 held at each glDrawArrays of points since the last reset, one draw after the other.
+    std::vector<float> points;
 
     /// Faults: what the driver answers instead of its own word. Empty: its own word.
     struct Faults {
@@ -63,6 +70,9 @@ class GLRecorder {
     bool recording = false;
     int insideCheck = 0;
     GLuint currentProgram = 0;
+    std::map<GLuint, int> orderOfProgram;
+    const float* array0 = nullptr;
+    GLsizei stride0 = 0;
     std::map<GLuint, std::map<GLint, std::string>> uniforms;
     std::map<GLuint, std::map<GLint, std::string>> attributes;
     std::map<GLuint, GLint> formatOfTexture;
@@ -78,3 +88,6 @@ class GLRecorder {
 };
 
 GLRecorder& glRecorder();
+
+/// Calls as tests write them down, separated by semicolons or line ends, in the form of GLRecorder::sequence.
+std::string calls(const std::string& text);
