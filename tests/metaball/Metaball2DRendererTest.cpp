@@ -4,6 +4,7 @@
 #include "tests/support/TestPeer.h"
 
 #include <gmock/gmock.h>
+#include <limits>
 
 namespace {
 
@@ -34,6 +35,7 @@ TEST_F(Metaball2DRendererTest, SizesTheFieldByTheScreenTheMarginAndTheQuality) {
         {1080, 1920, 1.0F, 1320, 2160, 120.0F / 1320.0F, 120.0F / 2160.0F},
         {1080, 1920, 2.0F, 660, 1080, 120.0F / 1320.0F, 120.0F / 2160.0F},
         {720, 1280, 3.0F, 320, 507, 40.0F / 320.0F, 40.0F / 507.0F}, // 1280 / 3 rounds to 427
+        {97, 61, 2.0F, 169, 151, 60.0F / 169.0F, 60.0F / 151.0F},    // halves away from 0
     };
     for (const auto& expected : cases) {
         metaballs.init(expected.quality);
@@ -74,79 +76,45 @@ TEST_F(Metaball2DRendererTest, NoBallsPaintNothing) {
     EXPECT_THAT(tidalume::headless::readFramebuffer(width, height).rgba, Each(0.0F));
 }
 
-TEST_F(Metaball2DRendererTest, MakesItsTargetInOrder) {
-    metaballs.init(1.0F);
-    EXPECT_THAT(glRecorder().record([&] { metaballs.setScreenSize(width, height); }),
-                ElementsAre("glGetIntegerv MAX_TEXTURE_SIZE", "glGenTextures 1", "glBindTexture TEXTURE_2D 1",
-                            "glTexImage2D R16F 337 301 RED HALF_FLOAT none", "checkGLError glTexImage2D mTexture",
-                            "glTexParameteri TEXTURE_2D TEXTURE_MIN_FILTER LINEAR",
-                            "glTexParameteri TEXTURE_2D TEXTURE_MAG_FILTER LINEAR",
-                            "glTexParameteri TEXTURE_2D TEXTURE_WRAP_S CLAMP_TO_EDGE",
-                            "glTexParameteri TEXTURE_2D TEXTURE_WRAP_T CLAMP_TO_EDGE", "glGenFramebuffers 1",
-                            "checkGLError glGenFramebuffers mFBONormal", "glBindFramebuffer FRAMEBUFFER 1",
-                            "checkGLError glBindFramebuffer mFBONormal", "glFramebufferTexture2D 1",
-                            "checkGLError glFramebufferTexture2D mFBONormal mTexture", "glCheckFramebufferStatus",
-                            "glClearColor 0 0 0 1", "glClear COLOR_BUFFER_BIT", "glBindFramebuffer FRAMEBUFFER 0"));
-}
+TEST_F(Metaball2DRendererTest, CallsInOrder) {
+    EXPECT_EQ(glRecorder().sequence([&] { metaballs.init(1.0F); }, {"Location", "checkGLError create"}),
+              calls(R"(glGetUniformLocation qualityMultiplyFactor; glGetUniformLocation radiusMultiplyFactor
+        glGetUniformLocation matrixMVP; glGetAttribLocation metaballs; glGetUniformLocation color
+        glGetUniformLocation cut; glGetUniformLocation matrixMVP; glGetUniformLocation textureField
+        glGetAttribLocation vertices; glGetAttribLocation texcoords)"));
 
-TEST_F(Metaball2DRendererTest, WidensTheFormatUntilTheFramebufferIsComplete) {
-    metaballs.init(1.0F);
+    // The format becomes wider until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
-    const GLRecorder::Calls calls = glRecorder().record([&] { metaballs.setScreenSize(width, height); });
-    EXPECT_THAT(GLRecorder::Calls(calls.begin() + 15, calls.end()),
-                ElementsAre("glCheckFramebufferStatus", "glBindTexture TEXTURE_2D 1",
-                            "glTexImage2D RG16F 337 301 RG HALF_FLOAT none", "checkGLError glTexImage2D mTexture",
-                            "glBindTexture TEXTURE_2D 1", "glCheckFramebufferStatus", "glBindTexture TEXTURE_2D 1",
-                            "glTexImage2D RGBA16F 337 301 RGBA HALF_FLOAT none", "checkGLError glTexImage2D mTexture",
-                            "glBindTexture TEXTURE_2D 1", "glCheckFramebufferStatus", "glClearColor 0 0 0 1",
-                            "glClear COLOR_BUFFER_BIT", "glBindFramebuffer FRAMEBUFFER 0"));
-}
-
-TEST_F(Metaball2DRendererTest, AddsBallsInOrder) {
-    makeReady();
-    const std::string program = std::to_string(TestPeer::mProgramMetaball(metaballs));
-    EXPECT_THAT(glRecorder().record([&] { metaballs.addMetaballs(balls, 2); }),
-                ElementsAre("glBindFramebuffer FRAMEBUFFER 1", "glFramebufferTexture2D 1", "glViewport 0 0 337 301",
-                            "glClearColor 0 0 0 1", "glClear COLOR_BUFFER_BIT", "glEnable BLEND",
-                            "glBlendEquation FUNC_ADD", "glBlendFunc 0x1 0x1", "glUseProgram " + program,
-                            "glUniform1f radiusMultiplyFactor 1.20933", "glUniform1f qualityMultiplyFactor 1",
-                            "glUniformMatrix4fv matrixMVP 1 ", "glEnableVertexAttribArray metaballs",
-                            "glVertexAttribPointer metaballs 4 FLOAT 0 24", "glDrawArrays POINTS 0 2", "glFlush",
-                            "glDisableVertexAttribArray metaballs", "glUseProgram 0", "glDisable BLEND",
-                            "glBindFramebuffer FRAMEBUFFER 0"));
-}
-
-TEST_F(Metaball2DRendererTest, RendersInOrder) {
-    makeReady();
-    const std::string program = std::to_string(TestPeer::mProgramDraw(metaballs));
-    EXPECT_THAT(glRecorder().record([&] { metaballs.render(color); }),
-                ElementsAre("glViewport 0 0 97 61", "glDisable DEPTH_TEST", "glEnable BLEND",
-                            "glBlendEquation FUNC_ADD",
-                            "glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 0x1 ONE_MINUS_SRC_ALPHA",
-                            "glUseProgram " + program, "glUniform4fv color 1 0.5 0.25 1", "glUniform1f cut 0.1",
-                            "glUniformMatrix4fv matrixMVP 1 ", "glUniform1i textureField 0", "glActiveTexture TEXTURE0",
-                            "glBindTexture TEXTURE_2D 1", "glEnableVertexAttribArray vertices",
-                            "glVertexAttribPointer vertices 3 FLOAT 0 0", "glEnableVertexAttribArray texcoords",
-                            "glVertexAttribPointer texcoords 2 FLOAT 0 0", "glDrawArrays TRIANGLE_STRIP 0 4",
-                            "glDisableVertexAttribArray texcoords", "glDisableVertexAttribArray vertices",
-                            "glBindTexture TEXTURE_2D 0", "glUseProgram 0", "glDisable BLEND"));
-}
-
-TEST_F(Metaball2DRendererTest, QueriesItsLocationsInOrder) {
-    const GLRecorder::Calls calls = glRecorder().record([&] { metaballs.init(1.0F); });
-    GLRecorder::Calls queries;
-    for (const std::string& call : calls) {
-        if (call.find("Location") != std::string::npos || call.find("checkGLError create") == 0)
-            queries.push_back(call);
-    }
-    EXPECT_THAT(queries,
-                ElementsAre("glGetUniformLocation qualityMultiplyFactor", "glGetUniformLocation radiusMultiplyFactor",
-                            "glGetUniformLocation matrixMVP", "glGetAttribLocation metaballs",
-                            "glGetUniformLocation color", "glGetUniformLocation cut", "glGetUniformLocation matrixMVP",
-                            "glGetUniformLocation textureField", "glGetAttribLocation vertices",
-                            "glGetAttribLocation texcoords"));
-    EXPECT_EQ(TestPeer::mInstanceCount(metaballs), 1);
-    EXPECT_GE(TestPeer::mUniformMetaballMatrixMVP(metaballs), 0);
+    EXPECT_EQ(glRecorder().sequence([&] { metaballs.setScreenSize(width, height); }),
+              calls(R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1; glBindTexture TEXTURE_2D 1
+        glTexImage2D R16F 337 301 RED HALF_FLOAT none; checkGLError glTexImage2D mTexture
+        glTexParameteri TEXTURE_2D TEXTURE_MIN_FILTER LINEAR; glTexParameteri TEXTURE_2D TEXTURE_MAG_FILTER LINEAR
+        glTexParameteri TEXTURE_2D TEXTURE_WRAP_S CLAMP_TO_EDGE
+        glTexParameteri TEXTURE_2D TEXTURE_WRAP_T CLAMP_TO_EDGE
+        glGenFramebuffers 1; checkGLError glGenFramebuffers mFBONormal
+        glBindFramebuffer FRAMEBUFFER 1; checkGLError glBindFramebuffer mFBONormal
+        glFramebufferTexture2D 1; checkGLError glFramebufferTexture2D mFBONormal mTexture; glCheckFramebufferStatus
+        glBindTexture TEXTURE_2D 1; glTexImage2D RG16F 337 301 RG HALF_FLOAT none
+        checkGLError glTexImage2D mTexture; glBindTexture TEXTURE_2D 1; glCheckFramebufferStatus
+        glBindTexture TEXTURE_2D 1; glTexImage2D RGBA16F 337 301 RGBA HALF_FLOAT none
+        checkGLError glTexImage2D mTexture; glBindTexture TEXTURE_2D 1; glCheckFramebufferStatus
+        glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer FRAMEBUFFER 0)"));
+    EXPECT_EQ(glRecorder().sequence([&] { metaballs.addMetaballs(balls, 2); }),
+              calls(R"(glBindFramebuffer FRAMEBUFFER 1; glFramebufferTexture2D 1; glViewport 0 0 337 301
+        glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 0x1 0x1
+        glUseProgram 1; glUniform1f radiusMultiplyFactor 1.20933; glUniform1f qualityMultiplyFactor 1
+        glUniformMatrix4fv matrixMVP 1; glEnableVertexAttribArray metaballs
+        glVertexAttribPointer metaballs 4 FLOAT 0 24; glDrawArrays POINTS 0 2; glFlush
+        glDisableVertexAttribArray metaballs; glUseProgram 0; glDisable BLEND; glBindFramebuffer FRAMEBUFFER 0)"));
+    EXPECT_EQ(glRecorder().sequence([&] { metaballs.render(color); }),
+              calls(R"(glViewport 0 0 97 61; glDisable DEPTH_TEST; glEnable BLEND; glBlendEquation FUNC_ADD
+        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 0x1 ONE_MINUS_SRC_ALPHA
+        glUseProgram 2; glUniform4fv color 1 0.5 0.25 1; glUniform1f cut 0.1; glUniformMatrix4fv matrixMVP 1
+        glUniform1i textureField 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 1
+        glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 0
+        glEnableVertexAttribArray texcoords; glVertexAttribPointer texcoords 2 FLOAT 0 0
+        glDrawArrays TRIANGLE_STRIP 0 4; glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices
+        glBindTexture TEXTURE_2D 0; glUseProgram 0; glDisable BLEND)"));
     metaballs.GLContextDestroyed();
     EXPECT_EQ(TestPeer::mProgramDraw(metaballs), 0U);
     EXPECT_EQ(TestPeer::mUniformMetaballMatrixMVP(metaballs), -1);
