@@ -4,14 +4,12 @@
 #include "tests/support/TestPeer.h"
 
 #include <gmock/gmock.h>
+#include <regex>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
-
-using Calls = GLRecorder::Calls;
 
 class VectorGraphicRendererTest : public GLTest {
   protected:
@@ -23,20 +21,6 @@ class VectorGraphicRendererTest : public GLTest {
         graphics.init();
         graphics.setScreenSize(width, height);
     }
-
-    /// The frame that every drawing call shares, around the call's own steps.
-    static Calls framed(GLuint program, const Calls& steps, const Calls& blend = defaultBlend) {
-        Calls calls = {"glViewport 0 0 97 61", "glEnable BLEND"};
-        calls.insert(calls.end(), blend.begin(), blend.end());
-        calls.insert(calls.end(), {"glDisable DEPTH_TEST", "glUseProgram " + std::to_string(program)});
-        calls.insert(calls.end(), steps.begin(), steps.end());
-        calls.insert(calls.end(), {"glUseProgram 0", "glDisable BLEND"});
-        return calls;
-    }
-
-    inline static const Calls defaultBlend = {
-        "glBlendEquation FUNC_ADD", "glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA",
-        "glBlendColor 0 0 0 1"};
 
     std::vector<std::function<void()>> drawingCalls() {
         return {[&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
@@ -50,82 +34,56 @@ class VectorGraphicRendererTest : public GLTest {
 };
 
 TEST_F(VectorGraphicRendererTest, BuildsItsProgramsInOrder) {
-    Calls relevant;
-    for (const std::string& call : glRecorder().record([&] { graphics.init(); })) {
-        if (call.find("Location") != std::string::npos || call.find("checkGLError create") == 0)
-            relevant.push_back(call.substr(call.find(' ') + 1));
-    }
-    EXPECT_THAT(relevant,
-                ElementsAre("createProgram mProgramGradientFill", "matrixMVP", "referencePosition", "gradientBegin",
-                            "gradientBeginColor", "gradientEnd", "gradientEndColor", "vertices",
-                            "createProgram mProgramBitmap", "matrixMVP", "textureBitmap", "vertices", "texcoords",
-                            "createProgram mProgramAlphaMaskedBitmap", "matrixMVP", "textureBitmap", "textureMask",
-                            "vertices", "texcoords", "createProgram mProgramCircle", "color", "vertices",
-                            "createProgram mProgramBitmapCircle", "bitmap", "color", "size", "vertices"));
+    const std::string found = glRecorder().sequence([&] { graphics.init(); }, {"Location", "checkGLError create"});
+    EXPECT_EQ(std::regex_replace(found, std::regex("glGet\\w+Location |checkGLError "), ""),
+              calls(R"(createProgram mProgramGradientFill
+        matrixMVP; referencePosition; gradientBegin; gradientBeginColor; gradientEnd; gradientEndColor; vertices
+        createProgram mProgramBitmap; matrixMVP; textureBitmap; vertices; texcoords
+        createProgram mProgramAlphaMaskedBitmap; matrixMVP; textureBitmap; textureMask; vertices; texcoords
+        createProgram mProgramCircle; color; vertices
+        createProgram mProgramBitmapCircle; bitmap; color; size; vertices)"));
     graphics.GLContextDestroyed();
     EXPECT_EQ(TestPeer::mProgramBitmapCircle(graphics), 0U);
     EXPECT_EQ(TestPeer::mBitmapCircleVertices(graphics), -1);
     context.recreate();
 }
 
-TEST_F(VectorGraphicRendererTest, DrawsInOrder) {
+TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
     makeReady();
-    const Calls gradient = {"glUniformMatrix4fv matrixMVP 1 ",
-                            "glUniform2f referencePosition 40 30",
-                            "glUniform1f gradientBegin 5",
-                            "glUniform4fv gradientBeginColor 1 0.5 0.25 1",
-                            "glUniform1f gradientEnd 25.5",
-                            "glUniform4fv gradientEndColor 0 0.5 0 0.5",
-                            "glVertexAttribPointer vertices 3 FLOAT 0 0",
-                            "glEnableVertexAttribArray vertices",
-                            "glDrawArrays TRIANGLE_STRIP 0 4",
-                            "glDisableVertexAttribArray vertices"};
-    const Calls circle = {"glUniform4fv color 1 0.5 0.25 1", "glEnableVertexAttribArray vertices",
-                          "glVertexAttribPointer vertices 3 FLOAT 0 12", "glDrawArrays POINTS 0 1",
-                          "glBindBuffer ARRAY_BUFFER 0"};
-    const Calls bitmapCircle = {"glUniform4fv color 1 0.5 0.25 1",
-                                "glUniform2f size 97 61",
-                                "glUniform1i bitmap 0",
-                                "glActiveTexture TEXTURE0",
-                                "glBindTexture TEXTURE_2D 7",
-                                "glEnableVertexAttribArray vertices",
-                                "glVertexAttribPointer vertices 3 FLOAT 0 12",
-                                "glDrawArrays POINTS 0 1",
-                                "glBindTexture TEXTURE_2D 0",
-                                "glBindBuffer ARRAY_BUFFER 0"};
-    const Calls quad = {"glVertexAttribPointer vertices 3 FLOAT 0 0",
-                        "glVertexAttribPointer texcoords 2 FLOAT 0 0",
-                        "glEnableVertexAttribArray vertices",
-                        "glEnableVertexAttribArray texcoords",
-                        "glDrawArrays TRIANGLE_STRIP 0 4",
-                        "glDisableVertexAttribArray texcoords",
-                        "glDisableVertexAttribArray vertices"};
-    Calls rectangle = {"glUniformMatrix4fv matrixMVP 1 ", "glUniform1i textureBitmap 0", "glActiveTexture TEXTURE0",
-                       "glBindTexture TEXTURE_2D 7"};
-    Calls masked = rectangle;
-    rectangle.insert(rectangle.end(), quad.begin(), quad.end());
-    masked.insert(masked.end(),
-                  {"glUniform1i textureMask 1", "glActiveTexture TEXTURE1", "glBindTexture TEXTURE_2D 8"});
-    masked.insert(masked.end(), quad.begin(), quad.end());
-    masked.insert(masked.end(),
-                  {"glBindTexture TEXTURE_2D 0", "glActiveTexture TEXTURE0", "glBindTexture TEXTURE_2D 0"});
-
-    const std::vector<Calls> expected = {
-        framed(TestPeer::mProgramGradientFill(graphics), gradient),
-        framed(TestPeer::mProgramCircle(graphics), circle),
-        framed(TestPeer::mProgramBitmapCircle(graphics), bitmapCircle),
-        framed(TestPeer::mProgramBitmap(graphics), rectangle),
-        framed(TestPeer::mProgramBitmap(graphics), rectangle),
-        framed(TestPeer::mProgramAlphaMaskedBitmap(graphics), masked),
-        framed(TestPeer::mProgramAlphaMaskedBitmap(graphics), masked),
+    const std::string gradient = R"(glUseProgram 1; glUniformMatrix4fv matrixMVP 1; glUniform2f referencePosition 40 30
+        glUniform1f gradientBegin 5; glUniform4fv gradientBeginColor 1 0.5 0.25 1
+        glUniform1f gradientEnd 25.5; glUniform4fv gradientEndColor 0 0.5 0 0.5
+        glVertexAttribPointer vertices 3 FLOAT 0 0; glEnableVertexAttribArray vertices
+        glDrawArrays TRIANGLE_STRIP 0 4; glDisableVertexAttribArray vertices;)";
+    const std::string point = R"(glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 12
+        glDrawArrays POINTS 0 1;)";
+    const std::string circle =
+        "glUseProgram 4; glUniform4fv color 1 0.5 0.25 1;" + point + "glBindBuffer ARRAY_BUFFER 0;";
+    const std::string bitmapCircle = R"(glUseProgram 5; glUniform4fv color 1 0.5 0.25 1; glUniform2f size 97 61
+        glUniform1i bitmap 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 7;)" +
+                                     point + "glBindTexture TEXTURE_2D 0; glBindBuffer ARRAY_BUFFER 0;";
+    const std::string bitmap = R"(glUniformMatrix4fv matrixMVP 1; glUniform1i textureBitmap 0
+        glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 7;)";
+    const std::string quad = R"(glVertexAttribPointer vertices 3 FLOAT 0 0; glVertexAttribPointer texcoords 2 FLOAT 0 0
+        glEnableVertexAttribArray vertices; glEnableVertexAttribArray texcoords; glDrawArrays TRIANGLE_STRIP 0 4
+        glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices;)";
+    const std::string rectangle = "glUseProgram 2;" + bitmap + quad;
+    const std::string masked = "glUseProgram 3;" + bitmap +
+                               "glUniform1i textureMask 1; glActiveTexture TEXTURE1; glBindTexture TEXTURE_2D 8;" +
+                               quad +
+                               "glBindTexture TEXTURE_2D 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 0;";
+    const std::vector<std::string> steps = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
+    const auto expectDraws = [&](const std::string& blend) {
+        const auto draws = drawingCalls();
+        for (size_t i = 0; i < draws.size(); ++i) {
+            EXPECT_EQ(glRecorder().sequence(draws[i]), calls("glViewport 0 0 97 61; glEnable BLEND;" + blend +
+                                                             steps[i] + "glUseProgram 0; glDisable BLEND"));
+        }
     };
-    const auto calls = drawingCalls();
-    for (size_t i = 0; i < calls.size(); ++i)
-        EXPECT_EQ(glRecorder().record(calls[i]), expected[i]) << i;
-}
+    expectDraws(R"(glBlendEquation FUNC_ADD
+        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA
+        glBlendColor 0 0 0 1; glDisable DEPTH_TEST;)");
 
-TEST_F(VectorGraphicRendererTest, SettersReachGLWithTheNextDraw) {
-    makeReady();
     EXPECT_THAT(glRecorder().record([&] {
         graphics.setBlendEquation(GL_MAX);
         graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
@@ -134,13 +92,10 @@ TEST_F(VectorGraphicRendererTest, SettersReachGLWithTheNextDraw) {
         graphics.rotateTexture(2);
     }),
                 IsEmpty());
-    const Calls blend = {"glBlendEquation 0x8008", "glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0",
-                         "glBlendColor 0.125 0.25 0.5 0.75", "glDisable DEPTH_TEST"};
-    for (const auto& draw : drawingCalls()) {
-        const Calls calls = glRecorder().record(draw);
-        EXPECT_THAT(Calls(calls.begin() + 2, calls.begin() + 6), ElementsAreArray(blend));
-    }
-    EXPECT_EQ(glRecorder().record([&] { graphics.setBlend(); }), blend);
+    const std::string blend = R"(glBlendEquation 0x8008; glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0
+        glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)";
+    expectDraws(blend);
+    EXPECT_EQ(glRecorder().sequence([&] { graphics.setBlend(); }), calls(blend));
 }
 
 TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
