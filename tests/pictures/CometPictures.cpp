@@ -171,17 +171,18 @@ Comparison comets(int width, int height, int screenWidth, double t) {
     return comparison;
 }
 
-const char* const reason = "each of up to eight layers rounds to a step of 8 bits, and a quarter pixel changes less";
+constexpr Tolerance tolerance = {
+    0.012, "each of up to eight layers rounds to a step of 8 bits, and a quarter pixel changes less"};
 
 } // namespace
 
 const PictureTable& cometPictures() {
     static const PictureTable table = {
-        {"comet_at_0_1_97x61", [] { return comets(97, 61, 97, 0.1); }, 0.012, reason},
-        {"comet_at_0_5_64x160", [] { return comets(64, 160, 64, 0.5); }, 0.012, reason},
-        {"comet_at_0_5_large_cores", [] { return comets(160, 160, 1600, 0.5); }, 0.012, reason},
-        {"comet_at_0_8_rings", [] { return comets(160, 160, 1600, 0.8); }, 0.012, reason},
-        {"comet_at_0_9_two_pairs_of_rings", [] { return comets(160, 160, 1600, 0.9); }, 0.012, reason},
+        {"comet_at_0_1_97x61", [] { return comets(97, 61, 97, 0.1); }, tolerance},
+        {"comet_at_0_5_64x160", [] { return comets(64, 160, 64, 0.5); }, tolerance},
+        {"comet_at_0_5_large_cores", [] { return comets(160, 160, 1600, 0.5); }, tolerance},
+        {"comet_at_0_8_rings", [] { return comets(160, 160, 1600, 0.8); }, tolerance},
+        {"comet_at_0_9_two_pairs_of_rings", [] { return comets(160, 160, 1600, 0.9); }, tolerance},
     };
     return table;
 }

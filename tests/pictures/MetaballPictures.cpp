@@ -113,33 +113,34 @@ Comparison sparseField(int width, int height, float quality) {
 
 // The kernel changes by at most 3.08 per unit of gl_PointCoord, which has about 10 bits, and a centre is snapped to
 // 1/256 pixel: 0.006 for a sprite of 10 texels; up to four balls overlap, and every sum rounds to a half float.
-const char* const fieldReason = "precision of gl_PointCoord times overlapping balls, and half floats";
-const char* const blendReason = "one step of 8 bits";
+constexpr Tolerance fieldTolerance = {0.02, "precision of gl_PointCoord times overlapping balls, and half floats", 0.1};
+constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
 } // namespace
 
 const PictureTable& metaballPictures() {
     static const PictureTable table = {
-        {"metaball_field_97x61", [] { return sparseField(97, 61, 1.0F); }, 0.02, fieldReason, 0.1},
-        {"metaball_field_64x160_quality2", [] { return sparseField(64, 160, 2.0F); }, 0.02, fieldReason, 0.1},
-        {"metaball_field_97x61_quality3", [] { return sparseField(97, 61, 3.0F); }, 0.02, fieldReason, 0.1},
-        {"metaball_field_400_balls", [] { return field(64, 160, 1.0F, randomBalls(400, 64, 160, 8.0F, 30.0F)); }, 0.2,
-         "a sum of up to 16 has steps of 1/128, and some 25 balls overlap", 0.3},
+        {"metaball_field_97x61", [] { return sparseField(97, 61, 1.0F); }, fieldTolerance},
+        {"metaball_field_64x160_quality2", [] { return sparseField(64, 160, 2.0F); }, fieldTolerance},
+        {"metaball_field_97x61_quality3", [] { return sparseField(97, 61, 3.0F); }, fieldTolerance},
+        {"metaball_field_400_balls",
+         [] { return field(64, 160, 1.0F, randomBalls(400, 64, 160, 8.0F, 30.0F)); },
+         {0.2, "a sum of up to 16 has steps of 1/128, and some 25 balls overlap", 0.3}},
         {"metaball_disc_97x61",
          [] {
              return disc(97, 61, 1.0F, {48.0F, 30.0F, 20.0F, {}});
          },
-         1.0 / 255.0, blendReason},
+         byteStep},
         {"metaball_disc_at_the_corner_64x160",
          [] {
              return disc(64, 160, 2.0F, {-3.0F, 155.0F, 31.0F, {}});
          },
-         1.0 / 255.0, blendReason},
+         byteStep},
         {"metaball_disc_97x61_quality3",
          [] {
              return disc(97, 61, 3.0F, {60.0F, 5.0F, 25.0F, {}});
          },
-         1.0 / 255.0, blendReason},
+         byteStep},
     };
     return table;
 }

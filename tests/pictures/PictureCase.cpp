@@ -33,11 +33,12 @@ Difference difference(const Comparison& comparison) {
 }
 
 double toleranceHere(const PictureCase& picture) {
-    const bool coarse = hasCoarsePoints() && picture.coarsePointTolerance > 0.0;
+    const Tolerance& tolerance = picture.tolerance;
+    const bool coarse = hasCoarsePoints() && tolerance.coarsePoints > 0.0;
     // Corners are rounded to 1/2^bits of a pixel.
     GLint bits = 0;
     glGetIntegerv(GL_SUBPIXEL_BITS, &bits);
-    return (coarse ? picture.coarsePointTolerance : picture.tolerance) + picture.slope * std::exp2(-bits - 1);
+    return (coarse ? tolerance.coarsePoints : tolerance.value) + picture.slope * std::exp2(-bits - 1);
 }
 
 PictureTable allPictures() {

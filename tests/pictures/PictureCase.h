@@ -16,14 +16,19 @@ struct Comparison {
     std::vector<double> expected; ///< NaN where the formula leaves it open, as on the very edge of a disc
 };
 
-/// One picture: what is drawn, and how far from its formula it may be.
+/// How far from its formula a value may be.
+struct Tolerance {
+    double value;
+    const char* reason; ///< where it comes from
+    /// The tolerance where the driver's gl_PointCoord is off by an eighth of a pixel, as softpipe's is. 0: the same.
+    double coarsePoints = 0.0;
+};
+
+/// One picture.
 struct PictureCase {
     const char* name;
     Comparison (*run)(); ///< draws with the current context, whose framebuffer 0 is at least 160 x 160 pixels
-    double tolerance;    ///< largest difference of a value
-    const char* reason;  ///< where the tolerance comes from
-    /// The tolerance where the driver's gl_PointCoord is off by an eighth of a pixel, as softpipe's is. 0: the same.
-    double coarsePointTolerance = 0.0;
+    Tolerance tolerance;
     /// What a value changes by where a corner of the drawing moves by a pixel; 0 where all corners lie on whole pixels.
     double slope = 0.0;
 };

@@ -68,7 +68,7 @@ TEST_P(PictureTest, MatchesFormula) {
     EXPECT_GT(found.compared, comparison.width * comparison.height / 2)
         << "the formula leaves most of the picture open";
     EXPECT_LE(found.largest, tolerance) << "at (" << found.x << ", " << found.y << "), channel " << found.channel
-                                        << "; tolerance: " << picture.reason << "; see "
+                                        << "; tolerance: " << picture.tolerance.reason << "; see "
                                         << writePictures(picture.name, comparison);
 }
 

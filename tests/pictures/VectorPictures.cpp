@@ -288,42 +288,36 @@ const Rgba blue = {0.0F, 0.3F, 0.8F, 1.0F};
 const Rgba clear = {0.4F, 0.0F, 0.6F, 0.0F};
 
 // Drivers may blend, and weigh texels, in 8 bits.
-const char* const colorReason = "two steps of 8 bits: a driver may round the colour before it blends";
-const char* const filterReason = "the same, and 8-bit weights of the linear filter on two axes";
-constexpr double colorTolerance = 2.01 / 255.0;
-constexpr double filterTolerance = 4.01 / 255.0;
+constexpr Tolerance color8 = {2.01 / 255.0, "two steps of 8 bits: a driver may round the colour before it blends"};
+constexpr Tolerance filtered8 = {4.01 / 255.0, "the same, and 8-bit weights of the linear filter on two axes"};
 
 } // namespace
 
 const PictureTable& vectorPictures() {
     static const PictureTable table = {
         {"vector_gradient_97x61", [] { return paint(97, 61, {}, {gradient(40.0F, 20.0F, 10.0F, gold, 50.0F, blue)}); },
-         colorTolerance, colorReason},
+         color8},
         {"vector_gradient_inwards_64x160",
-         [] { return paint(64, 160, {}, {gradient(-20.0F, 170.0F, 150.0F, gold, 30.0F, clear)}); }, colorTolerance,
-         colorReason},
+         [] { return paint(64, 160, {}, {gradient(-20.0F, 170.0F, 150.0F, gold, 30.0F, clear)}); }, color8},
         {"vector_gradient_hard_edge_subtracting",
-         [] { return paint(97, 61, subtracting, {gradient(50.0F, 30.0F, 25.0F, gold, 25.0F, blue)}); }, colorTolerance,
-         colorReason},
+         [] { return paint(97, 61, subtracting, {gradient(50.0F, 30.0F, 25.0F, gold, 25.0F, blue)}); }, color8},
         {"vector_discs_97x61",
          [] {
              return paint(97, 61, {},
                           {circle(30.0F, 20.0F, 15.0F, gold), circle(38.25F, 28.5F, 18.5F, {0, 1, 0, 0.25F})});
          },
-         colorTolerance, colorReason},
+         color8},
         {"vector_discs_adding_64x160",
          [] {
              return paint(64, 160, additive, {circle(20.0F, 150.0F, 40.0F, gold), circle(62.0F, 100.0F, 30.0F, blue)});
          },
-         colorTolerance, colorReason},
-        {"vector_bitmap_discs_97x61", [] { return bitmapCircles(97, 61, {}); }, filterTolerance, filterReason},
-        {"vector_bitmap_discs_multiplying_64x160", [] { return bitmapCircles(64, 160, multiplying); }, filterTolerance,
-         filterReason},
-        {"vector_rotations", [] { return rotations({}, false); }, filterTolerance, filterReason},
-        {"vector_rotations_largest", [] { return rotations(largest, false); }, filterTolerance, filterReason},
-        {"vector_masked_rotations", [] { return rotations({}, true); }, filterTolerance, filterReason},
-        {"vector_masked_rotations_subtracting", [] { return rotations(subtracting, true); }, filterTolerance,
-         filterReason},
+         color8},
+        {"vector_bitmap_discs_97x61", [] { return bitmapCircles(97, 61, {}); }, filtered8},
+        {"vector_bitmap_discs_multiplying_64x160", [] { return bitmapCircles(64, 160, multiplying); }, filtered8},
+        {"vector_rotations", [] { return rotations({}, false); }, filtered8},
+        {"vector_rotations_largest", [] { return rotations(largest, false); }, filtered8},
+        {"vector_masked_rotations", [] { return rotations({}, true); }, filtered8},
+        {"vector_masked_rotations_subtracting", [] { return rotations(subtracting, true); }, filtered8},
     };
     return table;
 }

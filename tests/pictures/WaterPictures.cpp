@@ -427,9 +427,10 @@ Field withoutNormals(int width, int height) {
 
 /// A step of a half float from 0.5 to 1, as drivers may truncate, and a hundredth of it for the floats on the way.
 constexpr double step = 1.01 * 0.5 / 1024.0;
-const char* const stepReason = "one step of a half float below 1, as drivers may truncate";
-const char* const twoStepsReason = "one step of a half float below 2, as drivers may truncate";
-const char* const refractionReason = "one step of a half float below 2, and linear filtering between its texels";
+constexpr Tolerance oneStep = {step, "one step of a half float below 1, as drivers may truncate"};
+constexpr Tolerance twoSteps = {2 * step, "one step of a half float below 2, as drivers may truncate"};
+constexpr Tolerance fourSteps = {4 * step, "one step of a half float below 2, and linear filtering between its texels"};
+constexpr Tolerance byteStep = {1.01 / 255.0, "one step of 8 bits"};
 
 /// The slope of a bump, per pixel, where it is steepest.
 constexpr double steepest(double radius, double strength) {
@@ -451,7 +452,7 @@ const PictureTable& waterPictures() {
              return paintedShapes(97, 61, wave,
                                   {{{20.2F, 12.3F, 77.7F, 40.9F}, 11.1F, 0.9F}, point(50.0F, 30.0F, 13.2F, 0.6F)});
          },
-         step, stepReason, 0.0, steepest(9.7, 0.8)},
+         oneStep, steepest(9.7, 0.8)},
         {"intensity_beyond_every_border_64x160",
          [] {
              return paintedShapes(64, 160, {155.0F, 10.2F, 0.5F, 11.0F, 0.75F},
@@ -461,82 +462,72 @@ const PictureTable& waterPictures() {
                                    point(64.0F, 160.0F, 20.3F, 0.4F),
                                    point(-40.0F, 80.0F, 15.0F, 0.9F)});
          },
-         step, stepReason, 0.0, steepest(8.4, 0.9)},
-        {"intensity_straight_wave_97x61",
-         [] {
-             return paintedShapes(97, 61, {30.2F, 12.3F, 0.9F, 0.0F, 1.0F}, {});
-         },
-         step, stepReason, 0.0, steepest(12.3, 0.9)},
-        {"iterative_drop_97x61", [] { return iterativeDrop(97, 61, point(40.3F, 20.8F, 17.3F, 0.4F), 1.0F); }, step,
-         stepReason},
+         oneStep, steepest(8.4, 0.9)},
+        {"iterative_drop_97x61", [] { return iterativeDrop(97, 61, point(40.3F, 20.8F, 17.3F, 0.4F), 1.0F); }, oneStep},
         {"iterative_drop_that_wipes_64x160",
-         [] { return iterativeDrop(64, 160, point(0.5F, 159.0F, 30.0F, -0.9F), 0.0F); }, step, stepReason},
+         [] { return iterativeDrop(64, 160, point(0.5F, 159.0F, 30.0F, -0.9F), 0.0F); }, oneStep},
         {"iterative_drop_beyond_the_corner_97x61",
-         [] { return iterativeDrop(97, 61, point(101.0F, -3.0F, 25.0F, 0.4F), 0.75F); }, step, stepReason},
+         [] { return iterativeDrop(97, 61, point(101.0F, -3.0F, 25.0F, 0.4F), 0.75F); }, oneStep},
         {"iterative_line_97x61",
          [] {
              return iterativeLine(97, 61, {{10.2F, 50.1F, 80.7F, 12.4F}, 14.2F, 0.45F}, 1.0F);
          },
-         step, stepReason},
+         oneStep},
         {"iterative_line_beyond_the_border_64x160",
          [] {
              return iterativeLine(64, 160, {{-20.0F, 80.0F, 90.0F, 80.0F}, 22.0F, 0.45F}, 0.5F);
          },
-         step, stepReason},
+         oneStep},
         {"iterative_line_without_length_97x61",
-         [] { return iterativeLine(97, 61, point(30.0F, 30.0F, 9.0F, 0.4F), 1); }, step, stepReason},
+         [] { return iterativeLine(97, 61, point(30.0F, 30.0F, 9.0F, 0.4F), 1); }, oneStep},
         {"iterative_wave_97x61",
          [] {
              return iterativeWave(97, 61, {30.0F, 9.0F, 0.45F, 12.0F, 3.0F}, 1.0F);
          },
-         step, stepReason},
+         oneStep},
         {"iterative_wave_64x160",
          [] {
              return iterativeWave(64, 160, {2.0F, 30.0F, 0.7F, 25.0F, 0.5F}, 0.25F);
          },
-         step, stepReason},
-        {"iterative_pass_97x61", [] { return iterativePass(97, 61); }, 2 * step, twoStepsReason},
-        {"iterative_pass_64x160", [] { return iterativePass(64, 160); }, 2 * step, twoStepsReason},
-        {"iterative_pass_one_row", [] { return iterativePass(13, 1); }, 2 * step, twoStepsReason},
-        {"pond_drop_97x61", [] { return pondDrop(97, 61, point(30.3F, 10.2F, 22.2F, 0.7F)); }, step, stepReason},
+         oneStep},
+        {"iterative_pass_97x61", [] { return iterativePass(97, 61); }, twoSteps},
+        {"iterative_pass_64x160", [] { return iterativePass(64, 160); }, twoSteps},
+        {"iterative_pass_one_row", [] { return iterativePass(13, 1); }, twoSteps},
+        {"pond_drop_97x61", [] { return pondDrop(97, 61, point(30.3F, 10.2F, 22.2F, 0.7F)); }, oneStep},
         {"pond_drop_beyond_the_corner_64x160", [] { return pondDrop(64, 160, point(66.0F, 158.0F, 40.0F, -0.8F)); },
-         step, stepReason},
+         oneStep},
         {"pond_line_97x61",
          [] {
              return pondLine(97, 61, {{-0.4F, 0.3F, 0.5F, -0.2F}, 0.6F, 0.9F});
          },
-         step, stepReason},
+         oneStep},
         {"pond_line_capped_64x160",
          [] {
              return pondLine(64, 160, {{1.0F, 1.0F, -1.2F, -0.9F}, 1.1F, 0.45F});
          },
-         step, stepReason},
-        {"pond_step_97x61", [] { return pondStep(97, 61); }, 2 * step, twoStepsReason},
-        {"pond_step_64x160", [] { return pondStep(64, 160); }, 2 * step, twoStepsReason},
-        {"normals_97x61", [] { return normals(97, 61, randomField(97, 61, 1, -1.0, 1.0), 2.0F); }, step, stepReason},
-        {"normals_of_state_64x160", [] { return normals(64, 160, randomField(64, 160, 2, -0.02, 0.02), 100.0F); }, step,
-         stepReason},
+         oneStep},
+        {"pond_step_97x61", [] { return pondStep(97, 61); }, twoSteps},
+        {"pond_step_64x160", [] { return pondStep(64, 160); }, twoSteps},
+        {"normals_97x61", [] { return normals(97, 61, randomField(97, 61, 1, -1.0, 1.0), 2.0F); }, oneStep},
+        {"normals_of_state_64x160", [] { return normals(64, 160, randomField(64, 160, 2, -0.02, 0.02), 100.0F); },
+         oneStep},
         {"normals_of_small_heights_97x61", [] { return normals(97, 61, randomField(31, 13, 1, -1.0, 1.0), 1.0F); },
-         step, stepReason},
+         oneStep},
         {"normals_of_large_heights_64x160", [] { return normals(64, 160, randomField(201, 333, 1, -1.0, 1.0), 1.0F); },
-         step, stepReason},
+         oneStep},
         {"refraction_97x61",
-         [] { return refraction(unitNormals(97, 61), randomField(97, 61, 1, -0.2, 0.2), false, 0.0); }, 4 * step,
-         refractionReason},
+         [] { return refraction(unitNormals(97, 61), randomField(97, 61, 1, -0.2, 0.2), false, 0.0); }, fourSteps},
         {"refraction_flipped_64x160",
-         [] { return refraction(unitNormals(64, 160), randomField(64, 160, 2, -0.2, 0.4), true, 0.0); }, 4 * step,
-         refractionReason},
+         [] { return refraction(unitNormals(64, 160), randomField(64, 160, 2, -0.2, 0.4), true, 0.0); }, fourSteps},
         {"refraction_of_any_normal_97x61",
          [] { return refraction(randomField(97, 61, 3, 0.0, 1.0), randomField(97, 61, 1, 0.0, 0.2), false, 0.0); },
-         4 * step, refractionReason},
+         fourSteps},
         {"refraction_before_build_64x160",
-         [] { return refraction(withoutNormals(64, 160), randomField(64, 160, 1, 0.0, 0.2), false, 0.0); }, 4 * step,
-         refractionReason},
+         [] { return refraction(withoutNormals(64, 160), randomField(64, 160, 1, 0.0, 0.2), false, 0.0); }, fourSteps},
         {"refraction_highlights_97x61",
-         [] { return refraction(unitNormals(97, 61), randomField(97, 61, 1, -0.2, 0.2), false, 0.7); }, 4 * step,
-         refractionReason},
-        {"still_water_97x61", [] { return stillWater(97, 61, false); }, 1.01 / 255.0, "one step of 8 bits"},
-        {"still_water_flipped_64x160", [] { return stillWater(64, 160, true); }, 1.01 / 255.0, "one step of 8 bits"},
+         [] { return refraction(unitNormals(97, 61), randomField(97, 61, 1, -0.2, 0.2), false, 0.7); }, fourSteps},
+        {"still_water_97x61", [] { return stillWater(97, 61, false); }, byteStep},
+        {"still_water_flipped_64x160", [] { return stillWater(64, 160, true); }, byteStep},
     };
     return table;
 }
