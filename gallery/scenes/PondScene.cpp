@@ -8,9 +8,9 @@ namespace tidalume::gallery {
 namespace {
 
 // In texels of the height field.
-constexpr float dropRadius = 8;
+constexpr float dropRadius = 7;
 constexpr float dropDistance = 30; // between the drops of a finger that moves
-constexpr float steepness = 26;
+constexpr float steepness = 15;
 constexpr float depth = 20;
 constexpr float updatesPerFrame = 8;
 

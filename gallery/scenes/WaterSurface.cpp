@@ -22,7 +22,7 @@ Picture sky() {
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const float t = 1 - static_cast<float>(x + y) / (size - 1);
-            const float light = 0.5F + 0.10F * t + (t > 0 ? 0.30F : 0.16F) * std::pow(t, 3.0F);
+            const float light = 0.5F + 0.10F * t + (t > 0 ? 0.22F : 0.14F) * std::pow(t, 3.0F);
             std::uint8_t* pixel = picture.pixel(x, y);
             for (int c = 0; c < 3; ++c)
                 pixel[c] = static_cast<std::uint8_t>(std::lround(255 * std::clamp(light * tint[c], 0.0F, 1.0F)));
