@@ -1,0 +1,65 @@
+#include "gallery/CommandLine.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+
+namespace tidalume::gallery {
+
+namespace {
+
+std::string sceneNames() {
+    std::string names;
+    for (const SceneEntry& entry : sceneTable())
+        names += (names.empty() ? "" : ", ") + std::string(entry.name);
+    return names;
+}
+
+} // namespace
+
+CLI::Validator sceneCheck() {
+    const auto check = [](const std::string& name) -> std::string {
+        const auto& table = sceneTable();
+        const bool known =
+            std::any_of(table.begin(), table.end(), [&](const SceneEntry& entry) { return name == entry.name; });
+        return known ? "" : "there is no scene \"" + name + "\"; the scenes are: " + sceneNames();
+    };
+    return CLI::Validator(check, "");
+}
+
+CLI::Validator sizeCheck(int& width, int& height) {
+    const auto check = [&width, &height](const std::string& text) -> std::string {
+        const bool read = parseSize(text, width, height);
+        return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, such as 540x960";
+    };
+    return CLI::Validator(check, "");
+}
+
+CLI::Validator namedCheck(const std::string& kind) {
+    return CLI::Validator([kind](const std::string& name) { return name.empty() ? "no " + kind + " is named" : ""; },
+                          "");
+}
+
+bool parseSize(const std::string& text, int& width, int& height) {
+    const char* const end = text.data() + text.size();
+    const auto first = std::from_chars(text.data(), end, width);
+    if (first.ec != std::errc() || first.ptr == end || *first.ptr != 'x') return false;
+    const auto second = std::from_chars(first.ptr + 1, end, height);
+    return second.ec == std::errc() && second.ptr == end;
+}
+
+void parse(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        std::exit(app.exit(help));
+    } catch (const CLI::ParseError& error) {
+        std::string message = error.what();
+        std::replace(message.begin(), message.end(), '\n', ' ');
+        std::cerr << app.get_name() << ": " << message << '\n';
+        std::exit(2);
+    }
+}
+
+} // namespace tidalume::gallery

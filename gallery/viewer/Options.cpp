@@ -1,0 +1,64 @@
+#include "gallery/viewer/Options.h"
+
+#include "gallery/CommandLine.h"
+
+#include <algorithm>
+
+namespace tidalume::gallery {
+
+namespace {
+
+constexpr const char* footer = R"(In the window:
+  mouse or fingers   touch the scene
+  left, right, 1-9   other scenes
+  space              pause
+  r                  restart
+  s                  save a PNG in the working directory
+  f                  full screen
+  c                  destroy the GL context and make a new one
+  q, Esc             quit
+
+A script is a text file, one event a line, each with the number of the frame before which it happens:
+  0 down 100 200     the mouse button goes down at a place in pixels; a further number makes it a finger
+  5 move 120 210
+  9 up 120 210
+  20 key c           as named by SDL: c, Right, Space, ...
+  30 resize 320x480
+  40 save a.png
+  60 quit
+With a script every frame is 1/60 s, however long it takes to draw.)";
+
+std::size_t placeOf(const std::string& name) {
+    const auto& table = sceneTable();
+    const auto found =
+        std::find_if(table.begin(), table.end(), [&](const SceneEntry& entry) { return name == entry.name; });
+    return static_cast<std::size_t>(found - table.begin());
+}
+
+} // namespace
+
+ViewerOptions parseViewerOptions(int argc, char** argv) {
+    ViewerOptions options;
+    std::string scene = sceneTable().front().name;
+    std::string size = std::to_string(options.width) + 'x' + std::to_string(options.height);
+
+    CLI::App app("Shows the effects of Tidalume in a window, to be touched.", "tidalume-viewer");
+    app.footer(footer);
+    app.add_option("--scene", scene, "The first scene")->type_name("NAME")->check(sceneCheck())->capture_default_str();
+    app.add_option("--size", size, "Size of the window in pixels")
+        ->type_name("WxH")
+        ->check(sizeCheck(options.width, options.height))
+        ->capture_default_str();
+    app.add_option("--background", options.background,
+                   "Picture for the scenes that show one, PNG, JPEG or WebP (pebbles are drawn if none is given)")
+        ->type_name("FILE")
+        ->check(namedCheck("file"));
+    app.add_option("--script", options.script, "Play recorded events from a file")
+        ->type_name("FILE")
+        ->check(namedCheck("file"));
+    parse(app, argc, argv);
+    options.scene = placeOf(scene);
+    return options;
+}
+
+} // namespace tidalume::gallery

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "gallery/SceneTable.h"
+
+#include <string>
+
+namespace tidalume::gallery {
+
+/// What the command line of tidalume-viewer asks for.
+struct ViewerOptions {
+    std::size_t scene = 0; ///< place in the scene table
+    int width = 540;
+    int height = 960;
+    std::string background; ///< a picture file; empty for the pebbles
+    std::string script;     ///< a file for Script; empty for none
+};
+
+/// Reads the command line. Where it asks for help, or is wrong, prints that and ends the process, with status 0 or 2.
+ViewerOptions parseViewerOptions(int argc, char** argv);
+
+} // namespace tidalume::gallery

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "gallery/Scene.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tidalume::gallery {
+
+struct KeyPress {
+    int key; ///< an SDL_Keycode
+};
+
+struct Resize {
+    int width;
+    int height;
+};
+
+struct Save {
+    std::string path;
+};
+
+struct Quit {};
+
+/// A touch of a script: by the mouse, or by a finger where the number of one is given.
+struct ScriptTouch {
+    float x; ///< in pixels from the left
+    float y; ///< in pixels from the top
+    TouchAction action;
+    std::optional<int> finger;
+};
+
+/// Something that happens before a frame is drawn.
+struct ScriptEvent {
+    int frame;
+    std::variant<ScriptTouch, KeyPress, Resize, Save, Quit> what;
+};
+
+/// Reads a script, one event a line: FRAME down|move|up X Y [FINGER], FRAME key NAME, FRAME resize WxH,
+/// FRAME save FILE, FRAME quit. Frames must not go back. Empty lines and lines that begin with # say nothing.
+///
+/// Throws Error, with the path and the number of the line, for a file that cannot be read or a line that is none of
+/// these.
+std::vector<ScriptEvent> readScript(const std::string& path);
+
+} // namespace tidalume::gallery

@@ -1,0 +1,97 @@
+#include "gallery/viewer/Window.h"
+
+#include "headless/Error.h"
+
+#include <GLES3/gl3.h>
+
+#include <cstdlib>
+
+namespace tidalume::gallery {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& what) {
+    throw headless::Error(what + ": " + SDL_GetError());
+}
+
+// Without a display SDL would draw where nobody sees it.
+void openDisplay() {
+    if (SDL_Init(SDL_INIT_VIDEO) != 0) fail("no display can be opened");
+    const std::string driver = SDL_GetCurrentVideoDriver();
+    const bool isSeen = driver != "offscreen" && driver != "dummy" && driver != "evdev";
+    if (!isSeen && std::getenv("SDL_VIDEODRIVER") == nullptr) {
+        SDL_Quit();
+        throw headless::Error("there is no display, such as the environment variable DISPLAY names");
+    }
+}
+
+} // namespace
+
+Window::Window(int width, int height) {
+    SDL_SetHint(SDL_HINT_OPENGL_ES_DRIVER, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_X11_FORCE_EGL, "1");
+    // Fingers and the mouse are told apart; neither shall pose as the other.
+    SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
+    SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
+    openDisplay();
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_ES);
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 0);
+    SDL_GL_SetAttribute(SDL_GL_RED_SIZE, 8);
+    SDL_GL_SetAttribute(SDL_GL_GREEN_SIZE, 8);
+    SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 8);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 0);
+    const Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
+    mWindow = SDL_CreateWindow("Tidalume", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height, flags);
+    try {
+        if (mWindow == nullptr) fail("no window can be opened");
+        createContext();
+    } catch (...) {
+        release();
+        throw;
+    }
+}
+
+Window::~Window() {
+    release();
+}
+
+void Window::remakeContext() {
+    SDL_GL_DeleteContext(mContext);
+    createContext();
+}
+
+void Window::toggleFullScreen() {
+    const bool isFull = (SDL_GetWindowFlags(mWindow) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+    SDL_SetWindowFullscreen(mWindow, isFull ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
+SDL_Point Window::pixels() const {
+    SDL_Point size = {};
+    SDL_GL_GetDrawableSize(mWindow, &size.x, &size.y);
+    return size;
+}
+
+SDL_Point Window::units() const {
+    SDL_Point size = {};
+    SDL_GetWindowSize(mWindow, &size.x, &size.y);
+    return size;
+}
+
+std::string Window::driver() const {
+    return reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+}
+
+void Window::createContext() {
+    mContext = SDL_GL_CreateContext(mWindow);
+    if (mContext == nullptr) fail("there is no OpenGL ES 3");
+    SDL_GL_SetSwapInterval(1); // where the display cannot, frames come as fast as they are due
+}
+
+void Window::release() {
+    if (mContext != nullptr) SDL_GL_DeleteContext(mContext);
+    if (mWindow != nullptr) SDL_DestroyWindow(mWindow);
+    SDL_Quit();
+}
+
+} // namespace tidalume::gallery
