@@ -12,6 +12,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <malloc.h>
 #include <ostream>
 #include <unistd.h>
 
@@ -39,8 +40,9 @@ int frameCount() {
     return given ? std::atoi(given) : framesPerContext;
 }
 
-/// Resident memory in KiB.
+/// Resident memory in KiB, without what the allocator keeps for later.
 long residentMemory() {
+    malloc_trim(0);
     long total = 0;
     long resident = 0;
     std::ifstream("/proc/self/statm") >> total >> resident;
