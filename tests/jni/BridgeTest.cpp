@@ -100,8 +100,9 @@ class BridgeTest : public GLTest {
 TEST_F(BridgeTest, HandlesAreSignExtended) {
     EXPECT_EQ(tidalume::signExtended(uint32_t{0x80000001}), -0x7FFFFFFF);
     EXPECT_EQ(tidalume::signExtended(uint32_t{0x7FFFFFFF}), 0x7FFFFFFF);
-    auto* tagged = reinterpret_cast<int*>(0xB400007012345678);
-    EXPECT_EQ(tidalume::toHandle(tagged), static_cast<jlong>(0xB400007012345678));
+    const auto address = static_cast<uintptr_t>(0xB400007082345678); // the lower half of it on 32 bits
+    auto* tagged = reinterpret_cast<int*>(address);
+    EXPECT_EQ(tidalume::toHandle(tagged), static_cast<jlong>(static_cast<intptr_t>(address)));
     EXPECT_EQ(tidalume::fromHandle<int>(tidalume::toHandle(tagged)), tagged);
 }
 
