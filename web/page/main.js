@@ -31,13 +31,18 @@ class Page {
   // What the address says.
   #open() {
     const { scene, values } = readAddress(location.hash, this.stage.scenes);
+    const previous = this.scene;
     this.scene = scene;
     part('gallery').hidden = scene >= 0;
     part('view').hidden = scene < 0;
     document.title = scene < 0 ? 'Tidalume' : `${this.stage.scenes[scene].title} · Tidalume`;
-    if (scene < 0) return;
+    if (scene < 0) {
+      this.gallery.cards[previous]?.link.focus();
+      return;
+    }
     Object.assign(this.values[scene], values);
     this.#applySettings();
+    if (previous < 0) this.stage.canvas.focus();
     scrollTo(0, 0);
   }
 

@@ -18,7 +18,8 @@ export class Settings {
     Object.assign(slider, {
       type: 'range', name: parameter.name, min: parameter.minimum, max: parameter.maximum, step, value,
     });
-    const print = () => { output.textContent = Number(slider.value).toFixed(Math.max(0, -Math.floor(Math.log10(step)))); };
+    const decimals = Math.max(0, -Math.floor(Math.log10(step)));
+    const print = () => { output.textContent = slider.valueAsNumber.toFixed(decimals); };
     slider.addEventListener('input', () => {
       print();
       this.changed(parameter.name, slider.valueAsNumber);

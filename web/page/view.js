@@ -50,7 +50,8 @@ export class View {
     const milliseconds = this.clock.tick();
     if (milliseconds === null) return;
     const { width, height } = this.stage.canvas;
-    part('time').textContent = `${milliseconds.toFixed(1)} ms per frame, ${width} × ${height} pixels, ${this.stage.driver}`;
+    part('time').textContent =
+      `${milliseconds.toFixed(1)} ms per frame, ${width} × ${height} pixels, ${this.stage.driver}`;
     const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in pixels
     if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
   }
