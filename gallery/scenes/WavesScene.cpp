@@ -47,7 +47,8 @@ void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
     const float radius = crest * mLength;
     const float swing = bend * std::cos(2 * pi * time);
-    // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be negative.
+    // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be
+    // negative.
     const float sway = std::fabs(swing);
     const float count = std::copysign(mCount, swing);
     const float spacing = 2 * (radius + bend);
