@@ -3,7 +3,8 @@
 #   <!-- run: STEP -->    commands                           -> OUT/commands/STEP
 #   <!-- draws: NAME -->  Java statements that draw          -> OUT/fragments/NAME
 #   <!-- from: PATH -->   an excerpt of a file of the project -> OUT/excerpts/N, whose first line is PATH
-# Prints each block of a language that has to be marked and is not.
+#   <!-- not run: WHY --> nothing
+# Prints each block that has no marker and is not plain text.
 # usage: awk -v out=OUT -f extract-samples.awk FILE...
 
 function fail(message) { print FILENAME ":" FNR ": " message; failed = 1 }
@@ -25,7 +26,7 @@ function fail(message) { print FILENAME ":" FNR ": " message; failed = 1 }
         } else if (target in seen) fail("a second " kind " " name)
         seen[target] = 1
         printf "" >> target
-    } else if ($0 ~ /^```(java|cpp|cmake)$/) fail("a block without a marker")
+    } else if ($0 !~ /^```text$/ && marker !~ /^<!-- not run: .+ -->$/) fail("a block without a marker")
     next
 }
 /^```/ { inside = 0; marker = ""; if (target) close(target); next }
