@@ -14,12 +14,25 @@ bool hasCoarsePoints() {
 
 } // namespace
 
+Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula) {
+    Comparison comparison = {drawn.width, drawn.height, 0, {}, {}};
+    for (int y = 0; y < drawn.height; ++y) {
+        for (int x = 0; x < drawn.width; ++x) {
+            const Values expected = formula(x, y);
+            comparison.channels = static_cast<int>(expected.size());
+            comparison.expected.insert(comparison.expected.end(), std::begin(expected), std::end(expected));
+            comparison.drawn.insert(comparison.drawn.end(), drawn.at(x, y), drawn.at(x, y) + expected.size());
+        }
+    }
+    return comparison;
+}
+
 Difference difference(const Comparison& comparison) {
     Difference result = {0.0, 0, 0, 0, 0};
     for (size_t i = 0; i < comparison.expected.size(); ++i) {
         if (std::isnan(comparison.expected[i])) continue;
         ++result.compared;
-        const double difference = std::fabs(comparison.expected[i] - static_cast<double>(comparison.drawn[i]));
+        const double difference = std::fabs(comparison.expected[i] - comparison.drawn[i]);
         // Written so that a drawn NaN counts as the largest difference of all.
         if (difference <= result.largest) continue;
         const auto pixel = static_cast<int>(i) / comparison.channels;
@@ -43,8 +56,8 @@ double toleranceHere(const PictureCase& picture) {
 
 PictureTable allPictures() {
     PictureTable all;
-    for (const PictureTable* table : {&metaballPictures(), &vectorPictures(), &cometPictures(), &waterPictures()})
-        all.insert(all.end(), table->begin(), table->end());
+    for (const PictureTable& table : {metaballPictures(), vectorPictures(), cometPictures(), waterPictures()})
+        all.insert(all.end(), table.begin(), table.end());
     return all;
 }
 

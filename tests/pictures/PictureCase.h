@@ -1,5 +1,9 @@
 #pragma once
 
+#include "headless/Pixels.h"
+
+#include <functional>
+#include <valarray>
 #include <vector>
 
 /// Pictures that the driver draws, compared with their formulas value by value.
@@ -15,6 +19,13 @@ struct Comparison {
     std::vector<float> drawn;     ///< rows from the bottom
     std::vector<double> expected; ///< NaN where the formula leaves it open, as on the very edge of a disc
 };
+
+/// The channels of a pixel as a formula gives them; NaN leaves one open.
+using Values = std::valarray<double>;
+
+/// Sets pixels as they were drawn beside their formula.
+/// @param formula  values of the pixel in column x of row y, row 0 at the bottom; as many for each pixel
+Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula);
 
 /// How far from its formula a value may be.
 struct Tolerance {
@@ -49,10 +60,10 @@ Difference difference(const Comparison& comparison);
 /// How far from its formula a picture may be on the driver of the current context.
 double toleranceHere(const PictureCase& picture);
 
-const PictureTable& metaballPictures();
-const PictureTable& vectorPictures();
-const PictureTable& cometPictures();
-const PictureTable& waterPictures();
+PictureTable metaballPictures();
+PictureTable vectorPictures();
+PictureTable cometPictures();
+PictureTable waterPictures();
 
 /// All tables, in the order of the effects.
 PictureTable allPictures();
