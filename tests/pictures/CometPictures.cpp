@@ -1,13 +1,9 @@
 #include "effects/comet/CometRenderer.h"
 #include "tests/pictures/PictureCase.h"
 
-#include <GLES3/gl3.h>
-
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 namespace tidalume::pictures {
 namespace {
@@ -25,94 +21,62 @@ double cross(Point o, Point a, Point b) {
     return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
 }
 
-/// A triangle whose alpha is linear between its corners.
-struct Triangle {
-    Point corners[3];
-    double alphas[3];
+/// The alpha of something white at a point.
+using Layer = std::function<double(Point)>;
 
-    double alphaAt(Point p) const {
-        const auto& [a, b, c] = corners;
-        const double area = cross(a, b, c);
-        if (area == 0.0 || p.y < std::min({a.y, b.y, c.y}) || p.y > std::max({a.y, b.y, c.y})) return 0.0;
+/// A triangle whose alpha is linear between its corners.
+Layer triangle(Point a, Point b, Point c, Values alphas) {
+    const double area = cross(a, b, c);
+    const auto [bottom, top] = std::minmax({a.y, b.y, c.y});
+    return [=, bottom = bottom, top = top](Point p) {
+        if (area == 0.0 || p.y < bottom || p.y > top) return 0.0;
         const double first = cross(b, c, p) / area;
         const double second = cross(c, a, p) / area;
         const double third = 1.0 - first - second;
-        if (first < 0.0 || second < 0.0 || third <= 0.0) return 0.0;
-        return first * alphas[0] + second * alphas[1] + third * alphas[2];
-    }
-};
+        const bool inside = first >= 0.0 && second >= 0.0 && third > 0.0;
+        return inside ? first * alphas[0] + second * alphas[1] + third * alphas[2] : 0.0;
+    };
+}
 
 /// Everything between two distances from a centre.
-struct Annulus {
-    Point centre;
-    double inner, outer, alpha;
-
-    double alphaAt(Point p) const {
+Layer annulus(Point centre, double inner, double outer, double alpha) {
+    return [=](Point p) {
         const double d = std::hypot(p.x - centre.x, p.y - centre.y);
         return d >= inner && d <= outer ? alpha : 0.0;
-    }
-};
+    };
+}
 
-/// A frame of a flight: white layers, of which each lets a share of what lies under it through.
-class Frame {
-  public:
-    /// @param screenWidth  in pixels, of the screen that sizes cores and rings
-    Frame(CometRenderer& comets, int width, int height, int screenWidth, double t) : mWidth(width), mHeight(height) {
-        const double glow = 0.2 * std::sin(t * pi);
-        for (int comet = 0; comet < 2; ++comet) {
-            // The centre line of a mesh is the path up to t, and the whole path at 1.
-            comets.updateMesh(1.0F);
-            const auto ring = [&](int column, double start, double alpha, double growth) {
-                const double radius = 0.5 * screenWidth * growth * (t - start);
-                if (t <= start) return;
-                mRound.push_back(
-                    {vertex(comets, 2 * comet, 1, column), radius - 3.0, radius, alpha * (1.0 - t) / (1.0 - start)});
-            };
-            ring(25, 0.75, 0.5, 1.0 / 3.0);
-            ring(15, 0.85, 0.3, 0.3 / 0.85);
-            comets.updateMesh(static_cast<float>(t));
-            const double core = 0.02 * screenWidth * (1.0 - std::pow(t, 2.5));
-            mRound.push_back({vertex(comets, 2 * comet, 1, 10), 0.0, core, glow});
-            addTail(comets, 2 * comet, glow);
-            addTail(comets, 2 * comet + 1, glow);
-        }
-    }
-
-    /// The share of the background that is left at a point.
-    double through(Point p) const {
-        double share = 1.0;
-        for (const Triangle& triangle : mTails)
-            share *= 1.0 - triangle.alphaAt(p);
-        for (const Annulus& annulus : mRound)
-            share *= 1.0 - annulus.alphaAt(p);
-        return share;
-    }
-
-  private:
-    Point vertex(CometRenderer& comets, int mesh, int row, int column) const {
+/// What a frame at progress t consists of, made of the comets' meshes.
+/// @param screenWidth  in pixels, of the screen that sizes the cores and rings
+std::vector<Layer> layersOf(CometRenderer& comets, int width, int height, int screenWidth, double t) {
+    std::vector<Layer> layers;
+    const auto vertex = [&](int mesh, int row, int column) -> Point {
         const float* v = comets.getVertices(mesh) + 3 * (row * (columns + 1) + column);
-        return {(v[0] + 1.0) * 0.5 * mWidth, (v[2] + 1.0) * 0.5 * mHeight};
+        return {(v[0] + 1.0) * 0.5 * width, (v[2] + 1.0) * 0.5 * height};
+    };
+    // Their centre line is the path up to t: the whole path at 1.
+    comets.updateMesh(1.0F);
+    for (const int mesh : {0, 2}) {
+        const auto addRing = [&](int column, double start, double alpha, double growth) {
+            const double radius = 0.5 * screenWidth * growth * (t - start);
+            const double faded = alpha * (1.0 - t) / (1.0 - start);
+            if (t > start) layers.push_back(annulus(vertex(mesh, 1, column), radius - 3.0, radius, faded));
+        };
+        addRing(25, 0.75, 0.5, 1.0 / 3.0);
+        addRing(15, 0.85, 0.3, 0.3 / 0.85);
     }
-
-    void addTail(CometRenderer& comets, int mesh, double glow) {
-        for (int row = 0; row < 2; ++row) {
-            for (int column = 0; column < columns; ++column) {
-                const Point left[2] = {vertex(comets, mesh, row, column), vertex(comets, mesh, row + 1, column)};
-                const Point right[2] = {vertex(comets, mesh, row, column + 1),
-                                        vertex(comets, mesh, row + 1, column + 1)};
-                const double alpha = (1.0 - column / 100.0) * glow;
-                const double next = (1.0 - (column + 1) / 100.0) * glow;
-                mTails.push_back({{left[0], left[1], right[0]}, {alpha, alpha, next}});
-                mTails.push_back({{left[1], right[1], right[0]}, {alpha, next, next}});
-            }
-        }
+    comets.updateMesh(static_cast<float>(t));
+    const double glow = 0.2 * std::sin(t * pi);
+    for (const int mesh : {0, 2})
+        layers.push_back(annulus(vertex(mesh, 1, 10), 0.0, 0.02 * screenWidth * (1.0 - std::pow(t, 2.5)), glow));
+    for (int strip = 0; strip < 8; ++strip) {
+        const auto corner = [&](int i) { return vertex(strip / 2, strip % 2 + i % 2, i / 2); };
+        const auto alpha = [&](int i) { return (1.0 - i / 2 / 100.0) * glow; };
+        for (int i = 0; i < 2 * columns; ++i)
+            layers.push_back(triangle(corner(i), corner(i + 1), corner(i + 2), {alpha(i), alpha(i + 1), alpha(i + 2)}));
     }
-
-    int mWidth;
-    int mHeight;
-    std::vector<Triangle> mTails;
-    std::vector<Annulus> mRound;
-};
+    return layers;
+}
 
 /// A frame at progress t. The screen that sizes the cores and rings may be larger than the picture.
 Comparison comets(int width, int height, int screenWidth, double t) {
@@ -129,16 +93,19 @@ Comparison comets(int width, int height, int screenWidth, double t) {
     renderer.render(t);
     const headless::PixelArray drawn = headless::readFramebuffer(width, height);
 
-    const Frame frame(renderer, width, height, screenWidth, t);
+    const std::vector<Layer> layers = layersOf(renderer, width, height, screenWidth, t);
+    const auto colorAt = [&](double x, double y) -> Values {
+        double through = 1.0;
+        for (const Layer& layer : layers)
+            through *= 1.0 - layer({x, y});
+        return 1.0 - (1.0 - background) * through;
+    };
     return compare(drawn, [&](int column, int row) {
-        const Point middle = {column + 0.5, row + 0.5};
-        Values values = 1.0 - (1.0 - background) * frame.through(middle);
+        Values color = colorAt(column + 0.5, row + 0.5);
         // Where the picture is another a little further on, an outline passes: coverage there is the driver's choice.
-        for (const auto& [x, y] : {Point{0.25, 0.0}, {-0.25, 0.0}, {0.0, 0.25}, {0.0, -0.25}}) {
-            const Values further = 1.0 - (1.0 - background) * frame.through({middle.x + x, middle.y + y});
-            values[abs(further - values) >= 0.01] = std::numeric_limits<double>::quiet_NaN();
-        }
-        return values;
+        for (const auto& [x, y] : {Point{0.25, 0.5}, {0.75, 0.5}, {0.5, 0.25}, {0.5, 0.75}})
+            color[abs(colorAt(column + x, row + y) - color) >= 0.01] = open;
+        return color;
     });
 }
 

@@ -1,10 +1,7 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "tests/pictures/PictureCase.h"
 
-#include <GLES3/gl3.h>
-
 #include <cmath>
-#include <limits>
 #include <random>
 
 namespace tidalume::pictures {
@@ -12,7 +9,6 @@ namespace {
 
 constexpr double margin = 120.0;
 constexpr double spriteScale = 1.2093284;
-constexpr double open = std::numeric_limits<double>::quiet_NaN();
 
 struct Ball {
     float x, y, radius;

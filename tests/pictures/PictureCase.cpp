@@ -6,52 +6,36 @@
 #include <cstring>
 
 namespace tidalume::pictures {
-namespace {
-
-bool hasCoarsePoints() {
-    return std::strstr(reinterpret_cast<const char*>(glGetString(GL_RENDERER)), "softpipe") != nullptr;
-}
-
-} // namespace
 
 Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula) {
-    Comparison comparison = {drawn.width, drawn.height, 0, {}, {}};
+    Comparison worst = {};
+    int compared = 0;
     for (int y = 0; y < drawn.height; ++y) {
         for (int x = 0; x < drawn.width; ++x) {
             const Values expected = formula(x, y);
-            comparison.channels = static_cast<int>(expected.size());
-            comparison.expected.insert(comparison.expected.end(), std::begin(expected), std::end(expected));
-            comparison.drawn.insert(comparison.drawn.end(), drawn.at(x, y), drawn.at(x, y) + expected.size());
+            for (int c = 0; c < static_cast<int>(expected.size()); ++c) {
+                const double value = expected[static_cast<size_t>(c)];
+                const double difference = std::fabs(value - drawn.at(x, y)[c]);
+                if (!std::isnan(value)) ++compared;
+                // A drawn NaN counts as the largest difference of all.
+                if (std::isnan(value) || difference <= worst.largest || std::isnan(worst.largest)) continue;
+                worst = {difference, x, y, c, drawn.at(x, y)[c], value, 0, 0};
+            }
         }
     }
-    return comparison;
-}
-
-Difference difference(const Comparison& comparison) {
-    Difference result = {0.0, 0, 0, 0, 0};
-    for (size_t i = 0; i < comparison.expected.size(); ++i) {
-        if (std::isnan(comparison.expected[i])) continue;
-        ++result.compared;
-        const double difference = std::fabs(comparison.expected[i] - comparison.drawn[i]);
-        // Written so that a drawn NaN counts as the largest difference of all.
-        if (difference <= result.largest) continue;
-        const auto pixel = static_cast<int>(i) / comparison.channels;
-        result.largest = difference;
-        result.x = pixel % comparison.width;
-        result.y = pixel / comparison.width;
-        result.channel = static_cast<int>(i) % comparison.channels;
-        if (std::isnan(difference)) break;
-    }
-    return result;
+    worst.compared = compared;
+    worst.pixels = drawn.width * drawn.height;
+    return worst;
 }
 
 double toleranceHere(const PictureCase& picture) {
     const Tolerance& tolerance = picture.tolerance;
-    const bool coarse = hasCoarsePoints() && tolerance.coarsePoints > 0.0;
+    const bool isSoftpipe = std::strstr(reinterpret_cast<const char*>(glGetString(GL_RENDERER)), "softpipe") != nullptr;
     // Corners are rounded to 1/2^bits of a pixel.
     GLint bits = 0;
     glGetIntegerv(GL_SUBPIXEL_BITS, &bits);
-    return (coarse ? tolerance.coarsePoints : tolerance.value) + picture.slope * std::exp2(-bits - 1);
+    return (isSoftpipe && tolerance.coarsePoints > 0.0 ? tolerance.coarsePoints : tolerance.value) +
+           picture.slope * std::exp2(-bits - 1);
 }
 
 PictureTable allPictures() {

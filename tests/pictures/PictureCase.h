@@ -3,6 +3,7 @@
 #include "headless/Pixels.h"
 
 #include <functional>
+#include <limits>
 #include <valarray>
 #include <vector>
 
@@ -11,20 +12,31 @@
 /// Free of the test framework, of the recorder and of EGL, so that a page in a browser can go through the same tables.
 namespace tidalume::pictures {
 
-/// A drawn picture and what its formula gives.
+/// The channels of a pixel as a formula gives them, and the value of one that it leaves open.
+using Values = std::valarray<double>;
+constexpr double open = std::numeric_limits<double>::quiet_NaN();
+
+inline Values mix(const Values& from, const Values& to, double share) {
+    return from + (to - from) * share;
+}
+
+/// As the GL and the effects take them.
+template <typename Numbers>
+std::vector<float> floats(const Numbers& values) {
+    return {std::begin(values), std::end(values)};
+}
+
+/// The largest difference between what was drawn and its formula, and where it is.
 struct Comparison {
-    int width;
-    int height;
-    int channels;                 ///< values per pixel in both arrays, 1 to 4
-    std::vector<float> drawn;     ///< rows from the bottom
-    std::vector<double> expected; ///< NaN where the formula leaves it open, as on the very edge of a disc
+    double largest; ///< NaN when a value is not a number where the formula gives one
+    int x, y, channel;
+    double drawn, expected;
+    int compared; ///< number of values that the formula gives
+    int pixels;
 };
 
-/// The channels of a pixel as a formula gives them; NaN leaves one open.
-using Values = std::valarray<double>;
-
-/// Sets pixels as they were drawn beside their formula.
-/// @param formula  values of the pixel in column x of row y, row 0 at the bottom; as many for each pixel
+/// Sets pixels beside their formula.
+/// @param formula  values of the pixel in column x of row y, row 0 at the bottom
 Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula);
 
 /// How far from its formula a value may be.
@@ -44,21 +56,10 @@ struct PictureCase {
     double slope = 0.0;
 };
 
-using PictureTable = std::vector<PictureCase>;
-
-/// The largest difference, and where it is.
-struct Difference {
-    double largest; ///< NaN when a value is not a number where the formula gives one
-    int x;
-    int y;
-    int channel;
-    int compared; ///< number of values that the formula gives
-};
-
-Difference difference(const Comparison& comparison);
-
 /// How far from its formula a picture may be on the driver of the current context.
 double toleranceHere(const PictureCase& picture);
+
+using PictureTable = std::vector<PictureCase>;
 
 PictureTable metaballPictures();
 PictureTable vectorPictures();
