@@ -217,7 +217,7 @@ char* appendString(const char* first, const char* second) {
         __android_log_print(ANDROID_LOG_ERROR, logTag, "Null string error in appendString\n");
         return nullptr;
     }
-    std::memcpy(joined, first, firstLength);
+    std::memcpy(joined, first, firstLength); // NOLINT(bugprone-not-null-terminated-result): the next line ends it
     std::memcpy(joined + firstLength, second, secondLength + 1);
     return joined;
 }

@@ -20,7 +20,7 @@ inline jlong toHandle(void* object) {
 
 template <typename Effect>
 Effect* fromHandle(jlong handle) {
-    return reinterpret_cast<Effect*>(static_cast<uintptr_t>(handle));
+    return reinterpret_cast<Effect*>(static_cast<uintptr_t>(handle)); // NOLINT(performance-no-int-to-ptr): see above
 }
 
 /// A handle to a new effect; 0 when there is no memory for it.

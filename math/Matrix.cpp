@@ -48,7 +48,7 @@ void Matrix::setIdentity() {
 }
 
 void Matrix::AppendTranslate(float x, float y, float z) {
-    Matrix translation;
+    Matrix translation = {};
     translation.setIdentity();
     translation.m[3] = x;
     translation.m[7] = y;
@@ -57,7 +57,7 @@ void Matrix::AppendTranslate(float x, float y, float z) {
 }
 
 void Matrix::AppendScale(float x, float y, float z) {
-    Matrix scale;
+    Matrix scale = {};
     scale.setIdentity();
     scale.m[0] = x;
     scale.m[5] = y;

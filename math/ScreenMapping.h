@@ -10,10 +10,10 @@ struct OrthoCamera {
     Vector3 eye;
     Vector3 at;
     Vector3 up;
-    float left;
-    float right;
-    float bottom;
-    float top;
+    float left = 0.0F;
+    float right = 0.0F;
+    float bottom = 0.0F;
+    float top = 0.0F;
 };
 
 /// The camera under which pixel (x, y, 0), origin top-left and y downwards, lands at normalised device coordinates

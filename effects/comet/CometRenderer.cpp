@@ -5,7 +5,6 @@
 #include "shaders/CometRenderer.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -136,9 +135,7 @@ float* newVertices() {
 
 } // namespace
 
-CometRenderer::CometRenderer()
-    : mScreenWidth(0.0F), mScreenHeight(0.0F), mTargetX(FLT_MAX), mTargetY(FLT_MAX), mTouchState(-1), mColumns(0),
-      mRows(0), mTriangleCount(0), mVertexCount(0), mVertices{}, mTexCoords(nullptr), mIndices(nullptr) {
+CometRenderer::CometRenderer() {
     ++mInstanceCount;
 }
 

@@ -4,6 +4,8 @@
 
 #include <GLES3/gl3.h>
 
+#include <cfloat>
+
 namespace tidalume {
 struct ProgramTable;
 }
@@ -99,21 +101,21 @@ class CometRenderer {
     float toPixelY(const Vector3& point) const;
     static float randomRange(float a, float b);
 
-    float mScreenWidth;
-    float mScreenHeight;
-    float mTargetX; ///< last touch in normalised device coordinates; FLT_MAX before the first
-    float mTargetY;
+    float mScreenWidth = 0.0F;
+    float mScreenHeight = 0.0F;
+    float mTargetX = FLT_MAX; ///< last touch in normalised device coordinates; FLT_MAX before the first
+    float mTargetY = FLT_MAX;
     Vector3 mControlPoints[2][3];     ///< per comet: start, touched point, end
     Vector3 mCurveCoefficients[2][3]; ///< per comet: D, E, F of the path D + E s + F s^2
     Vector3 mCores[2];
-    int mTouchState; ///< action of the last push; a launch turns 0 into 1
-    int mColumns;
-    int mRows;
-    int mTriangleCount;
-    int mVertexCount;
-    float* mVertices[4];
-    float* mTexCoords;
-    unsigned short* mIndices;
+    int mTouchState = -1; ///< action of the last push; a launch turns 0 into 1
+    int mColumns = 0;
+    int mRows = 0;
+    int mTriangleCount = 0;
+    int mVertexCount = 0;
+    float* mVertices[4] = {};
+    float* mTexCoords = nullptr;
+    unsigned short* mIndices = nullptr;
 
     static GLuint mProgramCoreOfComet;
     static GLint mCoreOfCometT0;

@@ -71,11 +71,7 @@ int toTexels(double length) {
 
 } // namespace
 
-Metaball2DRenderer::Metaball2DRenderer()
-    : mQuality(1.0F), mMargin(120.0F), mTexture(0), mFBONormal(0), mInitialized(false), mCut(0.1F),
-      // 1 / sqrt(1 - sqrt(0.1)): at this scale the outline of a lone ball lies at its radius.
-      mRadiusMultiplyFactor(1.2093284F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mScaledWidth(0),
-      mScaledHeight(0), mTextureWidth(0), mTextureHeight(0) {
+Metaball2DRenderer::Metaball2DRenderer() {
     ++mInstanceCount;
 }
 

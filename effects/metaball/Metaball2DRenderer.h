@@ -68,27 +68,29 @@ class Metaball2DRenderer {
   private:
     friend struct TestPeer;
 
-    float mQuality;
-    float mMargin; ///< border of the field around the screen, in pixels
-    GLuint mTexture;
-    GLuint mFBONormal;
-    bool mInitialized;
-    float mVertices[12];
-    float mTexcoords[8];
-    float mCut;                  ///< threshold of the field
-    float mRadiusMultiplyFactor; ///< from a ball's radius to half the size of its sprite
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    int mScaledWidth;
-    int mScaledHeight;
-    int mTextureWidth;
-    int mTextureHeight;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< screen pixels to the screen
-    Matrix mMatrixMetaballView;
-    Matrix mMatrixMetaballMVP; ///< screen pixels to the field texture
+    float mQuality = 1.0F;
+    float mMargin = 120.0F; ///< border of the field around the screen, in pixels
+    GLuint mTexture = 0;
+    GLuint mFBONormal = 0;
+    bool mInitialized = false;
+    float mVertices[12] = {};
+    float mTexcoords[8] = {};
+    float mCut = 0.1F; ///< threshold of the field
+    /// From a ball's radius to half the size of its sprite: 1 / sqrt(1 - sqrt(mCut)), at which the outline of a lone
+    /// ball lies at its radius.
+    float mRadiusMultiplyFactor = 1.2093284F;
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    int mScaledWidth = 0;
+    int mScaledHeight = 0;
+    int mTextureWidth = 0;
+    int mTextureHeight = 0;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< screen pixels to the screen
+    Matrix mMatrixMetaballView = {};
+    Matrix mMatrixMetaballMVP = {}; ///< screen pixels to the field texture
 
     static GLuint mProgramMetaball;
     static GLint mUniformMetaballQualityMultiplyFactor;

@@ -1,6 +1,5 @@
 #include "effects/metaball/MetaballRenderer.h"
 
-#include <cfloat>
 #include <cmath>
 #include <cstdlib>
 #include <new>
@@ -36,10 +35,7 @@ Vector2 randomDirection() {
 
 } // namespace
 
-MetaballRenderer::MetaballRenderer()
-    : mInitialized(false), mWidth(0), mHeight(0), mRadiusMin(10.0F), mRadiusRange(80.0F), mSpeedMin(20.0F),
-      mSpeedRange(55.0F), mEmitBase(0.15F), mEmitRange(0.1F), mCurrentX(FLT_MAX), mCurrentY(FLT_MAX), mPressX(FLT_MAX),
-      mPressY(FLT_MAX), mTouchState(none), mMaxParticles(65535), mMetaball2DRenderer(nullptr) {}
+MetaballRenderer::MetaballRenderer() = default;
 
 MetaballRenderer::~MetaballRenderer() {
     delete mMetaball2DRenderer;

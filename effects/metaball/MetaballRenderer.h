@@ -3,6 +3,8 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "effects/metaball/ParticleManager.h"
 
+#include <cfloat>
+
 /// Touch that turns into merging blobs: a press puts one blob under the finger, and while the finger drags, particles
 /// fly off in its direction from half way between the press and the finger, slow down and, after 200 frames, shrink.
 ///
@@ -60,23 +62,23 @@ class MetaballRenderer {
     void emitParticle(Vector2 origin, Vector2 direction);
     bool isFull();
 
-    bool mInitialized;
-    int mWidth;
-    int mHeight;
-    float mRadiusMin;
-    float mRadiusRange;
-    float mSpeedMin;
-    float mSpeedRange;
-    float mEmitBase; ///< mean number of particles per frame, and its random part
-    float mEmitRange;
-    float mCurrentX; ///< where the finger is; FLT_MAX before the first push
-    float mCurrentY;
-    float mPressX; ///< where the finger was put down; FLT_MAX before the first press
-    float mPressY;
-    int mTouchState; ///< -1 none yet, 0 pressed, 1 released, 2 emitting
-    unsigned int mMaxParticles;
+    bool mInitialized = false;
+    int mWidth = 0;
+    int mHeight = 0;
+    float mRadiusMin = 10.0F;
+    float mRadiusRange = 80.0F;
+    float mSpeedMin = 20.0F;
+    float mSpeedRange = 55.0F;
+    float mEmitBase = 0.15F; ///< mean number of particles per frame, and its random part
+    float mEmitRange = 0.1F;
+    float mCurrentX = FLT_MAX; ///< where the finger is; FLT_MAX before the first push
+    float mCurrentY = FLT_MAX;
+    float mPressX = FLT_MAX; ///< where the finger was put down; FLT_MAX before the first press
+    float mPressY = FLT_MAX;
+    int mTouchState = -1; ///< -1 none yet, 0 pressed, 1 released, 2 emitting
+    unsigned int mMaxParticles = 65535;
     ParticleManager mParticleManager;
-    Metaball2DRenderer* mMetaball2DRenderer;
+    Metaball2DRenderer* mMetaball2DRenderer = nullptr;
 };
 
 MetaballRenderer* createMetaballRenderer();

@@ -6,10 +6,10 @@
 
 /// One moving ball, which is at once one vertex of `Metaball2DRenderer::addMetaballs`: six floats without padding.
 struct Particle {
-    Vector2 position; ///< in pixels, origin top-left, y downwards
-    float radius;     ///< in pixels
-    float age;        ///< sum of the time steps it has gone through
-    Vector2 velocity; ///< in pixels per unit of time
+    Vector2 position;    ///< in pixels, origin top-left, y downwards
+    float radius = 0.0F; ///< in pixels
+    float age = 0.0F;    ///< sum of the time steps it has gone through
+    Vector2 velocity;    ///< in pixels per unit of time
 };
 
 /// The particles of a MetaballRenderer in the order in which they were added, and their motion.

@@ -105,10 +105,7 @@ void bindTexture(GLenum unit, GLuint texture) {
 
 } // namespace
 
-VectorGraphicRenderer::VectorGraphicRenderer()
-    : mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mBlendEquation(GL_FUNC_ADD), mBlendSrcRGB(GL_SRC_ALPHA),
-      mBlendDstRGB(GL_ONE_MINUS_SRC_ALPHA), mBlendSrcAlpha(GL_SRC_ALPHA),
-      mBlendDstAlpha(GL_ONE_MINUS_SRC_ALPHA), mBlendColor{0.0F, 0.0F, 0.0F, 1.0F} {
+VectorGraphicRenderer::VectorGraphicRenderer() {
     rotateTexture(0);
     ++mInstanceCount;
 }

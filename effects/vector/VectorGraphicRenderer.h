@@ -101,22 +101,22 @@ class VectorGraphicRenderer {
     void drawDisc(GLint vertices, float x, float y, float diameter);
     void drawRectangle(GLint vertices, GLint texcoords, float x, float y, float width, float height);
 
-    float mVertices[12];     ///< the surface as a quad
-    float mRectVertices[12]; ///< corners: lower-left, lower-right, upper-left, upper-right
-    float mRectTexcoords[8];
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP;     ///< pixels to the surface
-    float mPointVertex[3]; ///< a disc's centre in normalised device coordinates, and its diameter in pixels
-    GLenum mBlendEquation;
-    GLenum mBlendSrcRGB;
-    GLenum mBlendDstRGB;
-    GLenum mBlendSrcAlpha;
-    GLenum mBlendDstAlpha;
-    float mBlendColor[4];
+    float mVertices[12] = {};     ///< the surface as a quad
+    float mRectVertices[12] = {}; ///< corners: lower-left, lower-right, upper-left, upper-right
+    float mRectTexcoords[8] = {};
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {};     ///< pixels to the surface
+    float mPointVertex[3] = {}; ///< a disc's centre in normalised device coordinates, and its diameter in pixels
+    GLenum mBlendEquation = GL_FUNC_ADD;
+    GLenum mBlendSrcRGB = GL_SRC_ALPHA;
+    GLenum mBlendDstRGB = GL_ONE_MINUS_SRC_ALPHA;
+    GLenum mBlendSrcAlpha = GL_SRC_ALPHA;
+    GLenum mBlendDstAlpha = GL_ONE_MINUS_SRC_ALPHA;
+    float mBlendColor[4] = {0.0F, 0.0F, 0.0F, 1.0F};
 
     static GLuint mProgramGradientFill;
     static GLint mGradientFillMatrixMVP;

@@ -72,8 +72,7 @@ const tidalume::TargetDescription heightTarget = {
 
 } // namespace
 
-IntensityMapBuilder::IntensityMapBuilder()
-    : mTexture(0), mFBONormal(0), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F) {
+IntensityMapBuilder::IntensityMapBuilder() {
     ++mInstanceCount;
 }
 

@@ -76,15 +76,15 @@ class IntensityMapBuilder {
     void beginShape(GLuint program);
     void finishShape(GLint attribute);
 
-    GLuint mTexture;
-    GLuint mFBONormal;
-    float mVertices[12]; ///< the rectangle of the shape that was painted last
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< screen pixels to the texture
+    GLuint mTexture = 0;
+    GLuint mFBONormal = 0;
+    float mVertices[12] = {}; ///< the rectangle of the shape that was painted last
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
     static GLuint mProgramDropLine;
     static GLint mDropLineMatrixMVP;

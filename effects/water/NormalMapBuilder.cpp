@@ -43,8 +43,7 @@ const tidalume::TargetDescription normalTarget = {
 
 } // namespace
 
-NormalMapBuilder::NormalMapBuilder()
-    : mTextureNormal(0), mFBONormal(0), mHeightMax(100.0F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F) {
+NormalMapBuilder::NormalMapBuilder() {
     ++mInstanceCount;
 }
 

@@ -63,16 +63,16 @@ class NormalMapBuilder {
   private:
     friend struct TestPeer;
 
-    GLuint mTextureNormal;
-    GLuint mFBONormal;
-    float mVertices[12];
-    float mHeightMax;
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< screen pixels to the texture
+    GLuint mTextureNormal = 0;
+    GLuint mFBONormal = 0;
+    float mVertices[12] = {};
+    float mHeightMax = 100.0F;
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
     static GLuint mProgram;
     static GLint mUniformMatrixMVP;

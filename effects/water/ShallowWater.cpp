@@ -67,10 +67,7 @@ tidalume::ProgramTable ShallowWater::programs() {
     };
 }
 
-ShallowWater::ShallowWater()
-    : mProgramDrop(0), mProgramDropLine(0), mProgramUpdate(0), mTexturesWater{}, mFBOsWater{}, mStepRate(40.0F),
-      mCurrentBufferIndex(0), mTime(0.0F), mNextStepTime(0.0F), mWaveSpeed(2.0F), mGridSpacing(0.4F), mViscosity(0.05F),
-      mTimeStep(0.13F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F) {
+ShallowWater::ShallowWater() {
     updateParameters();
 }
 

@@ -86,27 +86,27 @@ class ShallowWater {
     void drawDrop(float* center, float radius, float strength);
     void step();
 
-    GLuint mProgramDrop;
-    GLuint mProgramDropLine;
-    GLuint mProgramUpdate;
-    GLuint mTexturesWater[3];
-    GLuint mFBOsWater[3]; ///< [i] has mTexturesWater[i] as its colour attachment
-    float mVertices[12];
-    float mStepRate;         ///< steps per unit of the time counter
-    float mTerm[3];          ///< weights of the newest state, of the one before, and of each neighbour
-    int mCurrentBufferIndex; ///< the newest state; the one before is two further on, the oldest one further on
-    float mTime;
-    float mNextStepTime;
-    float mWaveSpeed;
-    float mGridSpacing; ///< between neighbouring texels
-    float mViscosity;
-    float mTimeStep; ///< simulated time of a step
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< screen pixels to the texture
+    GLuint mProgramDrop = 0;
+    GLuint mProgramDropLine = 0;
+    GLuint mProgramUpdate = 0;
+    GLuint mTexturesWater[3] = {};
+    GLuint mFBOsWater[3] = {}; ///< [i] has mTexturesWater[i] as its colour attachment
+    float mVertices[12] = {};
+    float mStepRate = 40.0F;     ///< steps per unit of the time counter
+    float mTerm[3] = {};         ///< weights of the newest state, of the one before, and of each neighbour
+    int mCurrentBufferIndex = 0; ///< the newest state; the one before is two further on, the oldest one further on
+    float mTime = 0.0F;
+    float mNextStepTime = 0.0F;
+    float mWaveSpeed = 2.0F;
+    float mGridSpacing = 0.4F; ///< between neighbouring texels
+    float mViscosity = 0.05F;
+    float mTimeStep = 0.13F; ///< simulated time of a step
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 };
 
 ShallowWater* createShallowWater();

@@ -107,8 +107,7 @@ const tidalume::ProgramTable ShallowWaterIterative::mPrograms = {
     },
 };
 
-ShallowWaterIterative::ShallowWaterIterative()
-    : mTexturesWater{}, mFBOsWater{}, mIterationCount(8), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F) {
+ShallowWaterIterative::ShallowWaterIterative() {
     ++mInstanceCount;
 }
 

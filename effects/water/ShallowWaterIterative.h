@@ -94,16 +94,16 @@ class ShallowWaterIterative {
     void beginDisturbance(GLuint program);
     void finishDisturbance(GLint attribute);
 
-    GLuint mTexturesWater[2]; ///< [1] is the current state, [0] the target of the next pass
-    GLuint mFBOsWater[2];     ///< [i] has mTexturesWater[i] as its colour attachment
-    float mVertices[12];
-    int mIterationCount;
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< screen pixels to the texture
+    GLuint mTexturesWater[2] = {}; ///< [1] is the current state, [0] the target of the next pass
+    GLuint mFBOsWater[2] = {};     ///< [i] has mTexturesWater[i] as its colour attachment
+    float mVertices[12] = {};
+    int mIterationCount = 8;
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
     static GLuint mProgramDrop;
     static GLint mDropMatrixMVP;

@@ -49,10 +49,7 @@ const tidalume::ProgramTable ShallowWaterRenderer::mPrograms = {
     },
 };
 
-ShallowWaterRenderer::ShallowWaterRenderer()
-    : mDrawFrameBuffer(0), mTextureBG(0), mLight(-3.0F, 8.0F, 7.0F), mMaterialSpecular(0.0F), mMaterialShininess(50.0F),
-      mBGFlip(0.0F), mHeightMax(100.0F), mWidth(0), mHeight(0), mWidthF(0.0F), mHeightF(0.0F), mHalfWidthF(0.0F),
-      mHalfHeightF(0.0F) {
+ShallowWaterRenderer::ShallowWaterRenderer() : mLight(-3.0F, 8.0F, 7.0F) {
     mLight.normalize();
     ++mInstanceCount;
 }

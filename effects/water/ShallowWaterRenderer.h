@@ -73,23 +73,23 @@ class ShallowWaterRenderer {
   private:
     friend struct TestPeer;
 
-    GLuint mDrawFrameBuffer;
-    GLuint mTextureBG;
-    Vector3 mLight;          ///< unit direction towards the light
-    float mMaterialSpecular; ///< 0: without highlights
-    float mMaterialShininess;
-    float mBGFlip; ///< 1: mirrored, 0: not
-    float mVertices[12];
-    float mTexcoords[8];
-    float mHeightMax;
-    int mWidth;
-    int mHeight;
-    float mWidthF;
-    float mHeightF;
-    float mHalfWidthF;
-    float mHalfHeightF;
-    Matrix mMatrixView;
-    Matrix mMatrixMVP; ///< centred pixels to the screen
+    GLuint mDrawFrameBuffer = 0;
+    GLuint mTextureBG = 0;
+    Vector3 mLight;                 ///< unit direction towards the light
+    float mMaterialSpecular = 0.0F; ///< 0: without highlights
+    float mMaterialShininess = 50.0F;
+    float mBGFlip = 0.0F; ///< 1: mirrored, 0: not
+    float mVertices[12] = {};
+    float mTexcoords[8] = {};
+    float mHeightMax = 100.0F;
+    int mWidth = 0;
+    int mHeight = 0;
+    float mWidthF = 0.0F;
+    float mHeightF = 0.0F;
+    float mHalfWidthF = 0.0F;
+    float mHalfHeightF = 0.0F;
+    Matrix mMatrixView = {};
+    Matrix mMatrixMVP = {}; ///< centred pixels to the screen
 
     static GLuint mProgram;
     static GLint mUniformTextureNormal;
