@@ -51,6 +51,7 @@ std::vector<InstructionCount> readCounts(const std::string& folder) {
     }
     std::sort(parts.begin(), parts.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
     std::vector<InstructionCount> counts;
+    counts.reserve(parts.size());
     for (const auto& [part, count] : parts)
         counts.push_back(count);
     return counts;

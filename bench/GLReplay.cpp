@@ -41,6 +41,7 @@ using tidalume::bench::note;
 extern "C" {
 
 /// The driver's own function of this name.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name in decltype
 #define REAL(function) static const auto real = reinterpret_cast<decltype(&function)>(dlsym(RTLD_NEXT, #function))
 
 #define PASS_ON(result, function, parameters, arguments)                                                               \

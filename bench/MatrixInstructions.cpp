@@ -31,7 +31,7 @@ template <typename Result, typename Action>
 void countMatrix(const char* name, Action action) {
     section(name, [&] {
         for (int i = 0; i < repetitions; ++i) {
-            Result result;
+            Result result; // NOLINT(cppcoreguidelines-pro-type-member-init): zeroing it would be counted
             use(result);
             action(result);
             use(result);
@@ -57,15 +57,21 @@ GLM_CALL(glmPerspective, (glm::mat4 & m, float fovY, float aspect, float zn, flo
 } // namespace
 
 void callMatrices() {
-    Matrix a;
-    Matrix b;
+    Matrix a = {};
+    Matrix b = {};
     a.RotationY(30.0F);
     b.PerspectiveFovLH(1.0F, 0.5F, 1.0F, 100.0F);
     glm::mat4 glmA(1.0F);
     glm::mat4 glmB(2.0F);
-    glm::vec3 vectors[3] = {{1.0F, 2.0F, 3.0F}, {0.0F, 0.5F, 0.0F}, {0.0F, 1.0F, 0.0F}};
-    auto& [eye, at, up] = vectors;
-    const auto [l, r, bottom, t, zn, zf] = std::array<float, 6>{-1.0F, 2.0F, -3.0F, 4.0F, 0.5F, 10.0F};
+    glm::vec3 eye(1.0F, 2.0F, 3.0F);
+    glm::vec3 at(0.0F, 0.5F, 0.0F);
+    glm::vec3 up(0.0F, 1.0F, 0.0F);
+    const float l = -1.0F;
+    const float r = 2.0F;
+    const float bottom = -3.0F;
+    const float t = 4.0F;
+    const float zn = 0.5F;
+    const float zf = 10.0F;
 
     using glm::mat4;
     countMatrix<Matrix>("mul", [&](Matrix& m) { m.mul(&a, &b); });

@@ -36,6 +36,8 @@ class Stage {
     /// Resizes nothing: framebuffer 0 must be at least as large.
     Stage(int width, int height);
     ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
 
     void use(Form form);
 

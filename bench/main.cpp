@@ -66,9 +66,7 @@ void runBenchmarks(const Options& options) {
     std::cout << markdownTables(results);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     CLI::App app("Measures Tidalume against plain forms of the same effects.", "tidalume-bench");
     Options options;
     app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")->capture_default_str();
@@ -82,17 +80,23 @@ int main(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
 
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
+    if (options.matrices) {
+        callMatrices();
+    } else if (options.startUp) {
+        std::cout << timeInitCalls(options.programCache, options.acceptBinaries) << "\n";
+    } else {
+        runBenchmarks(options);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
     try {
-        if (options.matrices) {
-            callMatrices();
-        } else if (options.startUp) {
-            std::cout << timeInitCalls(options.programCache, options.acceptBinaries) << "\n";
-        } else {
-            runBenchmarks(options);
-        }
+        return run(argc, argv);
     } catch (const std::exception& error) {
         std::cerr << "tidalume-bench: " << error.what() << "\n";
         return 2;
     }
-    return 0;
 }

@@ -110,7 +110,7 @@ class Canvas {
         for (const Color& color : mColors) {
             for (const float channel : {color.red, color.green, color.blue}) {
                 // The square root serves as the display's gamma.
-                *out++ = static_cast<std::uint8_t>(std::sqrt(std::clamp(channel, 0.0F, 1.0F)) * 255.0F + 0.5F);
+                *out++ = static_cast<std::uint8_t>(std::lround(std::sqrt(std::clamp(channel, 0.0F, 1.0F)) * 255.0F));
             }
             *out++ = 255;
         }
@@ -251,7 +251,7 @@ void tint(Canvas& canvas, int width, int height, float unit, std::uint32_t salt)
 
 // Which source pixels, with which weights that sum to 1, make up one pixel of the result.
 struct Taps {
-    int first;
+    int first = 0;
     std::vector<float> weights;
 };
 
@@ -338,9 +338,9 @@ Picture coverFit(const Picture& picture, int width, int height) {
         for (int x = 0; x < width; ++x) {
             const Color& sum = sums[static_cast<std::size_t>(x)];
             std::uint8_t* pixel = result.pixel(x, y);
-            pixel[0] = static_cast<std::uint8_t>(sum.red + 0.5F);
-            pixel[1] = static_cast<std::uint8_t>(sum.green + 0.5F);
-            pixel[2] = static_cast<std::uint8_t>(sum.blue + 0.5F);
+            pixel[0] = static_cast<std::uint8_t>(std::lround(sum.red));
+            pixel[1] = static_cast<std::uint8_t>(std::lround(sum.green));
+            pixel[2] = static_cast<std::uint8_t>(std::lround(sum.blue));
             pixel[3] = 255;
         }
     }

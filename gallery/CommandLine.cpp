@@ -25,7 +25,7 @@ CLI::Validator sceneCheck() {
             std::any_of(table.begin(), table.end(), [&](const SceneEntry& entry) { return name == entry.name; });
         return known ? "" : "there is no scene \"" + name + "\"; the scenes are: " + sceneNames();
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 CLI::Validator sizeCheck(int& width, int& height) {
@@ -33,12 +33,11 @@ CLI::Validator sizeCheck(int& width, int& height) {
         const bool read = parseSize(text, width, height);
         return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, such as 540x960";
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 CLI::Validator namedCheck(const std::string& kind) {
-    return CLI::Validator([kind](const std::string& name) { return name.empty() ? "no " + kind + " is named" : ""; },
-                          "");
+    return {[kind](const std::string& name) { return name.empty() ? "no " + kind + " is named" : ""; }, ""};
 }
 
 bool parseSize(const std::string& text, int& width, int& height) {

@@ -11,9 +11,9 @@ enum class TouchAction { Down, Move, Up };
 
 /// One change of one finger or of the mouse.
 struct Touch {
-    float x; ///< in pixels from the left
-    float y; ///< in pixels from the top
-    TouchAction action;
+    float x = 0; ///< in pixels from the left
+    float y = 0; ///< in pixels from the top
+    TouchAction action = TouchAction::Down;
     int pointer = 0; ///< tells fingers apart; 0 to pointerCount - 1
 };
 

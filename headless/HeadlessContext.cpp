@@ -66,9 +66,9 @@ const char* glString(GLenum name) {
 
 } // namespace
 
-HeadlessContext::HeadlessContext(int width, int height) : mWidth(width), mHeight(height), mDisplay(sharedDisplay()) {
-    mConfig = chooseConfig(mDisplay);
-    mSurface = createSurface(width, height);
+HeadlessContext::HeadlessContext(int width, int height)
+    : mWidth(width), mHeight(height), mDisplay(sharedDisplay()), mConfig(chooseConfig(mDisplay)),
+      mSurface(createSurface(width, height)) {
     try {
         createContext();
     } catch (...) {

@@ -53,9 +53,9 @@ class HeadlessContext {
 
     int mWidth;
     int mHeight;
-    EGLDisplay mDisplay = EGL_NO_DISPLAY;
-    EGLConfig mConfig = nullptr;
-    EGLSurface mSurface = EGL_NO_SURFACE;
+    EGLDisplay mDisplay;
+    EGLConfig mConfig;
+    EGLSurface mSurface;
     EGLContext mContext = EGL_NO_CONTEXT;
 };
 

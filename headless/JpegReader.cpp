@@ -77,9 +77,8 @@ class Decoder {
 // EXIF numbers are stored in the byte order that the block names.
 class ExifBlock {
   public:
-    ExifBlock(const std::uint8_t* bytes, std::size_t size) : mBytes(bytes), mSize(size) {
-        mBigEndian = size > 0 && bytes[0] == 'M';
-    }
+    ExifBlock(const std::uint8_t* bytes, std::size_t size)
+        : mBytes(bytes), mSize(size), mBigEndian(size > 0 && bytes[0] == 'M') {}
 
     unsigned number(std::size_t offset, std::size_t length) const {
         if (offset > mSize || mSize - offset < length) return 0;

@@ -133,7 +133,7 @@ void writePng(const std::string& path, const Picture& picture) {
 }
 
 struct WebPAnimation::Encoder {
-    Encoder(int width, int height) : width(width), height(height), time(0) {
+    Encoder(int width, int height) : width(width), height(height) {
         if (!WebPAnimEncoderOptionsInit(&options) || !WebPConfigPreset(&config, WEBP_PRESET_PICTURE, 80)) {
             throw Error("libwebp is another version than the headers that this was built with");
         }
@@ -157,9 +157,9 @@ struct WebPAnimation::Encoder {
 
     int width;
     int height;
-    int time; // of the next frame's start, in milliseconds
-    WebPAnimEncoderOptions options;
-    WebPConfig config;
+    int time = 0; // of the next frame's start, in milliseconds
+    WebPAnimEncoderOptions options = {};
+    WebPConfig config = {};
     WebPAnimEncoder* encoder;
 };
 

@@ -23,6 +23,8 @@ class WebPAnimation {
     /// For frames of width x height pixels, up to 16,383 each. Throws Error where the encoder refuses.
     WebPAnimation(int width, int height);
     ~WebPAnimation();
+    WebPAnimation(const WebPAnimation&) = delete;
+    WebPAnimation& operator=(const WebPAnimation&) = delete;
 
     /// Adds a frame that is shown for that many milliseconds. Throws Error for a picture of another size.
     void add(const Picture& picture, int milliseconds);

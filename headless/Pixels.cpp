@@ -56,6 +56,8 @@ class KeptTextureBinding {
   public:
     KeptTextureBinding() { glGetIntegerv(GL_TEXTURE_BINDING_2D, &mName); }
     ~KeptTextureBinding() { glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(mName)); }
+    KeptTextureBinding(const KeptTextureBinding&) = delete;
+    KeptTextureBinding& operator=(const KeptTextureBinding&) = delete;
 
   private:
     GLint mName = 0;
@@ -72,6 +74,8 @@ class TemporaryFramebuffer {
         glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(mKept));
         glDeleteFramebuffers(1, &mName);
     }
+    TemporaryFramebuffer(const TemporaryFramebuffer&) = delete;
+    TemporaryFramebuffer& operator=(const TemporaryFramebuffer&) = delete;
 
   private:
     GLint mKept = 0;

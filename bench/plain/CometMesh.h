@@ -23,15 +23,15 @@ inline void computeTailMesh(const Vector3 (&path)[3], float screenWidth, float s
 
             const float halfWidth = 0.025F + u * (spread * t);
             const auto offset = static_cast<float>(halfWidth * (2.0 * v) - halfWidth);
-            const Vector3 point = evaluate(path, (1.0F - u) * t);
-            const Vector3 tangent = point - evaluate(path, (1.0F - before) * t);
+            const Vector3 onPath = evaluate(path, (1.0F - u) * t);
+            const Vector3 tangent = onPath - evaluate(path, (1.0F - before) * t);
             Vector3 normal(-tangent.y, tangent.x, 0.0F);
             normal.normalize();
             const float normalY = screenWidth * normal.y / screenHeight;
-            Vector3 place(point.x + offset * normal.x, point.y + offset * normalY, 0.0F);
+            Vector3 place(onPath.x + offset * normal.x, onPath.y + offset * normalY, 0.0F);
 
             if (column == static_cast<int>(columns * 0.1F)) {
-                const Vector3 mirrored(point.x - offset * normal.x, point.y - offset * normalY, 0.0F);
+                const Vector3 mirrored(onPath.x - offset * normal.x, onPath.y - offset * normalY, 0.0F);
                 cap[0] = place;
                 cap[2] = ((tip - place) + (mirrored - place) * -0.5F) / -0.25F;
                 cap[1] = (mirrored - place) - cap[2];

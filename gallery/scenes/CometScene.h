@@ -35,11 +35,11 @@ class CometScene : public Scene {
     };
 
     struct Spark {
-        float x, y;
-        float velocityX, velocityY;
-        float radius;
+        float x = 0, y = 0;
+        float velocityX = 0, velocityY = 0;
+        float radius = 0;
         float age = 1; // of its life: below 0 it is yet to appear, from 1 on it is gone
-        float brightness;
+        float brightness = 0;
     };
 
     void launch(float x, float y);
@@ -52,7 +52,7 @@ class CometScene : public Scene {
     void drawSparks();
 
     VectorGraphicRenderer mGraphics;
-    std::array<Star, 180> mStars;
+    std::array<Star, 180> mStars = {};
     std::array<Flight, 3> mFlights; // a new launch takes the oldest one's place
     std::size_t mNextFlight = 0;
     std::array<Spark, 400> mSparks = {};

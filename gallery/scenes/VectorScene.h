@@ -55,7 +55,7 @@ class VectorScene : public Scene {
     PictureTexture mBoat;
     PictureTexture mCoast;
     PictureTexture mMask;
-    std::array<Bubble, 14> mBubbles;
+    std::array<Bubble, 14> mBubbles = {};
     std::array<Finger, pointerCount> mFingers = {};
     float mScale = 1; // pixels per unit of the poster, which is 540 x 960
     float mLeft = 0;

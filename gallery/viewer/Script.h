@@ -26,9 +26,9 @@ struct Quit {};
 
 /// A touch of a script: by the mouse, or by a finger where the number of one is given.
 struct ScriptTouch {
-    float x; ///< in pixels from the left
-    float y; ///< in pixels from the top
-    TouchAction action;
+    float x = 0; ///< in pixels from the left
+    float y = 0; ///< in pixels from the top
+    TouchAction action = TouchAction::Down;
     std::optional<int> finger;
 };
 

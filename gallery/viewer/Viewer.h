@@ -42,7 +42,7 @@ class Viewer {
     std::vector<ScriptEvent> mScript;
     Picture mChosen; // background; empty for pebbles
     Window mWindow;
-    std::size_t mScene;
+    std::size_t mScene = 0;
     std::uint32_t mSeed = 1;
     std::unique_ptr<Player> mPlayer;
     SDL_Point mSize = {}; // that the scene was set up for

@@ -19,7 +19,7 @@ using namespace tidalume::headless;
 namespace {
 
 HeadlessContext* contextOf(jlong handle) {
-    return reinterpret_cast<HeadlessContext*>(handle);
+    return reinterpret_cast<HeadlessContext*>(handle); // NOLINT(performance-no-int-to-ptr): a handle is an address
 }
 
 void throwJava(JNIEnv* env, const char* className, const char* message) {
