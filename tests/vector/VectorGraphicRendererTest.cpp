@@ -17,23 +17,17 @@ class VectorGraphicRendererTest : public GLTest {
     float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
     float other[4] = {0.0F, 0.5F, 0.0F, 0.5F};
 
-    void makeReady() {
-        graphics.init();
-        graphics.setScreenSize(width, height);
-    }
-
-    std::vector<std::function<void()>> drawingCalls() {
-        return {[&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
-                [&] { graphics.renderCircle(40.0F, 30.0F, 12.0F, color); },
-                [&] { graphics.renderBitmapCircle(40.0F, 30.0F, 12.0F, color, 7); },
-                [&] { graphics.renderBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7); },
-                [&] { graphics.renderRotatedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 3); },
-                [&] { graphics.renderAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 8); },
-                [&] { graphics.renderRotatedAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 5, 8); }};
-    }
+    const std::function<void()> drawingCalls[7] = {
+        [&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
+        [&] { graphics.renderCircle(40.0F, 30.0F, 12.0F, color); },
+        [&] { graphics.renderBitmapCircle(40.0F, 30.0F, 12.0F, color, 7); },
+        [&] { graphics.renderBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7); },
+        [&] { graphics.renderRotatedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 3); },
+        [&] { graphics.renderAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 8); },
+        [&] { graphics.renderRotatedAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 5, 8); }};
 };
 
-TEST_F(VectorGraphicRendererTest, BuildsItsProgramsInOrder) {
+TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
     const std::string found = glRecorder().sequence([&] { graphics.init(); }, {"Location", "checkGLError create"});
     EXPECT_EQ(std::regex_replace(found, std::regex("glGet\\w+Location |checkGLError "), ""),
               calls(R"(createProgram mProgramGradientFill
@@ -42,14 +36,7 @@ TEST_F(VectorGraphicRendererTest, BuildsItsProgramsInOrder) {
         createProgram mProgramAlphaMaskedBitmap; matrixMVP; textureBitmap; textureMask; vertices; texcoords
         createProgram mProgramCircle; color; vertices
         createProgram mProgramBitmapCircle; bitmap; color; size; vertices)"));
-    graphics.GLContextDestroyed();
-    EXPECT_EQ(TestPeer::mProgramBitmapCircle(graphics), 0U);
-    EXPECT_EQ(TestPeer::mBitmapCircleVertices(graphics), -1);
-    context.recreate();
-}
 
-TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
-    makeReady();
     const std::string gradient = R"(glUseProgram 1; glUniformMatrix4fv matrixMVP 1; glUniform2f referencePosition 40 30
         glUniform1f gradientBegin 5; glUniform4fv gradientBeginColor 1 0.5 0.25 1
         glUniform1f gradientEnd 25.5; glUniform4fv gradientEndColor 0 0.5 0 0.5
@@ -68,22 +55,21 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
         glEnableVertexAttribArray vertices; glEnableVertexAttribArray texcoords; glDrawArrays TRIANGLE_STRIP 0 4
         glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices;)";
     const std::string rectangle = "glUseProgram 2;" + bitmap + quad;
-    const std::string masked = "glUseProgram 3;" + bitmap +
-                               "glUniform1i textureMask 1; glActiveTexture TEXTURE1; glBindTexture TEXTURE_2D 8;" +
-                               quad +
-                               "glBindTexture TEXTURE_2D 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 0;";
-    const std::vector<std::string> steps = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
+    const std::string masked = "glUseProgram 3;" + bitmap + R"(
+        glUniform1i textureMask 1; glActiveTexture TEXTURE1; glBindTexture TEXTURE_2D 8;)" +
+                               quad + R"(
+        glBindTexture TEXTURE_2D 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 0;)";
+    const std::string steps[7] = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
     const auto expectDraws = [&](const std::string& blend) {
-        const auto draws = drawingCalls();
-        for (size_t i = 0; i < draws.size(); ++i) {
-            EXPECT_EQ(glRecorder().sequence(draws[i]), calls("glViewport 0 0 97 61; glEnable BLEND;" + blend +
-                                                             steps[i] + "glUseProgram 0; glDisable BLEND"));
+        for (size_t i = 0; i < 7; ++i) {
+            EXPECT_EQ(glRecorder().sequence(drawingCalls[i]), calls("glViewport 0 0 97 61; glEnable BLEND;" + blend +
+                                                                    steps[i] + "glUseProgram 0; glDisable BLEND"));
         }
     };
+    graphics.setScreenSize(width, height);
     expectDraws(R"(glBlendEquation FUNC_ADD
         glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA
         glBlendColor 0 0 0 1; glDisable DEPTH_TEST;)");
-
     EXPECT_THAT(glRecorder().record([&] {
         graphics.setBlendEquation(GL_MAX);
         graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
@@ -99,37 +85,27 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
 }
 
 TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
-    const auto expectNothing = [&] {
-        for (const auto& draw : drawingCalls())
-            EXPECT_THAT(glRecorder().record(draw), IsEmpty());
-    };
     graphics.init();
-    expectNothing();
-    for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}}) {
+    for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}, {97, 61}}) {
+        for (const auto& draw : drawingCalls)
+            EXPECT_THAT(glRecorder().record(draw), IsEmpty());
         graphics.setScreenSize(w, h);
-        expectNothing();
     }
-    graphics.setScreenSize(width, height);
     graphics.GLContextDestroyed();
     context.recreate();
     graphics.init();
-    EXPECT_FALSE(glRecorder().record(drawingCalls()[0]).empty()) << "the size outlives the context";
+    EXPECT_FALSE(glRecorder().record(drawingCalls[0]).empty()) << "the size outlives the context";
 }
 
 TEST_F(VectorGraphicRendererTest, RotationLastsForOneDraw) {
     const auto unrotated = ElementsAre(0, 0, 1, 0, 0, 1, 1, 1);
-    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated) << "from the start";
-    makeReady();
-    graphics.rotateTexture(1);
-    graphics.rotateTexture(6);
-    graphics.rotateTexture(-1);
-    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), ElementsAre(1, 0, 1, 1, 0, 0, 0, 1)) << "unknown codes keep it";
+    const auto& texcoords = TestPeer::mRectTexcoords(graphics);
+    EXPECT_THAT(texcoords, unrotated) << "from the start";
+    for (const int code : {1, 6, -1})
+        graphics.rotateTexture(code);
+    EXPECT_THAT(texcoords, ElementsAre(1, 0, 1, 1, 0, 0, 0, 1)) << "unknown codes keep it";
     graphics.init();
-    EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated);
-    for (const size_t rotatedCall : {4U, 6U}) {
-        drawingCalls()[rotatedCall]();
-        EXPECT_THAT(TestPeer::mRectTexcoords(graphics), unrotated) << rotatedCall;
-    }
+    EXPECT_THAT(texcoords, unrotated);
 }
 
 /// The quotient is in single precision: one in double precision gives other bits at these points.
