@@ -3,11 +3,12 @@ import static org.junit.Assert.*;
 
 import com.vyn.effect.tidalume.*;
 import com.vyn.effect.tidalume.headless.HeadlessContext;
-import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Arrays;
+import java.util.function.Consumer;
 import java.util.function.Supplier;
+import java.util.stream.IntStream;
 import org.junit.After;
 import org.junit.Before;
 import org.junit.Test;
@@ -40,13 +41,14 @@ public final class PictureTest {
     }
 
     /** Draws, and draws again after each of two losses of the context. */
-    private void drawInThreeContexts(Runnable draw, Runnable contextDestroyed) {
+    private <E extends AutoCloseable> void drawInThreeContexts(E effect, Consumer<E> draw) throws Exception {
         for (int loss = 0; loss < 3; loss++) {
-            draw.run();
-            contextDestroyed.run();
+            draw.accept(effect);
+            effect.getClass().getMethod("GLContextDestroyed").invoke(effect);
             context.recreate();
             context.clear(0, 0, 0, 1);
         }
+        effect.close();
     }
 
     /** Red, green, blue, alpha of a picture of the screen's size at a pixel counted from the top-left corner. */
@@ -59,125 +61,20 @@ public final class PictureTest {
         assertArrayEquals(expected, pixel(context.readFramebuffer(), x, y), 1.01f / 255);
     }
 
-    private float height(int texture, int x, int y) {
-        return pixel(context.readTexture(texture, WIDTH, HEIGHT), x, y)[0];
-    }
-
-    private void assertHeight(float expected, int texture, int x, int y) {
-        assertEquals(expected, height(texture, x, y), HALF_FLOAT_STEP);
-    }
-
-    private int litPixels() {
-        final float[] picture = context.readFramebuffer();
-        int lit = 0;
-        for (int i = 0; i < picture.length; i += 4) {
-            lit += picture[i] > 0.02f ? 1 : 0;
-        }
-        return lit;
-    }
-
-    @Test
-    public void metaballs() {
-        try (Metaball2DRenderer metaballs = new Metaball2DRenderer()) {
-            drawInThreeContexts(() -> {
-                assertEquals(0, metaballs.getTexture());
-                metaballs.init(1);
-                metaballs.setScreenSize(WIDTH, HEIGHT);
-                metaballs.addMetaballs(new float[] {30, 20, 12, 0, 0, 0, 70, 40, 8, 0}, 2);
-                metaballs.render(new float[] {1, 0.5f, 0.25f, 1});
-                assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 30, 30);
-                assertPixel(BLACK, 30, 34);
-                assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 70, 46);
-                assertPixel(BLACK, 70, 20);
-                assertNotEquals(0, metaballs.getTexture());
-            }, metaballs::GLContextDestroyed);
-        }
-    }
-
-    @Test
-    public void settingsReachTheProgramCache() throws IOException {
-        final Path folder = Files.createTempDirectory("tidalume");
-        for (String directory : new String[] {"", folder + "/", "/" + "x".repeat(1023), null}) {
-            GlobalProperty.setROOTDIR(directory);
-        }
-        GlobalProperty.setBINARYSHADER(true);
-        GlobalProperty.setDEBUGLOG(true);
-        try (Metaball2DRenderer metaballs = new Metaball2DRenderer()) {
-            metaballs.init(1);
-        } finally {
-            GlobalProperty.setBINARYSHADER(false);
-            GlobalProperty.setDEBUGLOG(false);
-        }
-        for (String program : new String[] {"Metaball", "Draw"}) {
-            Files.delete(folder.resolve("Metaball2DRendererProgram" + program + ".dat"));
-        }
-        Files.delete(folder);
-    }
-
-    @Test
-    public void particles() {
-        try (MetaballRenderer particles = new MetaballRenderer()) {
-            drawInThreeContexts(() -> {
-                particles.init(1);
-                particles.setScreenSize(WIDTH, HEIGHT);
-                particles.push(30, 20, MetaballRenderer.ACTION_PRESS);
-                particles.render(10, 12.5f);
-                assertPixel(WHITE, 30, 28);
-                assertPixel(BLACK, 30, 32);
-
-                // A blob of radius 10 covers 314 pixels; some 20 particles of up to radius 90 cover far more.
-                particles.push(32, 20, MetaballRenderer.ACTION_STREAM);
-                for (int frame = 0; frame < 100; frame++) {
-                    particles.render(10, 12.5f);
-                }
-                assertTrue(litPixels() + " pixels", litPixels() > 700);
-                particles.push(32, 20, MetaballRenderer.ACTION_RELEASE);
-                for (int frame = 0; frame < 400; frame++) {
-                    context.clear(0, 0, 0, 1);
-                    particles.render(10, 12.5f);
-                }
-                assertTrue("particles shrink and leave: " + litPixels(), litPixels() < 330);
-            }, particles::GLContextDestroyed);
-        }
-    }
-
-    /** How close a comet comes to (60, 20) between two times. */
-    private static double closest(CometRenderer comets, double from, double to, Supplier<Float> x, Supplier<Float> y) {
-        double closest = 1000;
-        for (double t = from; t < to; t += 0.0004) {
-            comets.render(t);
-            closest = Math.min(closest, Math.hypot(x.get() - 60, y.get() - 20));
-        }
-        return closest;
-    }
-
-    @Test
-    public void comets() {
-        try (CometRenderer comets = new CometRenderer()) {
-            drawInThreeContexts(() -> {
-                comets.init();
-                comets.setScreenSize(WIDTH, HEIGHT);
-                comets.push(10, 50, CometRenderer.ACTION_HIDE);
-                comets.render(0.5);
-                assertEquals("hidden", 0, litPixels());
-
-                comets.push(60, 20, CometRenderer.ACTION_LAUNCH);
-                comets.render(0.5);
-                comets.push(10, 50, CometRenderer.ACTION_CONTINUE);
-                // The first comet reaches the point between 1/1.5 and 1/1.4, the second between 1/1.8 and 1/1.7.
-                assertEquals(0, closest(comets, 0.55, 0.6, comets::getCore2X, comets::getCore2Y), 0.1);
-                assertEquals(0, closest(comets, 0.66, 0.72, comets::getCore1X, comets::getCore1Y), 0.1);
-                assertTrue(litPixels() > 20);
-            }, comets::GLContextDestroyed);
-        }
-    }
-
-    /** The colours in the four quarters of the screen. */
     private void assertQuarters(float[] lowerLeft, float[] lowerRight, float[] upperLeft, float[] upperRight) {
         assertPixel(lowerLeft, 20, 50);
         assertPixel(lowerRight, 80, 50);
         assertPixel(upperLeft, 20, 10);
         assertPixel(upperRight, 80, 10);
+    }
+
+    private float height(int texture, int x, int y) {
+        return pixel(context.readTexture(texture, WIDTH, HEIGHT), x, y)[0];
+    }
+
+    private long litPixels() {
+        final float[] picture = context.readFramebuffer();
+        return IntStream.range(0, WIDTH * HEIGHT).filter(i -> picture[4 * i] > 0.02f).count();
     }
 
     /** Red and green below blue and white, with sharp edges. */
@@ -191,38 +88,120 @@ public final class PictureTest {
     }
 
     @Test
-    public void vectorGraphics() {
-        try (VectorGraphicRenderer graphics = new VectorGraphicRenderer()) {
-            drawInThreeContexts(() -> {
-                graphics.init();
-                graphics.setScreenSize(WIDTH, HEIGHT);
-                final int quarters = createQuarters();
-                // Red 0 on the left half, 1 on the right half; the other channels must not matter.
-                final float[] halves = {0, 1, 1, 1, 1, 0, 0, 0};
-                final int mask = context.createTexture(HeadlessContext.GL_RGBA8, 2, 1, halves);
+    public void metaballs() throws Exception {
+        drawInThreeContexts(new Metaball2DRenderer(), metaballs -> {
+            assertEquals(0, metaballs.getTexture());
+            metaballs.init(1);
+            metaballs.setScreenSize(WIDTH, HEIGHT);
+            metaballs.addMetaballs(new float[] {30, 20, 12, 0, 0, 0, 70, 40, 8, 0}, 2);
+            metaballs.render(new float[] {1, 0.5f, 0.25f, 1});
+            assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 30, 30);
+            assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 70, 46);
+            assertPixel(BLACK, 30, 34);
+            assertNotEquals(0, metaballs.getTexture());
+        });
+    }
 
-                graphics.renderRadialGradient(48.5f, 30.5f, 10, RED, 10, BLUE);
-                assertPixel(RED, 48, 22);
-                assertPixel(BLUE, 48, 18);
-                graphics.renderBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters);
-                assertQuarters(RED, GREEN, BLUE, WHITE);
-                graphics.renderCircle(20, 10, 8, GREEN);
-                assertPixel(GREEN, 20, 16);
-                assertPixel(BLUE, 20, 20);
-                graphics.renderBitmapCircle(20, 10, 8, new float[] {0, 0, 0, 0.5f}, quarters);
-                assertPixel(new float[] {0, 0.5f, 0.5f, 0.75f}, 20, 12);
-                assertPixel(GREEN, 20, 15);
-                graphics.renderRotatedBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters, ROTATION_CLOCKWISE);
-                assertQuarters(GREEN, WHITE, RED, BLUE);
-                context.clear(0, 0, 0, 1);
-                graphics.renderAlphaMaskedBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters, mask);
-                assertQuarters(BLACK, GREEN, BLACK, WHITE);
-                context.clear(0, 0, 0, 1);
-                graphics.renderRotatedAlphaMaskedBitmapRectangle(
-                        0, 0, WIDTH, HEIGHT, quarters, ROTATION_FLIP_HORIZONTAL, mask);
-                assertQuarters(BLACK, RED, BLACK, BLUE);
-            }, graphics::GLContextDestroyed);
+    @Test
+    public void settingsReachTheProgramCache() throws Exception {
+        final Path folder = Files.createTempDirectory("tidalume");
+        for (String directory : new String[] {"", folder + "/", "/" + "x".repeat(1023), null}) {
+            GlobalProperty.setROOTDIR(directory);
         }
+        GlobalProperty.setBINARYSHADER(true);
+        GlobalProperty.setDEBUGLOG(true);
+        try (Metaball2DRenderer metaballs = new Metaball2DRenderer()) {
+            metaballs.init(1);
+        } finally {
+            GlobalProperty.setBINARYSHADER(false);
+            GlobalProperty.setDEBUGLOG(false);
+        }
+        Files.delete(folder.resolve("Metaball2DRendererProgramMetaball.dat"));
+        Files.delete(folder.resolve("Metaball2DRendererProgramDraw.dat"));
+        Files.delete(folder);
+    }
+
+    @Test
+    public void particles() throws Exception {
+        drawInThreeContexts(new MetaballRenderer(), particles -> {
+            particles.init(1);
+            particles.setScreenSize(WIDTH, HEIGHT);
+            particles.push(30, 20, MetaballRenderer.ACTION_PRESS);
+            particles.render(10, 12.5f);
+            assertPixel(WHITE, 30, 28);
+            assertPixel(BLACK, 30, 32);
+
+            // A blob of radius 10 covers 314 pixels; some 20 particles of up to radius 90 cover far more.
+            particles.push(32, 20, MetaballRenderer.ACTION_STREAM);
+            IntStream.range(0, 100).forEach(frame -> particles.render(10, 12.5f));
+            assertTrue(litPixels() > 700);
+            particles.push(32, 20, MetaballRenderer.ACTION_RELEASE);
+            IntStream.range(0, 400).forEach(frame -> particles.render(10, 12.5f));
+            context.clear(0, 0, 0, 1);
+            particles.render(10, 12.5f);
+            assertTrue("particles shrink and leave", litPixels() < 330);
+        });
+    }
+
+    /** How close a comet comes to (60, 20) between two times. */
+    private static double closest(CometRenderer comets, double from, double to, Supplier<Float> x, Supplier<Float> y) {
+        double closest = 1000;
+        for (double t = from; t < to; t += 0.0004) {
+            comets.render(t);
+            closest = Math.min(closest, Math.hypot(x.get() - 60, y.get() - 20));
+        }
+        return closest;
+    }
+
+    @Test
+    public void comets() throws Exception {
+        drawInThreeContexts(new CometRenderer(), comets -> {
+            comets.init();
+            comets.setScreenSize(WIDTH, HEIGHT);
+            comets.push(10, 50, CometRenderer.ACTION_HIDE);
+            comets.render(0.5);
+            assertEquals("hidden", 0, litPixels());
+
+            comets.push(60, 20, CometRenderer.ACTION_LAUNCH);
+            comets.render(0.5);
+            comets.push(10, 50, CometRenderer.ACTION_CONTINUE);
+            // The first comet reaches the point between 1/1.5 and 1/1.4, the second between 1/1.8 and 1/1.7.
+            assertEquals(0, closest(comets, 0.55, 0.6, comets::getCore2X, comets::getCore2Y), 0.1);
+            assertEquals(0, closest(comets, 0.66, 0.72, comets::getCore1X, comets::getCore1Y), 0.1);
+            assertTrue(litPixels() > 20);
+        });
+    }
+
+    @Test
+    public void vectorGraphics() throws Exception {
+        drawInThreeContexts(new VectorGraphicRenderer(), graphics -> {
+            graphics.init();
+            graphics.setScreenSize(WIDTH, HEIGHT);
+            final int quarters = createQuarters();
+            // Red 0 on the left half, 1 on the right half; the other channels must not matter.
+            final float[] halves = {0, 1, 1, 1, 1, 0, 0, 0};
+            final int mask = context.createTexture(HeadlessContext.GL_RGBA8, 2, 1, halves);
+
+            graphics.renderRadialGradient(48.5f, 30.5f, 10, RED, 10, BLUE);
+            assertPixel(RED, 48, 22);
+            assertPixel(BLUE, 48, 18);
+            graphics.renderBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters);
+            assertQuarters(RED, GREEN, BLUE, WHITE);
+            graphics.renderCircle(20, 10, 8, GREEN);
+            assertPixel(BLUE, 20, 20);
+            graphics.renderBitmapCircle(20, 10, 8, new float[] {0, 0, 0, 0.5f}, quarters);
+            assertPixel(new float[] {0, 0.5f, 0.5f, 0.75f}, 20, 12);
+            assertPixel(GREEN, 20, 15);
+            graphics.renderRotatedBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters, ROTATION_CLOCKWISE);
+            assertQuarters(GREEN, WHITE, RED, BLUE);
+            context.clear(0, 0, 0, 1);
+            graphics.renderAlphaMaskedBitmapRectangle(0, 0, WIDTH, HEIGHT, quarters, mask);
+            assertQuarters(BLACK, GREEN, BLACK, WHITE);
+            context.clear(0, 0, 0, 1);
+            graphics.renderRotatedAlphaMaskedBitmapRectangle(
+                    0, 0, WIDTH, HEIGHT, quarters, ROTATION_FLIP_HORIZONTAL, mask);
+            assertQuarters(BLACK, RED, BLACK, BLUE);
+        });
     }
 
     @Test
@@ -231,8 +210,6 @@ public final class PictureTest {
             graphics.init();
             graphics.setScreenSize(WIDTH, HEIGHT);
             context.clear(0.8f, 0.8f, 0.8f, 1);
-            graphics.renderCircle(20, 20, 10, new float[] {1, 1, 1, 0.5f});
-            assertPixel(new float[] {0.9f, 0.9f, 0.9f, 0.75f}, 20, 20);
             graphics.setBlendEquation(EQUATION_REVERSE_SUBTRACT);
             graphics.setBlendFunction(FACTOR_CONSTANT_COLOR, FACTOR_ONE, FACTOR_CONSTANT_ALPHA, FACTOR_ZERO);
             graphics.setBlendColor(0.2f, 0.4f, 0.6f, 0.9f);
@@ -242,119 +219,108 @@ public final class PictureTest {
     }
 
     @Test
-    public void heights() {
-        try (IntensityMapBuilder heights = new IntensityMapBuilder()) {
-            drawInThreeContexts(() -> {
-                assertEquals(0, heights.getTexture());
-                heights.init();
-                heights.setScreenSize(WIDTH, HEIGHT);
-                heights.addDropLine(A, B, 8, 0.5f, 1);
-                heights.addHorizontalWave(40, 6, 0.25f, 9, 1, 0);
-                assertHeight(0.5f, heights.getTexture(), 40, 10);
-                assertEquals("half the radius", 0.25f, height(heights.getTexture(), 40, 14), HALF_FLOAT_STEP);
-                assertEquals("a quarter of a period is downwards", 0.25f, height(heights.getTexture(), 24, 48), 0.02f);
-                assertEquals("three quarters are upwards", 0.25f, height(heights.getTexture(), 72, 30), 0.02f);
-                assertEquals(0, height(heights.getTexture(), 24, 30), 0);
-            }, heights::GLContextDestroyed);
-        }
+    public void heights() throws Exception {
+        drawInThreeContexts(new IntensityMapBuilder(), heights -> {
+            assertEquals(0, heights.getTexture());
+            heights.init();
+            heights.setScreenSize(WIDTH, HEIGHT);
+            heights.addDropLine(A, B, 8, 0.5f, 1);
+            heights.addHorizontalWave(40, 6, 0.25f, 9, 1, 0);
+            assertEquals(0.5f, height(heights.getTexture(), 40, 10), HALF_FLOAT_STEP);
+            assertEquals("a quarter of a period is downwards", 0.25f, height(heights.getTexture(), 24, 48), 0.02f);
+        });
     }
 
     @Test
-    public void ripples() {
-        try (ShallowWaterIterative water = new ShallowWaterIterative()) {
-            drawInThreeContexts(() -> {
-                assertEquals(0, water.getTexture());
-                water.init();
-                water.setScreenSize(WIDTH, HEIGHT);
-                water.addDrop(A, 8, 0.5f, 1);
-                assertHeight(0.5f, water.getTexture(), 20, 10);
-                assertHeight(0, water.getTexture(), 60, 10);
-                water.addDropLine(A, B, 8, 0.25f, 0.5f);
-                assertHeight(0.5f, water.getTexture(), 20, 10);
-                assertHeight(0.25f, water.getTexture(), 60, 10);
-                water.addHorizontalWave(40, 6, 0.25f, 9, 1, 0.5f);
-                assertHeight(0.125f, water.getTexture(), 60, 10);
-                assertEquals(0.25f, height(water.getTexture(), 24, 48), 0.02f);
-                final int before = water.getTexture();
-                water.setIterationCount(3);
-                water.update();
-                assertNotEquals("an odd number of passes", before, water.getTexture());
-                assertTrue("the ridge sinks", height(water.getTexture(), 24, 48) < 0.23f);
-            }, water::GLContextDestroyed);
-        }
+    public void ripples() throws Exception {
+        drawInThreeContexts(new ShallowWaterIterative(), water -> {
+            assertEquals(0, water.getTexture());
+            water.init();
+            water.setScreenSize(WIDTH, HEIGHT);
+            water.addDrop(A, 8, 0.5f, 1);
+            assertEquals(0.5f, height(water.getTexture(), 20, 10), HALF_FLOAT_STEP);
+            water.addDropLine(A, B, 8, 0.25f, 0.5f);
+            assertEquals(0.5f, height(water.getTexture(), 20, 10), HALF_FLOAT_STEP);
+            assertEquals(0.25f, height(water.getTexture(), 60, 10), HALF_FLOAT_STEP);
+            water.addHorizontalWave(40, 6, 0.25f, 9, 1, 0.5f);
+            assertEquals(0.125f, height(water.getTexture(), 60, 10), HALF_FLOAT_STEP);
+            assertEquals(0.25f, height(water.getTexture(), 24, 48), 0.02f);
+            final int before = water.getTexture();
+            water.setIterationCount(3);
+            water.update();
+            assertNotEquals("an odd number of passes", before, water.getTexture());
+            assertTrue("the ridge sinks", height(water.getTexture(), 24, 48) < 0.23f);
+        });
     }
 
     @Test
-    public void pond() {
+    public void pond() throws Exception {
         final float[] end = {0, 0.5f};
-        try (ShallowWater pond = new ShallowWater()) {
-            drawInThreeContexts(() -> {
-                assertEquals(0, pond.getTexture());
-                pond.init();
-                pond.setScreenSize(WIDTH, HEIGHT);
-                pond.addDrop(A, 16, 0.5f);
-                // The strength squared and half the radius, from the bottom.
-                assertHeight(0.25f, pond.getTexture(), 20, HEIGHT - 11);
-                assertHeight(0, pond.getTexture(), 20 + 8, HEIGHT - 11);
-                pond.addDropLine(end, end, 0.5f, 0.5f);
-                assertEquals(0.4f, height(pond.getTexture(), 48, 15), 0.01f);
-                // Two of five updates are steps. The state before was flat: the bump still rises.
-                for (int update = 0; update < 5; update++) {
-                    pond.update();
-                }
-                assertTrue(height(pond.getTexture(), 48, 15) > 0.6f);
-            }, pond::GLContextDestroyed);
-        }
+        drawInThreeContexts(new ShallowWater(), pond -> {
+            assertEquals(0, pond.getTexture());
+            pond.init();
+            pond.setScreenSize(WIDTH, HEIGHT);
+            pond.addDrop(A, 16, 0.5f);
+            // The strength squared and half the radius, from the bottom.
+            assertEquals(0.25f, height(pond.getTexture(), 20, HEIGHT - 11), HALF_FLOAT_STEP);
+            assertEquals(0, height(pond.getTexture(), 20 + 8, HEIGHT - 11), HALF_FLOAT_STEP);
+            pond.addDropLine(end, end, 0.5f, 0.5f);
+            assertEquals(0.4f, height(pond.getTexture(), 48, 15), 0.01f);
+            // Two of five updates are steps. The state before was flat: the bump still rises.
+            IntStream.range(0, 5).forEach(update -> pond.update());
+            assertTrue(height(pond.getTexture(), 48, 15) > 0.6f);
+        });
     }
 
     @Test
-    public void refraction() {
-        try (NormalMapBuilder normals = new NormalMapBuilder();
-                ShallowWaterRenderer renderer = new ShallowWaterRenderer()) {
-            drawInThreeContexts(() -> {
-                assertEquals(0, normals.getTexture());
-                normals.init();
-                renderer.init();
-                normals.setScreenSize(WIDTH, HEIGHT);
-                renderer.setScreenSize(WIDTH, HEIGHT);
-                renderer.setTexture(createQuarters());
-
-                // A slope of 1/64 per texel to the right, times 64.
-                final float[] slope = new float[WIDTH * HEIGHT];
-                for (int i = 0; i < slope.length; i++) {
-                    slope[i] = i % WIDTH / 64f;
-                }
-                final int heights = context.createTexture(HeadlessContext.GL_R16F, WIDTH, HEIGHT, slope);
-                normals.setHeightMax(64);
-                normals.build(heights);
-                assertArrayEquals(new float[] {0.146447f, 0.5f, 0.853553f, 1},
-                        pixel(context.readTexture(normals.getTexture(), WIDTH, HEIGHT), 40, 30), HALF_FLOAT_STEP);
-
-                renderer.setHeightMax(0);
-                renderer.setBGFlip(false);
-                renderer.render(heights, normals.getTexture());
-                assertQuarters(RED, GREEN, BLUE, WHITE);
-                renderer.setBGFlip(true);
-                renderer.render(heights, normals.getTexture());
-                assertQuarters(BLUE, WHITE, RED, GREEN);
-
-                // The slope along x moves the picture along y.
-                final float between = pixel(context.readFramebuffer(), 90, HEIGHT / 2)[0];
-                renderer.setHeightMax(40);
-                renderer.render(heights, normals.getTexture());
-                assertNotEquals(between, pixel(context.readFramebuffer(), 90, HEIGHT / 2)[0], 0.1f);
-
-                // The normal map's own framebuffer, the first of the context, instead of framebuffer 0.
-                context.clear(0, 0, 0, 1);
-                renderer.setDrawFrameBuffer(1);
-                renderer.render(heights, 0);
-                assertQuarters(BLACK, BLACK, BLACK, BLACK);
-                assertNotEquals(0.5f, height(normals.getTexture(), 5, 5), 0.1f);
-                renderer.setDrawFrameBuffer(0);
-            }, () -> {
-                normals.GLContextDestroyed();
-                renderer.GLContextDestroyed();
-            });
+    public void normals() throws Exception {
+        final float[] slope = new float[WIDTH * HEIGHT];
+        for (int i = 0; i < slope.length; i++) {
+            slope[i] = i % WIDTH / 64f;
         }
+        drawInThreeContexts(new NormalMapBuilder(), normals -> {
+            assertEquals(0, normals.getTexture());
+            normals.init();
+            normals.setScreenSize(WIDTH, HEIGHT);
+            normals.setHeightMax(64);
+            normals.build(context.createTexture(HeadlessContext.GL_R16F, WIDTH, HEIGHT, slope));
+            final float[] normal = pixel(context.readTexture(normals.getTexture(), WIDTH, HEIGHT), 40, 30);
+            assertArrayEquals(new float[] {0.146447f, 0.5f, 0.853553f, 1}, normal, HALF_FLOAT_STEP);
+        });
+    }
+
+    @Test
+    public void refraction() throws Exception {
+        drawInThreeContexts(new ShallowWaterRenderer(), renderer -> {
+            renderer.init();
+            renderer.setScreenSize(WIDTH, HEIGHT);
+            renderer.setTexture(createQuarters());
+            // A plane 133 pixels high that slopes by 1 along x, which moves the picture by 31 pixels along y.
+            final int height = context.createTexture(HeadlessContext.GL_R16F, 1, 1, new float[] {1});
+            final float[] tilted = {0.146447f, 0.5f, 0.853553f, 1};
+            final int normal = context.createTexture(HeadlessContext.GL_RGBA16F, 1, 1, tilted);
+            renderer.setHeightMax(0);
+            renderer.setBGFlip(false);
+            renderer.render(height, normal);
+            assertQuarters(RED, GREEN, BLUE, WHITE);
+            renderer.setBGFlip(true);
+            renderer.render(height, normal);
+            assertQuarters(BLUE, WHITE, RED, GREEN);
+            renderer.setHeightMax(133);
+            renderer.render(height, normal);
+            assertQuarters(RED, GREEN, RED, GREEN);
+            // The normal map's own framebuffer, the first of the context, instead of framebuffer 0.
+            try (NormalMapBuilder target = new NormalMapBuilder()) {
+                target.init();
+                target.setScreenSize(WIDTH, HEIGHT);
+                renderer.setDrawFrameBuffer(1);
+                renderer.setHeightMax(0);
+                renderer.render(height, normal);
+                assertQuarters(RED, GREEN, RED, GREEN);
+                assertEquals(0, height(target.getTexture(), 20, 50), HALF_FLOAT_STEP);
+                assertEquals(1, height(target.getTexture(), 20, 10), HALF_FLOAT_STEP);
+                renderer.setDrawFrameBuffer(0);
+            }
+        });
     }
 }
