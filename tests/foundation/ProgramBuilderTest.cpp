@@ -3,6 +3,7 @@
 #include "foundation/ProgramTable.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/LogCatalogue.h"
 
 #include <algorithm>
 #include <chrono>
@@ -12,15 +13,13 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
+#include <regex>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
+using namespace testing;
 
 constexpr char vertexSource[] = "#version 300 es\nvoid main() { gl_Position = vec4(0.0, 0.0, 0.0, 1.0); }";
 constexpr char fragmentSource[] =
@@ -31,29 +30,34 @@ constexpr char unlinkable[] =
 const LogLine rejected = {6, "EGLUtils", "in createProgram() link fail, so createProgram with text again"};
 const LogLine notOpened = {6, "EGLUtils", "in saveProgram() FILENAME fopen error"};
 const LogLine outOfMemory = {6, "EGLUtils", "in createProgram() malloc fail"};
+const LogLine noPath = {6, "EGLUtils", "Null string error in appendString\n"};
 
 class ProgramBuilderTest : public GLTest {
   protected:
-    ProgramBuilderTest() {
-        char name[] = "/tmp/tidalume-XXXXXX";
-        folder = mkdtemp(name);
-        std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", folder.c_str());
-    }
+    char folder[24] = "/tmp/tidalume-XXXXXX";
+    const std::string file = std::string(mkdtemp(folder)) + "/Program.dat";
+    size_t binaryLength = 0;
+
+    ProgramBuilderTest() { std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", folder); }
 
     void TearDown() override {
         std::filesystem::remove_all(folder);
-        EXPECT_EQ(liveObjects(), 0U) << "GL objects leaked";
+        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
         GLTest::TearDown();
     }
 
-    std::filesystem::path file() const { return folder / "Program.dat"; }
-
     std::string content() const {
-        std::ifstream stream(file(), std::ios::binary);
+        std::ifstream stream(file, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    void setContent(const std::string& bytes) const { std::ofstream(file(), std::ios::binary) << bytes; }
+    /// Without GL errors, which a rejected binary of a foreign format may raise, as the driver pleases.
+    std::vector<LogLine> takeLog() {
+        std::vector<LogLine> lines = log.take();
+        const auto isGLError = [](const LogLine& line) { return line.message.find("after gl") == 0; };
+        lines.erase(std::remove_if(lines.begin(), lines.end(), isGLError), lines.end());
+        return lines;
+    }
 
     /// Builds through the cache, checks that a usable program came out, and returns the log.
     std::vector<LogLine> build() {
@@ -63,20 +67,10 @@ class ProgramBuilderTest : public GLTest {
         EXPECT_EQ(linked, GL_TRUE);
         GLint length = 0;
         glGetProgramiv(program, GL_PROGRAM_BINARY_LENGTH, &length);
-        binaryLength = static_cast<size_t>(length);
+        binaryLength = length;
         glDeleteProgram(program);
-        return withoutGLErrors(log.take());
+        return takeLog();
     }
-
-    /// A rejected binary of a foreign format may raise a GL error too, as the driver pleases.
-    static std::vector<LogLine> withoutGLErrors(std::vector<LogLine> lines) {
-        const auto isGLError = [](const LogLine& line) { return line.message.find("after gl") == 0; };
-        lines.erase(std::remove_if(lines.begin(), lines.end(), isGLError), lines.end());
-        return lines;
-    }
-
-    std::filesystem::path folder;
-    size_t binaryLength = 0;
 };
 
 TEST_F(ProgramBuilderTest, ReportsWhatTheCompilerAndTheLinkerSay) {
@@ -87,24 +81,18 @@ TEST_F(ProgramBuilderTest, ReportsWhatTheCompilerAndTheLinkerSay) {
         {vertexSource, "#version 300 es\nvoid main() { fragment }", "Could not compile shader 35632:\n", "error"},
         {vertexSource, unlinkable, "Could not link program:\n", "absent"},
     };
-    for (const auto& failure : failures) {
-        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
-        const std::vector<LogLine> lines = log.take();
-        ASSERT_EQ(lines.size(), 1U);
-        EXPECT_EQ(lines[0].tag, "EGLUtils");
-        EXPECT_EQ(lines[0].priority, 6);
-        EXPECT_THAT(lines[0].message, AllOf(StartsWith(failure.firstLine), HasSubstr(failure.detail)));
-
+    for (const auto& [vertex, fragment, firstLine, detail] : failures) {
+        EXPECT_EQ(createProgram(vertex, fragment, "Program"), 0);
+        const auto message = Field(&LogLine::message, AllOf(StartsWith(firstLine), HasSubstr(detail)));
+        EXPECT_THAT(log.take(), ElementsAre(AllOf(ResultOf(isInCatalogue, true), message)));
         glRecorder().faults.infoLogIsEmpty = true;
-        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
-        EXPECT_THAT(log.take(), IsEmpty()) << "an empty log is not printed";
+        EXPECT_EQ(createProgram(vertex, fragment), 0) << "an empty log is not printed";
         glRecorder().faults.infoLogIsEmpty = false;
-
         failingMalloc(0);
-        EXPECT_EQ(createProgram(failure.vertex, failure.fragment), 0U);
+        EXPECT_EQ(createProgram(vertex, fragment), 0) << "no memory for the log";
         EXPECT_TRUE(failingMalloc(-1));
-        EXPECT_THAT(log.take(), IsEmpty()) << "no memory for the log";
     }
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << "a failed build is not saved";
 }
 
 /// What is called without a cache file, with one that the driver rejects, and with one that it accepts.
@@ -116,111 +104,89 @@ TEST_F(ProgramBuilderTest, CallsTheDriverInOrder) {
                                   "glGetProgramiv 0x8b82; ";
     const std::string save = "glGetProgramiv 0x8741; checkGLError glGetProgramiv; glGetProgramBinary; "
                              "checkGLError glGetProgramBinary; ";
-    const auto calls = [](const char* cacheName) {
-        std::string text;
+    const auto callsOf = [](const char* cacheName) {
         GLuint program = 0;
-        for (const std::string& call :
-             glRecorder().record([&] { program = createProgram(vertexSource, fragmentSource, cacheName); }))
-            text += (call.find("glDeleteProgram") == 0 ? "glDeleteProgram" : call) + "; ";
+        const auto text =
+            glRecorder().sequence([&] { program = createProgram(vertexSource, fragmentSource, cacheName); });
         glDeleteProgram(program);
-        return text;
+        return std::regex_replace(text, std::regex("DeleteProgram \\d+"), "DeleteProgram");
     };
-    EXPECT_EQ(calls(nullptr), textBuild);
+    EXPECT_EQ(callsOf(nullptr), calls(textBuild));
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "without a name no file is touched";
-    EXPECT_EQ(calls("Program"), textBuild + save);
-
+    EXPECT_EQ(callsOf("Program"), calls(textBuild + save));
     const std::string load = "glCreateProgram; glProgramBinary 0x8740 " + std::to_string(content().size()) +
                              "; checkGLError glProgramBinary; glGetProgramiv 0x8b82; ";
-    EXPECT_EQ(calls("Program"), load + "glDeleteProgram; " + textBuild + save);
-    EXPECT_THAT(withoutGLErrors(log.take()), ElementsAre(rejected));
+    EXPECT_EQ(callsOf("Program"), calls(load + "glDeleteProgram; " + textBuild + save));
+    EXPECT_THAT(takeLog(), ElementsAre(rejected));
     glRecorder().faults.acceptsProgramBinaries = true;
-    EXPECT_EQ(calls("Program"), load);
-}
-
-TEST_F(ProgramBuilderTest, SavesTheBinaryAndLoadsItWhereTheDriverAcceptsIt) {
-    EXPECT_THAT(build(), IsEmpty());
-    EXPECT_EQ(content().size(), binaryLength);
-    EXPECT_GT(binaryLength, 0U);
-
-    const auto written = std::filesystem::last_write_time(file());
-    glRecorder().faults.acceptsProgramBinaries = true;
-    EXPECT_THAT(build(), IsEmpty());
-    EXPECT_EQ(std::filesystem::last_write_time(file()), written) << "an accepted file is not written again";
+    EXPECT_EQ(callsOf("Program"), calls(load));
 }
 
 TEST_F(ProgramBuilderTest, BuildsFromTextWhenTheFileIsOfNoUse) {
-    build();
+    EXPECT_THAT(build(), IsEmpty());
     const std::string binary = content();
-    const std::string useless[] = {binary, "", binary.substr(0, binary.size() / 2), binary.substr(1),
-                                   std::string(5000, '\xA7')};
-    for (const std::string& bytes : useless) {
-        setContent(bytes);
+    for (const std::string& bytes : {binary, {}, binary.substr(0, 99), binary.substr(1), std::string(5000, '\xA7')}) {
+        std::ofstream(file, std::ios::binary) << bytes;
         EXPECT_THAT(build(), ElementsAre(rejected));
         EXPECT_EQ(content().size(), binaryLength) << "the file is usable again";
     }
 }
 
-TEST_F(ProgramBuilderTest, APathThatCannotBeAFileCostsOnlyTheCache) {
-    std::filesystem::create_directory(file());
-    EXPECT_THAT(build(), ElementsAre(notOpened)) << "a folder";
-    for (const mode_t kind : {S_IFIFO, S_IFSOCK}) {
-        std::filesystem::remove(file());
-        ASSERT_EQ(mknod(file().c_str(), kind | 0600, 0), 0);
-        EXPECT_THAT(build(), ElementsAre(notOpened)) << "a pipe or a socket, which must not block: " << kind;
+TEST_F(ProgramBuilderTest, WhatIsNoFileCostsOnlyTheCache) {
+    const struct {
+        const char* name;
+        int (*make)(const char* file);
+        LogLine says;
+    } obstacles[] = {
+        {"a folder", [](const char* file) { return mkdir(file, 0700); }, notOpened},
+        {"a pipe, which must not block", [](const char* file) { return mkfifo(file, 0600); }, notOpened},
+        {"a socket", [](const char* file) { return mknod(file, S_IFSOCK | 0600, 0); }, notOpened},
+        {"in a folder that is not there", [](const char* file) { return symlink("/absent/file", file); }, notOpened},
+        {"in an unwritable folder", [](const char* file) { return symlink("/proc/absent", file); }, notOpened},
+        // Read as an empty file, written without effect.
+        {"on a full disk", [](const char* file) { return symlink("/dev/full", file); }, rejected},
+    };
+    for (const auto& [name, make, says] : obstacles) {
+        std::filesystem::remove(file);
+        EXPECT_EQ(make(file.c_str()), 0) << name;
+        EXPECT_THAT(build(), ElementsAre(says)) << name;
     }
-    std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/absent/", folder.c_str());
-    EXPECT_THAT(build(), ElementsAre(notOpened)) << "a folder that is not there";
+    const GLuint program = createProgram(vertexSource, fragmentSource);
+    EXPECT_EQ(saveProgram(program, strdup(file.c_str()), nullptr), 0);
+    std::filesystem::remove(file);
+    EXPECT_EQ(saveProgram(program, strdup(file.c_str()), nullptr), program);
+    glDeleteProgram(program);
     std::memset(GlobalProperty::ROOT_DIR, 'x', sizeof(GlobalProperty::ROOT_DIR) - 1);
     EXPECT_THAT(build(), ElementsAre(notOpened)) << "a name that is too long";
-}
-
-TEST_F(ProgramBuilderTest, AFullDiskCostsOnlyTheCache) {
-    std::filesystem::create_symlink("/dev/full", file());
-    EXPECT_THAT(build(), ElementsAre(rejected)) << "read as an empty file, written without effect";
-    const GLuint program = createProgram(vertexSource, fragmentSource);
-    EXPECT_EQ(saveProgram(program, strdup(file().c_str()), nullptr), 0U);
-    EXPECT_EQ(saveProgram(program, strdup((folder / "Other.dat").c_str()), nullptr), program);
-    glDeleteProgram(program);
-}
-
-TEST_F(ProgramBuilderTest, AFailedBuildIsNotSaved) {
-    EXPECT_EQ(createProgram(vertexSource, unlinkable, "Program"), 0U);
-    EXPECT_FALSE(std::filesystem::exists(file()));
-    log.take();
 }
 
 /// The time is logged when the last program was among those built, from the first one that was.
 TEST_F(ProgramBuilderTest, LogsTheTimeOfTheProgramsThatWereMissing) {
     GlobalProperty::DEBUG_LOG = true;
-    GLuint ids[2] = {};
-    const tidalume::ProgramTable table = {
-        "Effect",
-        {{&ids[0], "First", "first", vertexSource, fragmentSource, {}, {}},
-         {&ids[1], "Last", "last", vertexSource, fragmentSource, {}, {}}},
-    };
-    for (const auto& [first, last] : {std::pair(0U, 0U), {0U, 7U}, {7U, 0U}, {7U, 7U}}) {
-        ids[0] = first;
-        ids[1] = last;
+    constexpr GLuint existing = 7;
+    for (const auto& [first, last] : {std::pair(0U, 0U), {0U, existing}, {existing, 0U}, {existing, existing}}) {
+        GLuint ids[2] = {first, last};
+        const tidalume::Program programs[2] = {{&ids[0], "First", "first", vertexSource, fragmentSource, {}, {}},
+                                               {&ids[1], "Last", "last", vertexSource, fragmentSource, {}, {}}};
         const auto start = std::chrono::steady_clock::now();
-        tidalume::buildPrograms(table);
+        tidalume::buildPrograms({"Effect", {programs[0], programs[1]}});
         const std::chrono::duration<double, std::milli> whole = std::chrono::steady_clock::now() - start;
-        EXPECT_EQ(glRecorder().live["program"].size(), size_t{first == 0} + size_t{last == 0});
+        EXPECT_THAT(glRecorder().live["program"], SizeIs((first == 0) + (last == 0)));
         const std::vector<LogLine> lines = log.take();
-        ASSERT_EQ(lines.size(), size_t{last == 0}) << first << " " << last;
+        ASSERT_THAT(lines, SizeIs(last == 0 ? 1 : 0));
         if (last == 0) {
-            EXPECT_EQ(lines[0].tag, "Effect");
-            const double logged = std::stod(lines[0].message.substr(std::string("Effect Shader Init : ").size()));
-            EXPECT_LE(logged, whole.count());
-            EXPECT_GT(logged, 0.1 * whole.count());
+            double logged = 0;
+            EXPECT_TRUE(isInCatalogue(lines[0]));
+            EXPECT_EQ(std::sscanf(lines[0].message.c_str(), "Effect Shader Init : %lf ms", &logged), 1);
+            EXPECT_THAT(logged, AllOf(Le(whole.count()), Gt(0.1 * whole.count())));
         }
-        for (const GLuint id : ids)
-            if (id != 7) glDeleteProgram(id);
+        for (const GLuint program : std::set(glRecorder().live["program"]))
+            glDeleteProgram(program);
     }
 }
 
 /// Lets the first, the second, ... allocation of a cached build fail, until none is left to fail.
 TEST_F(ProgramBuilderTest, EveryAllocationMayFail) {
-    const LogLine noPath = {6, "EGLUtils", "Null string error in appendString\n"};
     build();
     const std::pair<std::vector<LogLine>, bool> outcomes[] = {
         {{noPath}, true},                // first half of the path: text build without the cache
@@ -234,7 +200,7 @@ TEST_F(ProgramBuilderTest, EveryAllocationMayFail) {
         const GLuint program = createProgram(vertexSource, fragmentSource, "Program");
         EXPECT_TRUE(failingMalloc(-1)) << "allocation " << allocation << " was never asked for";
         EXPECT_EQ(program != 0, builds) << "allocation " << allocation;
-        EXPECT_EQ(withoutGLErrors(log.take()), lines) << "allocation " << allocation;
+        EXPECT_EQ(takeLog(), lines) << "allocation " << allocation;
         glDeleteProgram(program);
     }
     char* joined = appendString("ab", "cde");
