@@ -2,10 +2,12 @@
 
 #include "headless/Error.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <sstream>
+#include <unistd.h>
 #include <webp/demux.h>
 
 namespace tidalume::headless {
