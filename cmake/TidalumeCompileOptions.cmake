@@ -10,7 +10,10 @@ function(tidalume_options target)
   if(TIDALUME_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
-  if(TIDALUME_SANITIZE)
+  if(TIDALUME_SANITIZE STREQUAL "thread")
+    target_compile_options(${target} PRIVATE -fsanitize=thread)
+    target_link_options(${target} PUBLIC -fsanitize=thread)
+  elseif(TIDALUME_SANITIZE)
     # vptr checks need RTTI, which the library does without.
     target_compile_options(${target} PRIVATE
       -fsanitize=address,undefined,float-cast-overflow -fno-sanitize=vptr
