@@ -9,51 +9,23 @@
 
 namespace {
 
-/// The driver's own function of this name.
-template <typename Function>
-Function* real(const char* name) {
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
+/// The driver's own function.
+#define REAL(function) reinterpret_cast<decltype(&function)>(dlsym(RTLD_NEXT, #function))
 
+GLRecorder& recorder = glRecorder();
+
+// clang-format off
+#define NAMED(name) {GL_##name, #name}
 /// Enums that make a sequence readable; all others are printed in hexadecimal.
 const std::map<GLenum, const char*> enumNames = {
-    {GL_TEXTURE_2D, "TEXTURE_2D"},
-    {GL_FRAMEBUFFER, "FRAMEBUFFER"},
-    {GL_ARRAY_BUFFER, "ARRAY_BUFFER"},
-    {GL_BLEND, "BLEND"},
-    {GL_DEPTH_TEST, "DEPTH_TEST"},
-    {GL_TEXTURE0, "TEXTURE0"},
-    {GL_TEXTURE1, "TEXTURE1"},
-    {GL_TEXTURE2, "TEXTURE2"},
-    {GL_COLOR_ATTACHMENT0, "COLOR_ATTACHMENT0"},
-    {GL_COLOR_BUFFER_BIT, "COLOR_BUFFER_BIT"},
-    {GL_FUNC_ADD, "FUNC_ADD"},
-    {GL_SRC_ALPHA, "SRC_ALPHA"},
-    {GL_ONE_MINUS_SRC_ALPHA, "ONE_MINUS_SRC_ALPHA"},
-    {GL_SRC_COLOR, "SRC_COLOR"},
-    {GL_DST_COLOR, "DST_COLOR"},
-    {GL_TEXTURE_MIN_FILTER, "TEXTURE_MIN_FILTER"},
-    {GL_TEXTURE_MAG_FILTER, "TEXTURE_MAG_FILTER"},
-    {GL_TEXTURE_WRAP_S, "TEXTURE_WRAP_S"},
-    {GL_TEXTURE_WRAP_T, "TEXTURE_WRAP_T"},
-    {GL_LINEAR, "LINEAR"},
-    {GL_CLAMP_TO_EDGE, "CLAMP_TO_EDGE"},
-    {GL_MIRRORED_REPEAT, "MIRRORED_REPEAT"},
-    {GL_R16F, "R16F"},
-    {GL_RG16F, "RG16F"},
-    {GL_RGB16F, "RGB16F"},
-    {GL_RGBA16F, "RGBA16F"},
-    {GL_RED, "RED"},
-    {GL_RG, "RG"},
-    {GL_RGB, "RGB"},
-    {GL_RGBA, "RGBA"},
-    {GL_HALF_FLOAT, "HALF_FLOAT"},
-    {GL_FLOAT, "FLOAT"},
-    {GL_UNSIGNED_SHORT, "UNSIGNED_SHORT"},
-    {GL_MAX_TEXTURE_SIZE, "MAX_TEXTURE_SIZE"},
-    {GL_TRIANGLE_STRIP, "TRIANGLE_STRIP"},
-    {GL_TRIANGLES, "TRIANGLES"},
-};
+    NAMED(TEXTURE_2D), NAMED(FRAMEBUFFER), NAMED(ARRAY_BUFFER), NAMED(BLEND), NAMED(DEPTH_TEST), NAMED(TEXTURE0),
+    NAMED(TEXTURE1), NAMED(TEXTURE2), NAMED(COLOR_BUFFER_BIT), NAMED(FUNC_ADD), NAMED(SRC_ALPHA),
+    NAMED(ONE_MINUS_SRC_ALPHA), NAMED(SRC_COLOR), NAMED(DST_COLOR), NAMED(TEXTURE_MIN_FILTER),
+    NAMED(TEXTURE_MAG_FILTER), NAMED(TEXTURE_WRAP_S), NAMED(TEXTURE_WRAP_T), NAMED(LINEAR), NAMED(CLAMP_TO_EDGE),
+    NAMED(MIRRORED_REPEAT), NAMED(R16F), NAMED(RG16F), NAMED(RGB16F), NAMED(RGBA16F), NAMED(RED), NAMED(RG),
+    NAMED(RGB), NAMED(RGBA), NAMED(HALF_FLOAT), NAMED(FLOAT), NAMED(UNSIGNED_SHORT), NAMED(MAX_TEXTURE_SIZE),
+    NAMED(TRIANGLE_STRIP), NAMED(TRIANGLES)};
+// clang-format on
 
 std::string name(GLenum value) {
     const auto found = enumNames.find(value);
@@ -72,50 +44,41 @@ std::string text(const Arguments&... arguments) {
     return stream.str();
 }
 
-std::string floats(const GLfloat* values, int count) {
-    std::ostringstream stream;
+template <typename Value>
+std::string list(const Value* values, int count) {
+    std::string all;
     for (int i = 0; i < count; ++i)
-        stream << (i ? " " : "") << values[i];
-    return stream.str();
+        all += (i ? " " : "") + text(values[i]);
+    return all;
 }
 
-bool givesZero(const char* function) {
-    return glRecorder().faults.givesZero.count(function) != 0;
+/// The GLSL name of a uniform or attribute of the current program.
+std::string nameOf(const GLRecorder::Locations& names, GLint location) {
+    const auto found = names.find({recorder.currentProgram, location});
+    return found == names.end() ? text(location) : found->second;
 }
 
-void generate(const char* function, const char* kind, GLsizei n, GLuint* names) {
-    if (givesZero(function)) {
-        for (GLsizei i = 0; i < n; ++i)
-            names[i] = 0;
-    } else {
-        real<void(GLsizei, GLuint*)>(function)(n, names);
-    }
-    for (GLsizei i = 0; i < n; ++i) {
-        if (names[i]) glRecorder().live[kind].insert(names[i]);
-    }
-    glRecorder().call(function, text(n));
+std::string uniform(GLint location) {
+    return nameOf(recorder.uniforms, location);
 }
 
-void destroy(const char* function, const char* kind, GLsizei n, const GLuint* names) {
-    for (GLsizei i = 0; i < n; ++i)
-        glRecorder().live[kind].erase(names[i]);
-    std::ostringstream list;
-    list << n;
-    for (GLsizei i = 0; i < n; ++i)
-        list << " " << names[i];
-    glRecorder().call(function, list.str());
-    real<void(GLsizei, const GLuint*)>(function)(n, names);
+std::string attribute(GLuint location) {
+    return nameOf(recorder.attributes, static_cast<GLint>(location));
 }
 
-/// The info log of an injected failure.
-constexpr char refusal[] = "refused";
+/// Remembers a value that is passed on.
+template <typename Value>
+Value kept(Value& place, Value value) {
+    return place = value;
+}
 
 /// Turns what the driver says about a shader or program into a failure, or its info log into none.
+constexpr char refusal[] = "refused";
 void refuse(bool fails, GLenum parameter, GLenum status, GLint* value) {
     if (fails && parameter == status) *value = GL_FALSE;
     if (parameter != GL_INFO_LOG_LENGTH) return;
     if (fails) *value = sizeof(refusal);
-    if (glRecorder().faults.infoLogIsEmpty) *value = 0;
+    if (recorder.faults.infoLogIsEmpty) *value = 0;
 }
 
 /// The shader for a driver whose points are single pixels.
@@ -126,18 +89,32 @@ std::string withSinglePixelPoints(const std::string& source) {
 /// Describes an attribute array, and remembers array 0.
 std::string array(GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer) {
     if (index == 0) {
-        glRecorder().array0 = static_cast<const float*>(pointer);
-        glRecorder().stride0 = stride / static_cast<GLsizei>(sizeof(float));
+        recorder.array0 = static_cast<const float*>(pointer);
+        recorder.stride0 = stride / static_cast<GLsizei>(sizeof(float));
     }
-    return text(glRecorder().attribute(index), size, name(type), static_cast<int>(normalized), stride);
+    return text(attribute(index), size, name(type), static_cast<int>(normalized), stride);
 }
 
 /// Describes a draw, and keeps its points.
 std::string drawing(GLenum mode, GLint first, GLsizei count) {
-    GLRecorder& recorder = glRecorder();
     if (mode != GL_POINTS) return text(name(mode), first, count);
     recorder.points.insert(recorder.points.end(), recorder.array0, recorder.array0 + count * recorder.stride0);
     return text("POINTS", first, count);
+}
+
+/// Notes new objects, or none where the driver is to give none.
+void created(const char* function, const char* kind, GLsizei n, GLuint* names) {
+    for (GLsizei i = 0; i < n; ++i) {
+        if (recorder.faults.givesZero.count(function)) names[i] = 0;
+        if (names[i]) recorder.live[kind].insert(names[i]);
+    }
+}
+
+/// Notes objects that are deleted, and lists them.
+std::string deleted(const char* kind, GLsizei n, const GLuint* names) {
+    for (GLsizei i = 0; i < n; ++i)
+        recorder.live[kind].erase(names[i]);
+    return list(names, n);
 }
 
 } // namespace
@@ -147,20 +124,12 @@ GLRecorder& glRecorder() {
     return recorder;
 }
 
-void GLRecorder::start() {
-    mCalls.clear();
-    recording = true;
-}
-
-GLRecorder::Calls GLRecorder::stop() {
-    recording = false;
-    return std::exchange(mCalls, {});
-}
-
 GLRecorder::Calls GLRecorder::record(const std::function<void()>& action) {
-    start();
+    mCalls.clear();
+    mRecording = true;
     action();
-    return stop();
+    mRecording = false;
+    return std::exchange(mCalls, {});
 }
 
 std::string GLRecorder::sequence(const std::function<void()>& action, const std::vector<const char*>& words) {
@@ -186,50 +155,36 @@ void GLRecorder::reset() {
 
 void GLRecorder::call(const char* name, const std::string& arguments) {
     ++counts[name];
-    if (recording && insideCheck == 0) mCalls.push_back(arguments.empty() ? name : std::string(name) + " " + arguments);
+    if (mRecording && !insideCheck) mCalls.push_back(arguments.empty() ? name : name + (" " + arguments));
 }
 
-std::string GLRecorder::uniform(GLint location) const {
-    const auto program = uniforms.find(currentProgram);
-    if (program == uniforms.end() || program->second.count(location) == 0) return text(location);
-    return program->second.at(location);
-}
-
-std::string GLRecorder::attribute(GLuint location) const {
-    const auto program = attributes.find(currentProgram);
-    const auto key = static_cast<GLint>(location);
-    if (program == attributes.end() || program->second.count(key) == 0) return text(location);
-    return program->second.at(key);
-}
-
-bool GLRecorder::refusesTarget() const {
-    const auto texture = textureOfFramebuffer.find(boundFramebuffer);
-    if (texture == textureOfFramebuffer.end()) return false;
-    const auto format = formatOfTexture.find(texture->second);
-    return format != formatOfTexture.end() && faults.notRenderable.count(format->second) != 0;
-}
-
-bool GLRecorder::refusesDrawing() {
-    const bool refuses = refusesTarget();
-    if (refuses) faults.pendingErrors.push_back(GL_INVALID_FRAMEBUFFER_OPERATION);
-    return refuses;
+bool GLRecorder::refusesTarget() {
+    return faults.notRenderable.count(formatOfTexture[textureOfFramebuffer[boundFramebuffer]]) != 0;
 }
 
 // The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
-    glRecorder().call("checkGLError", op);
-    ++glRecorder().insideCheck;
+    recorder.call("checkGLError", op);
+    recorder.insideCheck = true;
     __real__Z12checkGLErrorPKc(op);
-    --glRecorder().insideCheck;
+    recorder.insideCheck = false;
 }
 
 /// An entry point that is written down and passed on: parameters, the arguments to pass, and the text to write.
 #define PASS_ON(function, parameters, arguments, description)                                                          \
     void function parameters {                                                                                         \
-        glRecorder().call(#function, description);                                                                     \
-        real<void parameters>(#function) arguments;                                                                    \
+        recorder.call(#function, description);                                                                         \
+        REAL(function) arguments;                                                                                      \
+    }
+
+/// The same for one that is an error where the target is not complete.
+#define DRAW(function, parameters, arguments, description)                                                             \
+    void function parameters {                                                                                         \
+        recorder.call(#function, description);                                                                         \
+        if (!recorder.refusesTarget()) return REAL(function) arguments;                                                \
+        recorder.faults.pendingErrors.push_back(GL_INVALID_FRAMEBUFFER_OPERATION);                                     \
     }
 
 PASS_ON(glActiveTexture, (GLenum unit), (unit), name(unit))
@@ -243,197 +198,155 @@ PASS_ON(glBlendFuncSeparate, (GLenum srcRGB, GLenum dstRGB, GLenum srcAlpha, GLe
 PASS_ON(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
 PASS_ON(glCompileShader, (GLuint shader), (shader), "")
 PASS_ON(glDisable, (GLenum capability), (capability), name(capability))
-PASS_ON(glDisableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
+PASS_ON(glDisableVertexAttribArray, (GLuint index), (index), attribute(index))
 PASS_ON(glEnable, (GLenum capability), (capability), name(capability))
-PASS_ON(glEnableVertexAttribArray, (GLuint index), (index), glRecorder().attribute(index))
+PASS_ON(glEnableVertexAttribArray, (GLuint index), (index), attribute(index))
 PASS_ON(glFlush, (), (), "")
 PASS_ON(glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
         (program, size, length, format, binary), "")
 PASS_ON(glLinkProgram, (GLuint program), (program), "")
 PASS_ON(glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
         text(name(target), name(parameter), name(static_cast<GLenum>(value))))
-PASS_ON(glUniform1f, (GLint location, GLfloat v), (location, v), text(glRecorder().uniform(location), v))
-PASS_ON(glUniform1i, (GLint location, GLint v), (location, v), text(glRecorder().uniform(location), v))
-PASS_ON(glUniform2f, (GLint location, GLfloat x, GLfloat y), (location, x, y),
-        text(glRecorder().uniform(location), x, y))
+PASS_ON(glUniform1f, (GLint location, GLfloat v), (location, v), text(uniform(location), v))
+PASS_ON(glUniform1i, (GLint location, GLint v), (location, v), text(uniform(location), v))
+PASS_ON(glUniform2f, (GLint location, GLfloat x, GLfloat y), (location, x, y), text(uniform(location), x, y))
 PASS_ON(glUniform2fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(glRecorder().uniform(location), floats(v, 2 * count)))
+        text(uniform(location), list(v, 2 * count)))
 PASS_ON(glUniform3fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(glRecorder().uniform(location), floats(v, 3 * count)))
+        text(uniform(location), list(v, 3 * count)))
 PASS_ON(glUniform4fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(glRecorder().uniform(location), floats(v, 4 * count)))
+        text(uniform(location), list(v, 4 * count)))
 PASS_ON(glUniformMatrix4fv, (GLint location, GLsizei count, GLboolean transpose, const GLfloat* v),
-        (location, count, transpose, v), text(glRecorder().uniform(location), count, transpose ? "transposed" : ""))
+        (location, count, transpose, v), text(uniform(location), count, transpose ? "transposed" : ""))
 PASS_ON(glVertexAttribPointer,
         (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer),
         (index, size, type, normalized, stride, pointer), array(index, size, type, normalized, stride, pointer))
 PASS_ON(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), text(x, y, width, height))
 
-void glBindFramebuffer(GLenum target, GLuint framebuffer) {
-    glRecorder().boundFramebuffer = framebuffer;
-    glRecorder().call("glBindFramebuffer", text(name(target), framebuffer));
-    real<void(GLenum, GLuint)>("glBindFramebuffer")(target, framebuffer);
-}
+PASS_ON(glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer),
+        text(name(target), kept(recorder.boundFramebuffer, framebuffer)))
+PASS_ON(glBindTexture, (GLenum target, GLuint texture), (target, texture),
+        text(name(target), kept(recorder.boundTexture, texture)))
+PASS_ON(glFramebufferTexture2D, (GLenum target, GLenum attachment, GLenum textarget, GLuint texture, GLint level),
+        (target, attachment, textarget, texture, level),
+        text(kept(recorder.textureOfFramebuffer[recorder.boundFramebuffer], texture)))
+PASS_ON(glTexImage2D,
+        (GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height, GLint border, GLenum format,
+         GLenum type, const void* data),
+        (target, level, internalFormat, width, height, border, format, type, data),
+        text(name(static_cast<GLenum>(kept(recorder.formatOfTexture[recorder.boundTexture], internalFormat))), width,
+             height, name(format), name(type), data ? "data" : "none"))
+PASS_ON(glUseProgram, (GLuint program), (program),
+        text(recorder.orderOfProgram[kept(recorder.currentProgram, program)]))
+PASS_ON(glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("texture", n, names)))
+PASS_ON(glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("framebuffer", n, names)))
+PASS_ON(glDeleteProgram, (GLuint program), (program), deleted("program", 1, &program))
+PASS_ON(glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value), name(parameter))
+DRAW(glClear, (GLbitfield mask), (mask), name(mask))
+DRAW(glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count), drawing(mode, first, count))
+DRAW(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), (mode, count, type, indices),
+     text(name(mode), count, name(type)))
 
-void glClear(GLbitfield mask) {
-    glRecorder().call("glClear", name(mask));
-    if (!glRecorder().refusesDrawing()) real<void(GLbitfield)>("glClear")(mask);
-}
-
-void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
-    glRecorder().call("glDrawArrays", drawing(mode, first, count));
-    if (!glRecorder().refusesDrawing()) real<void(GLenum, GLint, GLsizei)>("glDrawArrays")(mode, first, count);
-}
-
-void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
-    glRecorder().call("glDrawElements", text(name(mode), count, name(type)));
-    if (glRecorder().refusesDrawing()) return;
-    real<void(GLenum, GLsizei, GLenum, const void*)>("glDrawElements")(mode, count, type, indices);
+void glDeleteShader(GLuint shader) {
+    deleted("shader", 1, &shader);
+    recorder.call("glDeleteShader", "");
+    REAL(glDeleteShader)(shader);
 }
 
 void glGenTextures(GLsizei n, GLuint* names) {
-    generate("glGenTextures", "texture", n, names);
+    REAL(glGenTextures)(n, names);
+    created("glGenTextures", "texture", n, names);
+    recorder.call("glGenTextures", text(n));
 }
+
 void glGenFramebuffers(GLsizei n, GLuint* names) {
-    generate("glGenFramebuffers", "framebuffer", n, names);
-}
-void glDeleteTextures(GLsizei n, const GLuint* names) {
-    destroy("glDeleteTextures", "texture", n, names);
-}
-void glDeleteFramebuffers(GLsizei n, const GLuint* names) {
-    destroy("glDeleteFramebuffers", "framebuffer", n, names);
+    REAL(glGenFramebuffers)(n, names);
+    created("glGenFramebuffers", "framebuffer", n, names);
+    recorder.call("glGenFramebuffers", text(n));
 }
 
 GLuint glCreateShader(GLenum type) {
-    glRecorder().call("glCreateShader", type == GL_VERTEX_SHADER ? "vertex" : "fragment");
-    const GLuint shader = givesZero("glCreateShader") ? 0 : real<GLuint(GLenum)>("glCreateShader")(type);
-    if (shader) glRecorder().live["shader"].insert(shader);
-    glRecorder().typeOfShader[shader] = type;
+    recorder.call("glCreateShader", type == GL_VERTEX_SHADER ? "vertex" : "fragment");
+    GLuint shader = REAL(glCreateShader)(type);
+    created("glCreateShader", "shader", 1, &shader);
+    recorder.typeOfShader[shader] = type;
     return shader;
 }
 
-void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
-    glRecorder().shaderTexts.emplace_back(glRecorder().typeOfShader[shader], sources[0]);
-    glRecorder().call("glShaderSource", "");
-    const std::string singlePixels = withSinglePixelPoints(sources[0]);
-    const GLchar* limited = singlePixels.c_str();
-    real<void(GLuint, GLsizei, const GLchar* const*, const GLint*)>("glShaderSource")(
-        shader, count, glRecorder().faults.pointsAreSinglePixels ? &limited : sources, lengths);
-}
-
-void glDeleteShader(GLuint shader) {
-    glRecorder().live["shader"].erase(shader);
-    glRecorder().call("glDeleteShader", "");
-    real<void(GLuint)>("glDeleteShader")(shader);
-}
-
 GLuint glCreateProgram() {
-    glRecorder().call("glCreateProgram", "");
-    const GLuint program = givesZero("glCreateProgram") ? 0 : real<GLuint()>("glCreateProgram")();
-    if (program) {
-        glRecorder().live["program"].insert(program);
-        glRecorder().orderOfProgram[program] = glRecorder().counts["glCreateProgram"];
-    }
+    recorder.call("glCreateProgram", "");
+    GLuint program = REAL(glCreateProgram)();
+    created("glCreateProgram", "program", 1, &program);
+    if (program) recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
     return program;
 }
 
-void glDeleteProgram(GLuint program) {
-    glRecorder().live["program"].erase(program);
-    glRecorder().call("glDeleteProgram", text(program));
-    real<void(GLuint)>("glDeleteProgram")(program);
-}
-
-void glUseProgram(GLuint program) {
-    glRecorder().currentProgram = program;
-    glRecorder().call("glUseProgram", text(program ? glRecorder().orderOfProgram[program] : 0));
-    real<void(GLuint)>("glUseProgram")(program);
+void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
+    recorder.shaderTexts.emplace_back(recorder.typeOfShader[shader], sources[0]);
+    recorder.call("glShaderSource", "");
+    const std::string source = withSinglePixelPoints(sources[0]);
+    const GLchar* changed = source.c_str();
+    REAL(glShaderSource)(shader, count, recorder.faults.pointsAreSinglePixels ? &changed : sources, lengths);
 }
 
 GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-    const GLint location = real<GLint(GLuint, const GLchar*)>("glGetUniformLocation")(program, name);
-    glRecorder().uniforms[program][location] = name;
-    glRecorder().call("glGetUniformLocation", name);
+    const GLint location = REAL(glGetUniformLocation)(program, name);
+    recorder.uniforms[{program, location}] = name;
+    recorder.call("glGetUniformLocation", name);
     return location;
 }
 
 GLint glGetAttribLocation(GLuint program, const GLchar* name) {
-    const GLint location = real<GLint(GLuint, const GLchar*)>("glGetAttribLocation")(program, name);
-    glRecorder().attributes[program][location] = name;
-    glRecorder().call("glGetAttribLocation", name);
+    const GLint location = REAL(glGetAttribLocation)(program, name);
+    recorder.attributes[{program, location}] = name;
+    recorder.call("glGetAttribLocation", name);
     return location;
 }
 
-void glBindTexture(GLenum target, GLuint texture) {
-    glRecorder().boundTexture = texture;
-    glRecorder().call("glBindTexture", text(name(target), texture));
-    real<void(GLenum, GLuint)>("glBindTexture")(target, texture);
-}
-
-void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height, GLint border,
-                  GLenum format, GLenum type, const void* data) {
-    glRecorder().formatOfTexture[glRecorder().boundTexture] = internalFormat;
-    glRecorder().call("glTexImage2D", text(name(static_cast<GLenum>(internalFormat)), width, height, name(format),
-                                           name(type), data ? "data" : "none"));
-    real<void(GLenum, GLint, GLint, GLsizei, GLsizei, GLint, GLenum, GLenum, const void*)>("glTexImage2D")(
-        target, level, internalFormat, width, height, border, format, type, data);
-}
-
-void glFramebufferTexture2D(GLenum target, GLenum attachment, GLenum textarget, GLuint texture, GLint level) {
-    glRecorder().textureOfFramebuffer[glRecorder().boundFramebuffer] = texture;
-    glRecorder().call("glFramebufferTexture2D", text(texture));
-    real<void(GLenum, GLenum, GLenum, GLuint, GLint)>("glFramebufferTexture2D")(target, attachment, textarget, texture,
-                                                                                level);
-}
-
 GLenum glCheckFramebufferStatus(GLenum target) {
-    glRecorder().call("glCheckFramebufferStatus", "");
-    if (glRecorder().refusesTarget()) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
-    return real<GLenum(GLenum)>("glCheckFramebufferStatus")(target);
-}
-
-void glGetIntegerv(GLenum parameter, GLint* value) {
-    glRecorder().call("glGetIntegerv", name(parameter));
-    real<void(GLenum, GLint*)>("glGetIntegerv")(parameter, value);
+    recorder.call("glCheckFramebufferStatus", "");
+    if (recorder.refusesTarget()) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
+    return REAL(glCheckFramebufferStatus)(target);
 }
 
 void glGetShaderiv(GLuint shader, GLenum parameter, GLint* value) {
-    glRecorder().call("glGetShaderiv", name(parameter));
-    real<void(GLuint, GLenum, GLint*)>("glGetShaderiv")(shader, parameter, value);
-    refuse(glRecorder().faults.compileFails, parameter, GL_COMPILE_STATUS, value);
+    recorder.call("glGetShaderiv", name(parameter));
+    REAL(glGetShaderiv)(shader, parameter, value);
+    refuse(recorder.faults.compileFails, parameter, GL_COMPILE_STATUS, value);
 }
 
 void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
-    glRecorder().call("glGetProgramiv", name(parameter));
-    real<void(GLuint, GLenum, GLint*)>("glGetProgramiv")(program, parameter, value);
-    refuse(glRecorder().faults.linkFails, parameter, GL_LINK_STATUS, value);
+    recorder.call("glGetProgramiv", name(parameter));
+    REAL(glGetProgramiv)(program, parameter, value);
+    refuse(recorder.faults.linkFails, parameter, GL_LINK_STATUS, value);
 }
 
 void glGetShaderInfoLog(GLuint shader, GLsizei size, GLsizei* length, GLchar* log) {
-    glRecorder().call("glGetShaderInfoLog", "");
-    real<void(GLuint, GLsizei, GLsizei*, GLchar*)>("glGetShaderInfoLog")(shader, size, length, log);
-    if (glRecorder().faults.compileFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
+    recorder.call("glGetShaderInfoLog", "");
+    REAL(glGetShaderInfoLog)(shader, size, length, log);
+    if (recorder.faults.compileFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
 }
 
 void glGetProgramInfoLog(GLuint program, GLsizei size, GLsizei* length, GLchar* log) {
-    glRecorder().call("glGetProgramInfoLog", "");
-    real<void(GLuint, GLsizei, GLsizei*, GLchar*)>("glGetProgramInfoLog")(program, size, length, log);
-    if (glRecorder().faults.linkFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
+    recorder.call("glGetProgramInfoLog", "");
+    REAL(glGetProgramInfoLog)(program, size, length, log);
+    if (recorder.faults.linkFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
-    glRecorder().call("glProgramBinary", text(name(format), length));
-    if (glRecorder().faults.acceptsProgramBinaries) {
+    recorder.call("glProgramBinary", text(name(format), length));
+    if (recorder.faults.acceptsProgramBinaries) {
         GLint formats[8] = {};
-        real<void(GLenum, GLint*)>("glGetIntegerv")(GL_PROGRAM_BINARY_FORMATS, formats);
+        REAL(glGetIntegerv)(GL_PROGRAM_BINARY_FORMATS, formats);
         format = static_cast<GLenum>(formats[0]);
     }
-    real<void(GLuint, GLenum, const void*, GLsizei)>("glProgramBinary")(program, format, binary, length);
+    REAL(glProgramBinary)(program, format, binary, length);
 }
 
 GLenum glGetError() {
-    std::vector<GLenum>& pending = glRecorder().faults.pendingErrors;
-    glRecorder().call("glGetError", "");
-    if (pending.empty()) return real<GLenum()>("glGetError")();
+    std::vector<GLenum>& pending = recorder.faults.pendingErrors;
+    recorder.call("glGetError", "");
+    if (pending.empty()) return REAL(glGetError)();
     const GLenum error = pending.front();
     pending.erase(pending.begin());
     return error;

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Stands in front of the GL entry points that the library calls (and of checkGLError), passes every call on to the
@@ -14,16 +15,10 @@ class GLRecorder {
   public:
     using Calls = std::vector<std::string>;
 
-    /// Starts writing down. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL names),
-    /// "glUseProgram 1" (programs by the order in which they were created), "glBindTexture TEXTURE_2D 3",
+    /// The calls that an action makes. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL
+    /// names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture TEXTURE_2D 3",
     /// "checkGLError glTexImage2D mTexture"; pointers and matrices are left out; the glGetError calls of checkGLError
     /// too.
-    void start();
-
-    /// Stops and returns the calls since start.
-    Calls stop();
-
-    /// The calls that an action makes.
     Calls record(const std::function<void()>& action);
 
     /// The same as text, one call per line; only calls with one of these words in them where there are words.
@@ -63,27 +58,25 @@ class GLRecorder {
     void reset();
 
     // What follows is for the entry points in GLRecorder.cpp.
+    using Locations = std::map<std::pair<GLuint, GLint>, std::string>; ///< names by program and location
     void call(const char* name, const std::string& arguments);
-    std::string uniform(GLint location) const;
-    std::string attribute(GLuint location) const;
+    bool refusesTarget();
 
-    bool recording = false;
-    int insideCheck = 0;
-    GLuint currentProgram = 0;
-    std::map<GLuint, int> orderOfProgram;
+    bool insideCheck = false;
     const float* array0 = nullptr;
     GLsizei stride0 = 0;
-    std::map<GLuint, std::map<GLint, std::string>> uniforms;
-    std::map<GLuint, std::map<GLint, std::string>> attributes;
-    std::map<GLuint, GLint> formatOfTexture;
+    GLuint currentProgram = 0;
     GLuint boundTexture = 0;
     GLuint boundFramebuffer = 0;
-    std::map<GLuint, GLuint> textureOfFramebuffer;
-    bool refusesTarget() const;
-    bool refusesDrawing();
+    Locations uniforms;
+    Locations attributes;
+    std::map<GLuint, int> orderOfProgram;
     std::map<GLuint, GLenum> typeOfShader;
+    std::map<GLuint, GLint> formatOfTexture;
+    std::map<GLuint, GLuint> textureOfFramebuffer;
 
   private:
+    bool mRecording = false;
     Calls mCalls;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The tests' one look into private members: TestPeer::mTexture(effect) is effect.mTexture, class-wide members
+/// The tests' one look into private members: TestPeer::mTime(effect) is effect.mTime, class-wide members
 /// included.
 struct TestPeer {
 #define TIDALUME_PEEK(member)                                                                                          \
@@ -9,31 +9,21 @@ struct TestPeer {
         return effect.member;                                                                                          \
     }
 
-    TIDALUME_PEEK(mInstanceCount)
-    TIDALUME_PEEK(mProgramMetaball)
     TIDALUME_PEEK(mProgramDraw)
     TIDALUME_PEEK(mUniformMetaballMatrixMVP)
     TIDALUME_PEEK(mAttribDrawTexcoords)
-    TIDALUME_PEEK(mTexture)
-    TIDALUME_PEEK(mFBONormal)
     TIDALUME_PEEK(mTextureWidth)
     TIDALUME_PEEK(mTextureHeight)
     TIDALUME_PEEK(mTexcoords)
-    TIDALUME_PEEK(mPrograms)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mCurveCoefficients)
     TIDALUME_PEEK(mTargetX)
     TIDALUME_PEEK(mTargetY)
     TIDALUME_PEEK(mIndices)
     TIDALUME_PEEK(mProgramCoreOfComet)
-    TIDALUME_PEEK(mProgramTailOfComet)
     TIDALUME_PEEK(mCoreOfCometVertices)
     TIDALUME_PEEK(mTailOfCometVertices)
     TIDALUME_PEEK(mTailOfCometTexcoords)
-    TIDALUME_PEEK(mProgramGradientFill)
-    TIDALUME_PEEK(mProgramBitmap)
-    TIDALUME_PEEK(mProgramAlphaMaskedBitmap)
-    TIDALUME_PEEK(mProgramCircle)
     TIDALUME_PEEK(mProgramBitmapCircle)
     TIDALUME_PEEK(mBitmapCircleVertices)
     TIDALUME_PEEK(mRectTexcoords)
@@ -44,10 +34,6 @@ struct TestPeer {
     TIDALUME_PEEK(mMetaball2DRenderer)
     TIDALUME_PEEK(mMaterialSpecular)
     TIDALUME_PEEK(mProgram)
-    TIDALUME_PEEK(mProgramDrop)
-    TIDALUME_PEEK(mProgramDropLine)
-    TIDALUME_PEEK(mProgramHorizontalWave)
-    TIDALUME_PEEK(mProgramUpdate)
     TIDALUME_PEEK(mDropLinePreserveWeight)
     TIDALUME_PEEK(mUniformTextureFlip)
     TIDALUME_PEEK(mTextureBG)
