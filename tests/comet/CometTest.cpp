@@ -82,7 +82,6 @@ class CometTest : public GLTest {
         comets.setScreenSize(1080, 1920);
     }
 
-    const Vector3& controlPoint(int comet, int point) { return TestPeer::mControlPoints(comets)[comet][point]; }
     std::vector<float> heads() {
         return {comets.getCore1X(), comets.getCore1Y(), comets.getCore2X(), comets.getCore2Y()};
     }
@@ -180,7 +179,7 @@ TEST_F(CometTest, TheSearchForAStartEnds) {
     srand48(5);
     comets.render(0.9);
     srand48(5);
-    EXPECT_EQ(distance(controlPoint(0, 0), replay.start(0)), 0.0) << "comparisons let a NaN pass";
+    EXPECT_EQ(distance(TestPeer::mControlPoints(comets)[0][0], replay.start(0)), 0.0) << "comparisons let a NaN pass";
 }
 
 /// A launch takes the last touch; a continued flight keeps its path, also in a new context.
@@ -193,16 +192,17 @@ TEST_F(CometTest, PushesLaunchAndContinue) {
     comets.push(300.0F, 300.0F, 0);
     comets.push(600.0F, 800.0F, 0);
     comets.render(0.1);
-    for (int comet = 0; comet < 2; ++comet)
-        EXPECT_LE(distance(controlPoint(comet, 1), {120.0F / 1080.0F, 160.0F / 960.0F, 0.0F}), 1e-6);
-    const Vector3 end = controlPoint(0, 2);
+    const auto& points = TestPeer::mControlPoints(comets);
+    EXPECT_LE(distance(points[0][1], {120.0F / 1080.0F, 160.0F / 960.0F, 0.0F}), 1e-6);
+    EXPECT_LE(distance(points[1][1], points[0][1]), 1e-6);
+    const Vector3 end = points[0][2];
     comets.push(1.0F, 1.0F, 1);
     comets.render(0.8);
     comets.GLContextDestroyed();
     context.recreate();
     comets.init();
     comets.render(0.9);
-    EXPECT_EQ(distance(controlPoint(0, 2), end), 0.0);
+    EXPECT_EQ(distance(points[0][2], end), 0.0);
 }
 
 TEST_F(CometTest, MeshTopology) {
@@ -236,33 +236,28 @@ TEST_F(CometTest, Frame) {
     EXPECT_EQ(TestPeer::mCoreOfCometVertices(comets), 0);
     EXPECT_EQ(TestPeer::mTailOfCometVertices(comets), 0);
     EXPECT_EQ(TestPeer::mTailOfCometTexcoords(comets), 1);
-    const std::string points = "; glVertexAttribPointer vertices 2 FLOAT 0 8; glDrawArrays POINTS 0 2;";
-    const auto frame = [&](const std::string& t, const std::string& alpha, const std::string& size) {
-        const std::string tail = R"(glVertexAttribPointer vertices 3 FLOAT 0 0; checkGLError glVertexAttribPointer
+    const auto frame = [&](const std::string& t, const std::string& alpha, const std::string& radius) {
+        const std::string tail = R"(
+            glVertexAttribPointer vertices 3 FLOAT 0 0; checkGLError glVertexAttribPointer
             glEnableVertexAttribArray vertices; checkGLError glEnableVertexAttribArray
-            glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; checkGLError glDrawElements;)";
+            glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; checkGLError glDrawElements)";
         return R"(glDisable DEPTH_TEST; glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 0x1 ONE_MINUS_SRC_ALPHA
             glEnable BLEND; glUseProgram 2
             glVertexAttribPointer texcoords 2 FLOAT 0 0; checkGLError glVertexAttribPointer
-            glEnableVertexAttribArray texcoords; checkGLError glEnableVertexAttribArray
-            glUniform1f t0 )" +
-               t + "; checkGLError glUniform1f mTailOfCometT0;" + tail + tail + tail + tail + R"(
-            glUseProgram 1; glUniform1f t0 )" +
-               alpha + R"(; checkGLError glUniform1f mCoreOfCometT0
-            glUniform1i fillMode 1; checkGLError glUniform1f mCoreOfCometFillmode
-            glUniform1f radius )" +
-               size + "; checkGLError glUniform1f mCoreOfCometRadius" + points;
+            glEnableVertexAttribArray texcoords; checkGLError glEnableVertexAttribArray; glUniform1f t0 )" +
+               t + "; checkGLError glUniform1f mTailOfCometT0" + tail + tail + tail + tail +
+               "; glUseProgram 1; glUniform1f t0 " + alpha + R"(; checkGLError glUniform1f mCoreOfCometT0
+            glUniform1i fillMode 1; checkGLError glUniform1f mCoreOfCometFillmode; glUniform1f radius )" +
+               radius +
+               R"(; checkGLError glUniform1f mCoreOfCometRadius
+            glVertexAttribPointer vertices 2 FLOAT 0 8; glDrawArrays POINTS 0 2;)";
     };
-    const auto rings = [&](const std::string& alpha, const std::string& size) {
-        return "glUseProgram 1; glUniform1i fillMode 0; glUniform1f t0 " + alpha + "; glUniform1f radius " + size +
-               points;
+    const auto rings = [](const std::string& alpha, const std::string& radius) {
+        return "glUseProgram 1; glUniform1i fillMode 0; glUniform1f t0 " + alpha + "; glUniform1f radius " + radius +
+               "; glVertexAttribPointer vertices 2 FLOAT 0 8; glDrawArrays POINTS 0 2;";
     };
-    const auto expectFrame = [&](double t, const std::string& expected) {
-        EXPECT_EQ(glRecorder().sequence([&] { comets.render(t); }),
-                  expected.empty() ? "" : calls(expected + "glUseProgram 0; glDisable BLEND"));
-    };
-
-    expectFrame(0.5, ""); // before the first push
+    const auto rendered = [&](double t) { return glRecorder().sequence([&] { comets.render(t); }); };
+    EXPECT_EQ(rendered(0.5), "") << "before the first push";
     EXPECT_THAT(glRecorder().record([&] {
         comets.push(500.0F, 900.0F, 0);
         comets.updateControlPoints();
@@ -270,14 +265,17 @@ TEST_F(CometTest, Frame) {
         comets.setScreenSize(1080, 1920);
     }),
                 IsEmpty());
-    expectFrame(0.0, frame("0", "0", "43.2"));
-    expectFrame(0.1, frame("0.1", "0.0618034", "43.0634"));
-    expectFrame(0.75, frame("0.75", "0.141421", "22.1556"));
-    expectFrame(0.8, frame("0.8", "0.117557", "18.4709") + rings("0.4", "18"));
-    expectFrame(0.85F, frame("0.85", "0.0907982", "14.424") + rings("0.3", "36"));
-    expectFrame(0.9, frame("0.9", "0.0618035", "10.0037") + rings("0.2", "54") + rings("0.2", "19.0588"));
+    const std::pair<double, std::string> frames[] = {
+        {0.0, frame("0", "0", "43.2")},
+        {0.1, frame("0.1", "0.0618034", "43.0634")},
+        {0.75, frame("0.75", "0.141421", "22.1556")},
+        {0.8, frame("0.8", "0.117557", "18.4709") + rings("0.4", "18")},
+        {0.85F, frame("0.85", "0.0907982", "14.424") + rings("0.3", "36")},
+        {0.9, frame("0.9", "0.0618035", "10.0037") + rings("0.2", "54") + rings("0.2", "19.0588")}};
+    for (const auto& [t, expected] : frames)
+        EXPECT_EQ(rendered(t), calls(expected + "glUseProgram 0; glDisable BLEND"));
     comets.push(500.0F, 900.0F, -1);
-    expectFrame(0.5, ""); // hidden
+    EXPECT_EQ(rendered(0.5), "") << "hidden";
 }
 
 TEST_F(CometTest, DrawsNothingWithoutMeshes) {

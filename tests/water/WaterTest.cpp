@@ -22,7 +22,7 @@ using testing::Pointwise;
 
 /// The GL calls and labels of every operation. Short for what recurs: "radius 10" sets a uniform (by a call of another
 /// type it would be an error), "?radius" looks one or an attribute up, "?radius 10" does both, "[label]" is a label,
-/// "target" is viewport and framebuffer, "unit" the active one, and "quad" a strip of four vertices.
+/// "R16F mTexture" a texture and its label, "target" viewport and framebuffer, "quad" a strip of four vertices.
 class WaterCallsTest : public GLTest {
   protected:
     template <typename Action>
@@ -67,9 +67,8 @@ TEST_F(WaterCallsTest, IntensityMapBuilder) {
     expectSetUp(builder, R"(
         [createProgram mProgramDropLine]; ?matrixMVP; ?center; ?center2; ?radius; ?strength; ?preserveWeight; ?vertices
         [createProgram mProgramHorizontalWave]
-        ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices
-        R16F mTexture; [glGenFramebuffers mFBONormal]
-        [glBindFramebuffer mFBONormal]; [glFramebufferTexture2D mFBONormal mTexture])");
+        ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices; R16F mTexture
+        [glGenFramebuffers mFBONormal]; [glBindFramebuffer mFBONormal]; [glFramebufferTexture2D mFBONormal mTexture])");
     expectPass([&] { builder.addDropLine(a, b, 10.0F, 0.5F, 0.25F); }, R"(target 1; glUseProgram 1
         matrixMVP 1; center 12 20.5; center2 90 40; radius 10; strength 0.5; preserveWeight 0.25)");
     expectPass([&] { builder.addHorizontalWave(30.0F, 10.0F, 0.5F, 7.0F, 2.0F, 0.25F); }, R"(
@@ -95,8 +94,7 @@ TEST_F(WaterCallsTest, ShallowWaterIterative) {
         [createProgram mProgramHorizontalWave]
         ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices
         [createProgram mProgramUpdate]; ?matrixMVP; ?textureWater; ?vertices
-        RG16F mTexturesWater[0]
-        RG16F mTexturesWater[1]; [glGenFramebuffers mFBOsWater[0]]
+        RG16F mTexturesWater[0]; RG16F mTexturesWater[1]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])");
     expectPass([&] { water.addDrop(a, 10.0F, 0.5F, 0.25F); }, R"(target 1; glUseProgram 1
@@ -110,16 +108,16 @@ TEST_F(WaterCallsTest, ShallowWaterIterative) {
     water.setIterationCount(1);
     expectPass([&] { water.update(); }, R"(target 2; [glBindFramebuffer mFBOsWater[0]]
         glFramebufferTexture2D 2; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]; glUseProgram 4
-        textureWater 0; unit 0 texture 1; [glBindTexture mProgramUpdate]
-        matrixMVP 1; [glUniformMatrix4fv matrixMVP])");
+        textureWater 0; unit 0 texture 1; [glBindTexture mProgramUpdate]; matrixMVP 1
+        [glUniformMatrix4fv matrixMVP])");
 }
 
 TEST_F(WaterCallsTest, ShallowWaterRenderer) {
     ShallowWaterRenderer renderer;
     expectCalls([&] { renderer.render(7, 8); }, "");
     expectSetUp(renderer, R"([createProgram mProgram]; ?textureNormal; ?textureHeight; ?textureBG; ?matrixMVP
-        ?heightMax; ?light; ?materialSpecular; ?materialShininess; ?screenWidth; ?screenHeight; ?textureFlip
-        ?vertices; ?texcoords)");
+        ?heightMax; ?light; ?materialSpecular; ?materialShininess; ?screenWidth; ?screenHeight; ?textureFlip; ?vertices
+        ?texcoords)");
     renderer.setTexture(9);
     expectCalls([&] { renderer.render(7, 8); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 0; glUseProgram 1
         heightMax 100; [glUniform1f maxHeight]; light -0.271607 0.724286 0.63375; [glUniform3fv light]
@@ -140,9 +138,8 @@ TEST_F(WaterCallsTest, ShallowWater) {
     ShallowWater pond;
     expectCalls([&] { pond.drawFullScreenQuad(1); }, "");
     expectSetUp(pond, R"([createProgram mProgramDrop]; [createProgram mProgramDropLine]; [createProgram mProgramUpdate]
-        [glGenTextures mTexturesWater]; R16F mTexturesWater[0]
-        R16F mTexturesWater[1]
-        R16F mTexturesWater[2]; [glGenFramebuffers mFBOsWater[0]]
+        [glGenTextures mTexturesWater]; R16F mTexturesWater[0]; R16F mTexturesWater[1]; R16F mTexturesWater[2]
+        [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]]
         [glBindFramebuffer mFBOWater[2]]; [glFramebufferTexture2D mFBOsWater[2] mTexturesWater[2]])");
