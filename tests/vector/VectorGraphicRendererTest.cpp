@@ -1,17 +1,15 @@
 #include "effects/vector/VectorGraphicRenderer.h"
 
-#include "tests/support/GLTest.h"
+#include "tests/support/CallsTest.h"
 #include "tests/support/TestPeer.h"
 
 #include <gmock/gmock.h>
-#include <regex>
 
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
-class VectorGraphicRendererTest : public GLTest {
+class VectorGraphicRendererTest : public CallsTest {
   protected:
     VectorGraphicRenderer graphics;
     float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
@@ -28,67 +26,58 @@ class VectorGraphicRendererTest : public GLTest {
 };
 
 TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
-    const std::string found = glRecorder().sequence([&] { graphics.init(); }, {"Location", "checkGLError create"});
-    EXPECT_EQ(std::regex_replace(found, std::regex("glGet\\w+Location |checkGLError "), ""),
-              calls(R"(createProgram mProgramGradientFill
-        matrixMVP; referencePosition; gradientBegin; gradientBeginColor; gradientEnd; gradientEndColor; vertices
-        createProgram mProgramBitmap; matrixMVP; textureBitmap; vertices; texcoords
-        createProgram mProgramAlphaMaskedBitmap; matrixMVP; textureBitmap; textureMask; vertices; texcoords
-        createProgram mProgramCircle; color; vertices
-        createProgram mProgramBitmapCircle; bitmap; color; size; vertices)"));
+    expectCalls([&] { graphics.init(); }, R"(
+        [createProgram mProgramGradientFill]; ?matrixMVP; ?referencePosition; ?gradientBegin; ?gradientBeginColor
+        ?gradientEnd; ?gradientEndColor; ?vertices
+        [createProgram mProgramBitmap]; ?matrixMVP; ?textureBitmap; ?vertices; ?texcoords
+        [createProgram mProgramAlphaMaskedBitmap]; ?matrixMVP; ?textureBitmap; ?textureMask; ?vertices; ?texcoords
+        [createProgram mProgramCircle]; ?color; ?vertices
+        [createProgram mProgramBitmapCircle]; ?bitmap; ?color; ?size; ?vertices)",
+                {"Location", "checkGLError create"});
 
-    const std::string gradient = R"(glUseProgram 1; glUniformMatrix4fv matrixMVP 1; glUniform2f referencePosition 40 30
-        glUniform1f gradientBegin 5; glUniform4fv gradientBeginColor 1 0.5 0.25 1
-        glUniform1f gradientEnd 25.5; glUniform4fv gradientEndColor 0 0.5 0 0.5
-        glVertexAttribPointer vertices 3 FLOAT 0 0; glEnableVertexAttribArray vertices
-        glDrawArrays TRIANGLE_STRIP 0 4; glDisableVertexAttribArray vertices;)";
-    const std::string point = R"(glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 12
-        glDrawArrays POINTS 0 1;)";
-    const std::string circle =
-        "glUseProgram 4; glUniform4fv color 1 0.5 0.25 1;" + point + "glBindBuffer ARRAY_BUFFER 0;";
-    const std::string bitmapCircle = R"(glUseProgram 5; glUniform4fv color 1 0.5 0.25 1; glUniform2f size 97 61
-        glUniform1i bitmap 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 7;)" +
+    const std::string gradient = R"(glUseProgram 1; matrixMVP 1; referencePosition 40 30; gradientBegin 5
+        gradientBeginColor 1 0.5 0.25 1; gradientEnd 25.5; gradientEndColor 0 0.5 0 0.5; quad;)";
+    const std::string point = "; Enable vertices; Pointer vertices 3 12; glDrawArrays POINTS 0 1;";
+    const std::string circle = "glUseProgram 4; color 1 0.5 0.25 1" + point + "glBindBuffer ARRAY_BUFFER 0;";
+    const std::string bitmapCircle = "glUseProgram 5; color 1 0.5 0.25 1; size 97 61; bitmap 0; unit 0 texture 7" +
                                      point + "glBindTexture TEXTURE_2D 0; glBindBuffer ARRAY_BUFFER 0;";
-    const std::string bitmap = R"(glUniformMatrix4fv matrixMVP 1; glUniform1i textureBitmap 0
-        glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 7;)";
-    const std::string quad = R"(glVertexAttribPointer vertices 3 FLOAT 0 0; glVertexAttribPointer texcoords 2 FLOAT 0 0
-        glEnableVertexAttribArray vertices; glEnableVertexAttribArray texcoords; glDrawArrays TRIANGLE_STRIP 0 4
-        glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices;)";
-    const std::string rectangle = "glUseProgram 2;" + bitmap + quad;
-    const std::string masked = "glUseProgram 3;" + bitmap + R"(
-        glUniform1i textureMask 1; glActiveTexture TEXTURE1; glBindTexture TEXTURE_2D 8;)" +
-                               quad + R"(
-        glBindTexture TEXTURE_2D 0; glActiveTexture TEXTURE0; glBindTexture TEXTURE_2D 0;)";
+    const std::string bitmap = "matrixMVP 1; textureBitmap 0; unit 0 texture 7;";
+    const std::string corners = R"(Pointer vertices 3 0; Pointer texcoords 2 0; Enable vertices; Enable texcoords
+        glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices;)";
+    const std::string rectangle = "glUseProgram 2;" + bitmap + corners;
+    const std::string masked = "glUseProgram 3;" + bitmap + "textureMask 1; unit 1 texture 8;" + corners +
+                               "glBindTexture TEXTURE_2D 0; unit 0 texture 0;";
     const std::string steps[7] = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
     const auto expectDraws = [&](const std::string& blend) {
         for (size_t i = 0; i < 7; ++i) {
-            EXPECT_EQ(glRecorder().sequence(drawingCalls[i]), calls("glViewport 0 0 97 61; glEnable BLEND;" + blend +
-                                                                    steps[i] + "glUseProgram 0; glDisable BLEND"));
+            expectCalls(drawingCalls[i],
+                        "glViewport 0 0 97 61; glEnable BLEND;" + blend + steps[i] + "glUseProgram 0; glDisable BLEND");
         }
     };
     graphics.setScreenSize(width, height);
     expectDraws(R"(glBlendEquation FUNC_ADD
         glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA
         glBlendColor 0 0 0 1; glDisable DEPTH_TEST;)");
-    EXPECT_THAT(glRecorder().record([&] {
-        graphics.setBlendEquation(GL_MAX);
-        graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
-        graphics.setBlendColor(0.125F, 0.25F, 0.5F, 0.75F);
-        graphics.setScreenSize(width, height);
-        graphics.rotateTexture(2);
-    }),
-                IsEmpty());
+    expectCalls(
+        [&] {
+            graphics.setBlendEquation(GL_MAX);
+            graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
+            graphics.setBlendColor(0.125F, 0.25F, 0.5F, 0.75F);
+            graphics.setScreenSize(width, height);
+            graphics.rotateTexture(2);
+        },
+        "");
     const std::string blend = R"(glBlendEquation 0x8008; glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0
         glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)";
     expectDraws(blend);
-    EXPECT_EQ(glRecorder().sequence([&] { graphics.setBlend(); }), calls(blend));
+    expectCalls([&] { graphics.setBlend(); }, blend);
 }
 
 TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
     graphics.init();
     for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}, {97, 61}}) {
         for (const auto& draw : drawingCalls)
-            EXPECT_THAT(glRecorder().record(draw), IsEmpty());
+            expectCalls(draw, "");
         graphics.setScreenSize(w, h);
     }
     graphics.GLContextDestroyed();

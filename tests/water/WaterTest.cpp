@@ -3,14 +3,13 @@
 #include "effects/water/ShallowWater.h"
 #include "effects/water/ShallowWaterIterative.h"
 #include "effects/water/ShallowWaterRenderer.h"
-#include "tests/support/GLTest.h"
+#include "tests/support/CallsTest.h"
 #include "tests/support/TestPeer.h"
 
 #include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
-#include <regex>
 #include <tuple>
 
 namespace {
@@ -20,29 +19,8 @@ using testing::ElementsAre;
 using testing::FloatNear;
 using testing::Pointwise;
 
-/// The GL calls and labels of every operation. Short for what recurs: "radius 10" sets a uniform (by a call of another
-/// type it would be an error), "?radius" looks one or an attribute up, "?radius 10" does both, "[label]" is a label,
-/// "R16F mTexture" a texture and its label, "target" viewport and framebuffer, "quad" a strip of four vertices.
-class WaterCallsTest : public GLTest {
+class WaterCallsTest : public CallsTest {
   protected:
-    template <typename Action>
-    void expectCalls(Action action, const std::string& expected, const std::vector<const char*>& words = {}) {
-        std::string made = glRecorder().sequence(action, words);
-        for (const auto& [call, form] :
-             {std::pair("(^|\n)glUniform\\w+ ", "$1"),
-              {"glGet\\w+Location ", "?"},
-              {"\\?(\\w+)\n\\1 ", "?$1 "},
-              {"checkGLError (.*)", "[$1]"},
-              {"glTexImage2D (\\w+) 97 61 \\w+ HALF_FLOAT none\n\\[glTexImage2D (.*)\\]", "$1 $2"},
-              {"glViewport 0 0 97 61\nglBindFramebuffer FRAMEBUFFER", "target"},
-              {"glActiveTexture TEXTURE(.)\nglBindTexture TEXTURE_2D", "unit $1 texture"},
-              {"glVertexAttribPointer vertices 3 FLOAT 0 0\nglEnableVertexAttribArray vertices\n"
-               "glDrawArrays TRIANGLE_STRIP 0 4\nglDisableVertexAttribArray vertices",
-               "quad"}})
-            made = std::regex_replace(made, std::regex(call), form);
-        EXPECT_EQ(made, calls(expected));
-    }
-
     /// A pass: what comes before its quad.
     template <typename Action>
     void expectPass(Action action, const std::string& expected) {
@@ -67,21 +45,22 @@ TEST_F(WaterCallsTest, IntensityMapBuilder) {
     expectSetUp(builder, R"(
         [createProgram mProgramDropLine]; ?matrixMVP; ?center; ?center2; ?radius; ?strength; ?preserveWeight; ?vertices
         [createProgram mProgramHorizontalWave]
-        ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices; R16F mTexture
-        [glGenFramebuffers mFBONormal]; [glBindFramebuffer mFBONormal]; [glFramebufferTexture2D mFBONormal mTexture])");
-    expectPass([&] { builder.addDropLine(a, b, 10.0F, 0.5F, 0.25F); }, R"(target 1; glUseProgram 1
+        ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices
+        R16F 97 61 mTexture; [glGenFramebuffers mFBONormal]; [glBindFramebuffer mFBONormal]
+        [glFramebufferTexture2D mFBONormal mTexture])");
+    expectPass([&] { builder.addDropLine(a, b, 10.0F, 0.5F, 0.25F); }, R"(target 1 97 61; glUseProgram 1
         matrixMVP 1; center 12 20.5; center2 90 40; radius 10; strength 0.5; preserveWeight 0.25)");
     expectPass([&] { builder.addHorizontalWave(30.0F, 10.0F, 0.5F, 7.0F, 2.0F, 0.25F); }, R"(
-        glDisable BLEND; glDisable DEPTH_TEST; target 1; glUseProgram 2
+        glDisable BLEND; glDisable DEPTH_TEST; target 1 97 61; glUseProgram 2
         matrixMVP 1; center 30; radius 10; strength 0.5; waveRadius 7; waveCount 2; preserveWeight 0.25)");
 }
 
 TEST_F(WaterCallsTest, NormalMapBuilder) {
     NormalMapBuilder builder;
     expectSetUp(builder, R"([createProgram mProgram]; ?matrixMVP; ?heightMax; ?textureHeight; ?vertices
-        RGB16F mTextureNormal; [glGenFramebuffers mFBONormal]
+        RGB16F 97 61 mTextureNormal; [glGenFramebuffers mFBONormal]
         [glBindFramebuffer mFBONormal]; [glFramebufferTexture2D mFBONormal mTextureNormal])");
-    expectPass([&] { builder.build(7); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 1; glUseProgram 1
+    expectPass([&] { builder.build(7); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 1 97 61; glUseProgram 1
         textureHeight 0; unit 0 texture 7; heightMax 100; matrixMVP 1)");
 }
 
@@ -94,19 +73,20 @@ TEST_F(WaterCallsTest, ShallowWaterIterative) {
         [createProgram mProgramHorizontalWave]
         ?matrixMVP; ?center; ?radius; ?strength; ?waveRadius; ?waveCount; ?preserveWeight; ?vertices
         [createProgram mProgramUpdate]; ?matrixMVP; ?textureWater; ?vertices
-        RG16F mTexturesWater[0]; RG16F mTexturesWater[1]; [glGenFramebuffers mFBOsWater[0]]
+        RG16F 97 61 mTexturesWater[0]; RG16F 97 61 mTexturesWater[1]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])");
-    expectPass([&] { water.addDrop(a, 10.0F, 0.5F, 0.25F); }, R"(target 1; glUseProgram 1
+    expectPass([&] { water.addDrop(a, 10.0F, 0.5F, 0.25F); }, R"(target 1 97 61; glUseProgram 1
         ?textureWater 0; unit 0 texture 2; center 12 20.5; radius 10; strength 0.5; preserveWeight 0.25; matrixMVP 1)");
-    expectPass([&] { water.addDropLine(a, b, 10.0F, 0.5F, 0.25F); }, R"(target 2; glUseProgram 2
+    expectPass([&] { water.addDropLine(a, b, 10.0F, 0.5F, 0.25F); }, R"(target 2 97 61; glUseProgram 2
         ?textureWater 0; unit 0 texture 1; center 12 20.5; center2 90 40; radius 10; strength 0.5; matrixMVP 1
         preserveWeight 0.25)");
-    expectPass([&] { water.addHorizontalWave(30.0F, 10.0F, 0.5F, 7.0F, 2.0F, 0.25F); }, R"(target 1; glUseProgram 3
+    expectPass([&] { water.addHorizontalWave(30.0F, 10.0F, 0.5F, 7.0F, 2.0F, 0.25F); },
+               R"(target 1 97 61; glUseProgram 3
         ?textureWater 0; unit 0 texture 2; center 30; radius 10; strength 0.5; waveRadius 7; waveCount 2
         preserveWeight 0.25; matrixMVP 1; [glUniformMatrix4fv matrixMVP])");
     water.setIterationCount(1);
-    expectPass([&] { water.update(); }, R"(target 2; [glBindFramebuffer mFBOsWater[0]]
+    expectPass([&] { water.update(); }, R"(target 2 97 61; [glBindFramebuffer mFBOsWater[0]]
         glFramebufferTexture2D 2; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]; glUseProgram 4
         textureWater 0; unit 0 texture 1; [glBindTexture mProgramUpdate]; matrixMVP 1
         [glUniformMatrix4fv matrixMVP])");
@@ -119,55 +99,50 @@ TEST_F(WaterCallsTest, ShallowWaterRenderer) {
         ?heightMax; ?light; ?materialSpecular; ?materialShininess; ?screenWidth; ?screenHeight; ?textureFlip; ?vertices
         ?texcoords)");
     renderer.setTexture(9);
-    expectCalls([&] { renderer.render(7, 8); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 0; glUseProgram 1
+    expectCalls([&] { renderer.render(7, 8); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 0 97 61; glUseProgram 1
         heightMax 100; [glUniform1f maxHeight]; light -0.271607 0.724286 0.63375; [glUniform3fv light]
         materialSpecular 0; [glUniform1f materialSpecular]; materialShininess 50; [glUniform1f materialShininess]
         matrixMVP 1; [glUniformMatrix4fv matrixMVP]; screenWidth 97; [glUniform1f screenWidth]
         screenHeight 61; [glUniform1f screenHeight]; textureFlip 0; [glUniform1b mBGFlip]
         textureNormal 0; textureHeight 1; textureBG 2; unit 0 texture 8; unit 1 texture 7; unit 2 texture 9
-        glTexParameteri TEXTURE_2D TEXTURE_MIN_FILTER LINEAR; glTexParameteri TEXTURE_2D TEXTURE_MAG_FILTER LINEAR
-        glTexParameteri TEXTURE_2D TEXTURE_WRAP_S MIRRORED_REPEAT
-        glTexParameteri TEXTURE_2D TEXTURE_WRAP_T MIRRORED_REPEAT
-        glVertexAttribPointer vertices 3 FLOAT 0 0; glEnableVertexAttribArray vertices
-        glVertexAttribPointer texcoords 2 FLOAT 0 0; glEnableVertexAttribArray texcoords
-        glDrawArrays TRIANGLE_STRIP 0 4; glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices
+        MIN_FILTER LINEAR; MAG_FILTER LINEAR; WRAP_S MIRRORED_REPEAT; WRAP_T MIRRORED_REPEAT
+        Pointer vertices 3 0; Enable vertices; Pointer texcoords 2 0; Enable texcoords
+        glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices
         unit 2 texture 0; unit 1 texture 0; unit 0 texture 0; glUseProgram 0; glBindFramebuffer FRAMEBUFFER 0)");
 }
 
 TEST_F(WaterCallsTest, ShallowWater) {
     ShallowWater pond;
     expectCalls([&] { pond.drawFullScreenQuad(1); }, "");
-    expectSetUp(pond, R"([createProgram mProgramDrop]; [createProgram mProgramDropLine]; [createProgram mProgramUpdate]
-        [glGenTextures mTexturesWater]; R16F mTexturesWater[0]; R16F mTexturesWater[1]; R16F mTexturesWater[2]
-        [glGenFramebuffers mFBOsWater[0]]
+    expectSetUp(pond, R"(
+        [createProgram mProgramDrop]; [createProgram mProgramDropLine]; [createProgram mProgramUpdate]
+        [glGenTextures mTexturesWater]; R16F 97 61 mTexturesWater[0]; R16F 97 61 mTexturesWater[1]
+        R16F 97 61 mTexturesWater[2]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]]
         [glBindFramebuffer mFBOWater[2]]; [glFramebufferTexture2D mFBOsWater[2] mTexturesWater[2]])");
-    const std::string matrix = "; ?mvpMatrix 1; [glUniformMatrix4fv mvpMatrix];";
+    const std::string matrix = "; ?mvpMatrix 1; [glUniformMatrix4fv mvpMatrix]; ";
     const std::string quad = R"(glViewport 0 0 97 61
-        ?quadCoord; glVertexAttribPointer quadCoord 3 FLOAT 0 0; [glVertexAttribPointer program]
-        ?quadCoord; glEnableVertexAttribArray quadCoord; [glEnableVertexAttribArray program]
+        ?quadCoord; Pointer quadCoord 3 0; [glVertexAttribPointer program]
+        ?quadCoord; Enable quadCoord; [glEnableVertexAttribArray program]
         glDrawArrays TRIANGLE_STRIP 0 4; [glDrawArrays DropletPsudoRenderer::program]
-        ?quadCoord; glDisableVertexAttribArray quadCoord; [glDisableVertexAttribArray program]; glFlush;)";
-    expectCalls([&] { pond.addDrop(a, 10.0F, 0.5F); }, R"(
-        glBindFramebuffer FRAMEBUFFER 1; glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc SRC_COLOR DST_COLOR
-        glUseProgram 1; ?center 12 20.5; ?radius 5; ?strength 0.5)" +
-                                                           matrix + quad + R"(
-        glUseProgram 0; glDisable BLEND; glBindFramebuffer FRAMEBUFFER 0)");
-    EXPECT_EQ(log.take().at(0).message, "addDrop center[12.000000,20.500000] radius[10.000000] strength[0.500000]");
-    expectCalls([&] { pond.addDropLine(a, b, 10.0F, 0.5F); }, R"(glBindFramebuffer FRAMEBUFFER 1; glUseProgram 2
-        ?textureWater 0; unit 0 texture 3; ?center 12 20.5; ?center2 90 40; ?radius 5; ?strength 0.5)" +
-                                                                  matrix + quad +
-                                                                  "glUseProgram 0; glBindFramebuffer FRAMEBUFFER 0");
-    expectCalls([&] { pond.update(); },
-                R"(
+        ?quadCoord; Disable quadCoord; [glDisableVertexAttribArray program]; glFlush; )";
+    const std::string drop = R"(glBindFramebuffer FRAMEBUFFER 1; glEnable BLEND; glBlendEquation FUNC_ADD
+        glBlendFunc SRC_COLOR DST_COLOR; glUseProgram 1; ?center 12 20.5; ?radius 5; ?strength 0.5)";
+    const std::string line = R"(glBindFramebuffer FRAMEBUFFER 1; glUseProgram 2; ?textureWater 0; unit 0 texture 3
+        ?center 12 20.5; ?center2 90 40; ?radius 5; ?strength 0.5)";
+    const std::string step = R"(
         glBindFramebuffer FRAMEBUFFER 2; [glBindFramebuffer mFBOsWater[mCurrentBufferIndex]]; glFramebufferTexture2D 2
         [glFramebufferTexture2D mFBOsWater[mCurrentBufferIndex] mTexturesWater[mCurrentBufferIndex]]
-        glUseProgram 3; ?texture1 0; unit 0 texture 1; ?texture2 1; unit 1 texture 3)" +
-                    matrix + R"(
-        ?Term 0.308996 -0.993521 0.421131; [glUniform3fv Term];)" +
-                    quad +
-                    "glBindTexture TEXTURE_2D 0; unit 0 texture 0; glUseProgram 0; glBindFramebuffer FRAMEBUFFER 0");
+        glUseProgram 3; ?texture1 0; unit 0 texture 1; ?texture2 1; unit 1 texture 3)";
+    const std::string term = "?Term 0.308996 -0.993521 0.421131; [glUniform3fv Term]; ";
+    const std::string unbound = "glBindTexture TEXTURE_2D 0; unit 0 texture 0; ";
+    const std::string end = "glUseProgram 0; glBindFramebuffer FRAMEBUFFER 0";
+    expectCalls([&] { pond.addDrop(a, 10.0F, 0.5F); },
+                drop + matrix + quad + "glUseProgram 0; glDisable BLEND; glBindFramebuffer FRAMEBUFFER 0");
+    EXPECT_EQ(log.take().at(0).message, "addDrop center[12.000000,20.500000] radius[10.000000] strength[0.500000]");
+    expectCalls([&] { pond.addDropLine(a, b, 10.0F, 0.5F); }, line + matrix + quad + end);
+    expectCalls([&] { pond.update(); }, step + matrix + term + quad + unbound + end);
 }
 
 class WaterTest : public GLTest {

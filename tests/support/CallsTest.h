@@ -1,0 +1,44 @@
+#pragma once
+
+#include "tests/support/GLTest.h"
+
+#include <regex>
+
+/// A test of the GL calls that operations make, with short forms for what recurs:
+///
+///     radius 10                  sets a uniform (by a call of another type it would be an error)
+///     ?radius, ?radius 10        looks a uniform or an attribute up; and sets it
+///     [label]                    checkGLError
+///     R16F 97 61 mTexture        an empty half-float texture and its label
+///     WRAP_S CLAMP_TO_EDGE       a texture parameter
+///     target 1 97 61             viewport and framebuffer
+///     unit 0 texture 7           makes a unit active and binds a texture to it
+///     Pointer vertices 3 0       an attribute's floats per vertex and stride
+///     Enable, Disable vertices   its array
+///     quad                       all of these around a draw of four vertices
+class CallsTest : public GLTest {
+  protected:
+    static std::string shortened(std::string sequence) {
+        const std::pair<const char*, const char*> forms[] = {
+            {"(^|\n)glUniform\\w+ ", "$1"},
+            {"glGet\\w+Location ", "?"},
+            {"\\?(\\w+)\n\\1 ", "?$1 "},
+            {"checkGLError (.*)", "[$1]"},
+            {"glTexImage2D (\\w+ \\d+ \\d+) \\w+ HALF_FLOAT none\n\\[glTexImage2D (.*)\\]", "$1 $2"},
+            {"glTexParameteri TEXTURE_2D TEXTURE_", ""},
+            {"glViewport 0 0 (\\w+ \\w+)\nglBindFramebuffer FRAMEBUFFER (\\w+)", "target $2 $1"},
+            {"glActiveTexture TEXTURE(.)\nglBindTexture TEXTURE_2D", "unit $1 texture"},
+            {"(^|\n)glVertexAttribPointer (\\w+ \\d) FLOAT 0", "$1Pointer $2"},
+            {"(^|\n)gl(Enable|Disable)VertexAttribArray", "$1$2"},
+            {"Pointer vertices 3 0\nEnable vertices\nglDrawArrays TRIANGLE_STRIP 0 4\nDisable vertices", "quad"}};
+        for (const auto& [calls, form] : forms)
+            sequence = std::regex_replace(sequence, std::regex(calls), form);
+        return sequence;
+    }
+
+    /// @param words  of all calls, only those count that have one of these in them; none: all count
+    static void expectCalls(const std::function<void()>& action, const std::string& expected,
+                            const std::vector<const char*>& words = {}) {
+        EXPECT_EQ(shortened(glRecorder().sequence(action, words)), calls(expected));
+    }
+};
