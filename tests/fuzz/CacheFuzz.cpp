@@ -3,12 +3,11 @@
 #include "foundation/GlobalProperty.h"
 #include "foundation/ProgramBuilder.h"
 #include "headless/HeadlessContext.h"
+#include "tests/fuzz/Require.h"
 
 #include <GLES3/gl3.h>
 #include <android/log.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
@@ -31,12 +30,6 @@ struct Driver {
 } driver;
 
 std::string folder;
-
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 std::string fileContent(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);

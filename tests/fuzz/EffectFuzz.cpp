@@ -2,16 +2,15 @@
 
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
-#include "tests/fuzz/JavaVm.h"
 #include "tests/fuzz/NativeFunctions.h"
+#include "tests/fuzz/Require.h"
 
 #include <GLES3/gl3.h>
 #include <android/log.h>
 
-#include <cstdio>
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
-#include <optional>
+#include <iterator>
 
 namespace {
 
@@ -22,10 +21,19 @@ constexpr int maxSteps = 60;
 
 JNIEnv* java = nullptr;
 
-void require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
+/// Starts the process's machine. It interprets only and handles no signal that it can do without, so that sanitizers
+/// see what there is to see.
+JNIEnv* startJavaVm() {
+    const char* flags[] = {"-Xint", "-Xrs", "-Xmx64m", "-XX:+UseSerialGC", "-XX:-UsePerfData"};
+    JavaVMOption options[std::size(flags)] = {};
+    std::transform(std::begin(flags), std::end(flags), options, [](const char* flag) {
+        return JavaVMOption{const_cast<char*>(flag), nullptr};
+    });
+    JavaVMInitArgs arguments = {JNI_VERSION_1_8, static_cast<jint>(std::size(options)), options, JNI_FALSE};
+    JavaVM* machine = nullptr;
+    void* environment = nullptr;
+    require(JNI_CreateJavaVM(&machine, &environment, &arguments) == JNI_OK, "no Java virtual machine");
+    return static_cast<JNIEnv*>(environment);
 }
 
 /// Every line has one of the two priorities and a tag.
@@ -38,7 +46,7 @@ void checkLogLine(const __android_logger_data* line, const char* message) {
 /// What a caller does within one context after another.
 class Session {
   public:
-    explicit Session(FuzzedDataProvider& bytes) : mBytes(bytes), mArguments(bytes, java), mContext(64, 64) {
+    explicit Session(FuzzedDataProvider& bytes) : mBytes(bytes), mArguments{bytes, java}, mContext(64, 64) {
         GlobalProperty::DEBUG_LOG = false;
         GlobalProperty::BINARY_SHADER = false;
         GlobalProperty::ROOT_DIR[0] = '\0';
@@ -74,7 +82,7 @@ class Session {
         } else if (choice < 38) {
             forgetOne();
         } else if (choice < 44) {
-            pick(settings())(mArguments, 0);
+            pick(settings)(mArguments, 0);
         } else {
             call();
         }
@@ -86,7 +94,7 @@ class Session {
     }
 
     void allocate() {
-        const NativeClass& of = pick(nativeClasses());
+        const NativeClass& of = pick(nativeClasses);
         mObjects.push_back({&of, of.alloc(java, nullptr)});
         require(mObjects.back().handle != 0, "Alloc gave no object");
         if (mBytes.ConsumeIntegral<uint8_t>() < 64) return; // to meet calls that come too early
@@ -155,6 +163,11 @@ class Session {
 };
 
 } // namespace
+
+/// The machine raises and handles SIGSEGV on purpose, and keeps what it has allocated until the process ends.
+extern "C" const char* __asan_default_options() {
+    return "handle_segv=0:detect_leaks=0:allocator_may_return_null=1";
+}
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     java = startJavaVm();

@@ -19,7 +19,7 @@ struct NativeClass {
     std::vector<NativeFunction> others; ///< these two first
 };
 
-const std::vector<NativeClass>& nativeClasses();
+extern const std::vector<NativeClass> nativeClasses;
 
 /// The functions of the settings; the handle is ignored.
-const std::vector<NativeFunction>& settings();
+extern const std::vector<NativeFunction> settings;

@@ -13,25 +13,20 @@
 #include <gmock/gmock.h>
 
 #define NATIVE(name) Java_com_vyn_effect_tidalume_##name
-#define SETTING(name, Argument) void NATIVE(GlobalProperty_##name)(JNIEnv*, jclass, Argument);
+#define METHOD(name, ...) void NATIVE(name)(JNIEnv*, jclass, jlong, __VA_ARGS__);
 #define LIFE(Effect)                                                                                                   \
     jlong NATIVE(Effect##_Alloc)(JNIEnv*, jclass);                                                                     \
     void NATIVE(Effect##_Free)(JNIEnv*, jclass, jlong);
-#define METHOD(name, ...) void NATIVE(name)(JNIEnv*, jclass, jlong, __VA_ARGS__);
+#define FOR_EACH_EFFECT(apply)                                                                                         \
+    apply(CometRenderer) apply(IntensityMapBuilder) apply(Metaball2DRenderer) apply(MetaballRenderer)                  \
+        apply(NormalMapBuilder) apply(ShallowWater) apply(ShallowWaterIterative) apply(ShallowWaterRenderer)           \
+            apply(VectorGraphicRenderer)
 
 extern "C" {
-SETTING(setDEBUGLOG, jboolean)
-SETTING(setBINARYSHADER, jboolean)
-SETTING(setROOTDIR, jstring)
-LIFE(CometRenderer)
-LIFE(IntensityMapBuilder)
-LIFE(Metaball2DRenderer)
-LIFE(MetaballRenderer)
-LIFE(NormalMapBuilder)
-LIFE(ShallowWater)
-LIFE(ShallowWaterIterative)
-LIFE(ShallowWaterRenderer)
-LIFE(VectorGraphicRenderer)
+FOR_EACH_EFFECT(LIFE)
+void NATIVE(GlobalProperty_setDEBUGLOG)(JNIEnv*, jclass, jboolean);
+void NATIVE(GlobalProperty_setBINARYSHADER)(JNIEnv*, jclass, jboolean);
+void NATIVE(GlobalProperty_setROOTDIR)(JNIEnv*, jclass, jstring);
 METHOD(IntensityMapBuilder_addDropLine, jfloatArray, jfloatArray, jfloat, jfloat, jfloat)
 METHOD(Metaball2DRenderer_addMetaballs, jfloatArray, jint)
 METHOD(Metaball2DRenderer_render, jfloatArray)
@@ -46,37 +41,29 @@ METHOD(VectorGraphicRenderer_renderBitmapCircle, jfloat, jfloat, jfloat, jfloatA
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using Asked = std::vector<std::string>;
 
 /// What the wrappers ask of the virtual machine, written down. Java arrays and strings are the C ones they show.
-std::vector<std::string> asked;
+Asked asked;
 float first[6] = {48.0F, 30.0F, 20.0F, 0.5F};
 float second[6] = {10.0F, 50.0F, 20.0F, 0.5F};
 const void* unpinnable = nullptr;
 
-std::string nameOf(const void* array) {
-    return array == first ? "first" : array == second ? "second" : "string";
-}
-
-jfloat* pinFloats(JNIEnv*, jfloatArray array, jboolean*) {
-    asked.push_back("pin " + nameOf(array));
-    return array == unpinnable ? nullptr : reinterpret_cast<jfloat*>(array);
+template <typename Object, typename Element>
+Element* pin(JNIEnv*, Object object, jboolean*) {
+    const void* address = object;
+    asked.emplace_back(address == second ? "pin second" : "pin");
+    return address == unpinnable ? nullptr : reinterpret_cast<Element*>(object);
 }
 
 void releaseFloats(JNIEnv*, jfloatArray array, jfloat* elements, jint mode) {
     EXPECT_EQ(elements, reinterpret_cast<jfloat*>(array));
-    asked.push_back("release " + nameOf(array) + " " + std::to_string(mode));
-}
-
-const char* pinString(JNIEnv*, jstring string, jboolean*) {
-    asked.push_back("pin " + nameOf(string));
-    return string == unpinnable ? nullptr : reinterpret_cast<const char*>(string);
+    asked.push_back((elements == second ? "release second " : "release ") + std::to_string(mode));
 }
 
 void releaseString(JNIEnv*, jstring string, const char* characters) {
     EXPECT_EQ(characters, reinterpret_cast<const char*>(string));
-    asked.push_back("release " + nameOf(string));
+    asked.emplace_back("release");
 }
 
 class BridgeTest : public GLTest {
@@ -84,14 +71,14 @@ class BridgeTest : public GLTest {
     BridgeTest() {
         unpinnable = nullptr;
         asked.clear();
-        functions.GetFloatArrayElements = pinFloats;
+        functions.GetFloatArrayElements = pin<jfloatArray, jfloat>;
         functions.ReleaseFloatArrayElements = releaseFloats;
-        functions.GetStringUTFChars = pinString;
+        functions.GetStringUTFChars = pin<jstring, const char>;
         functions.ReleaseStringUTFChars = releaseString;
         env.functions = &functions;
     }
 
-    std::vector<std::string> takeAsked() { return std::exchange(asked, {}); }
+    Asked takeAsked() { return std::exchange(asked, {}); }
 
     JNINativeInterface_ functions = {};
     JNIEnv env = {};
@@ -107,19 +94,15 @@ TEST_F(BridgeTest, HandlesAreSignExtended) {
 }
 
 TEST_F(BridgeTest, WithoutMemoryTheHandleIsZeroAndFreeingItDoesNothing) {
-#define ALLOC_FREE(Effect)                                                                                             \
-    { NATIVE(Effect##_Alloc), NATIVE(Effect##_Free) }
-    const std::pair<decltype(&NATIVE(CometRenderer_Alloc)), decltype(&NATIVE(CometRenderer_Free))> lives[] = {
-        ALLOC_FREE(CometRenderer),         ALLOC_FREE(IntensityMapBuilder),  ALLOC_FREE(Metaball2DRenderer),
-        ALLOC_FREE(MetaballRenderer),      ALLOC_FREE(NormalMapBuilder),     ALLOC_FREE(ShallowWater),
-        ALLOC_FREE(ShallowWaterIterative), ALLOC_FREE(ShallowWaterRenderer), ALLOC_FREE(VectorGraphicRenderer)};
-    for (const auto& [Alloc, Free] : lives) {
+    const auto test = [&](auto* Alloc, auto* Free) {
         failingMalloc(0);
         const jlong handle = Alloc(&env, nullptr);
         EXPECT_TRUE(failingMalloc(-1));
         EXPECT_EQ(handle, 0);
         Free(&env, nullptr, handle);
-    }
+    };
+#define TEST_LIFE(Effect) test(NATIVE(Effect##_Alloc), NATIVE(Effect##_Free));
+    FOR_EACH_EFFECT(TEST_LIFE)
 }
 
 TEST_F(BridgeTest, AnyNonZeroByteSwitchesASettingOn) {
@@ -132,29 +115,29 @@ TEST_F(BridgeTest, AnyNonZeroByteSwitchesASettingOn) {
 }
 
 TEST_F(BridgeTest, ADirectoryFitsWholeOrIsIgnored) {
-    const auto set = [&](std::string directory) {
-        NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(directory.data()));
-        return takeAsked();
-    };
     const std::string longest(1023, 'x');
-    EXPECT_THAT(set(longest), ElementsAre("pin string", "release string"));
-    EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
-    EXPECT_THAT(set(std::string(1024, 'y')), ElementsAre("pin string", "release string"));
-    EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
-    set("/short/");
-    EXPECT_STREQ(GlobalProperty::ROOT_DIR, "/short/") << "nothing of a longer one stays behind";
-
+    const std::tuple<std::string, std::string, const char*> rows[] = {
+        {longest, longest, "longest"},
+        {std::string(1024, 'y'), longest, "too long"},
+        {"/short/", "/short/", "nothing of a longer one stays behind"},
+    };
+    for (const auto& [directory, expected, name] : rows) {
+        NATIVE(GlobalProperty_setROOTDIR)
+        (&env, nullptr, reinterpret_cast<jstring>(const_cast<char*>(directory.data())));
+        EXPECT_EQ(takeAsked(), (Asked{"pin", "release"})) << name;
+        EXPECT_EQ(GlobalProperty::ROOT_DIR, expected) << name;
+    }
     NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, nullptr);
-    EXPECT_THAT(takeAsked(), IsEmpty());
+    EXPECT_EQ(takeAsked(), Asked{});
     char refused[] = "/refused/";
     unpinnable = refused;
     NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(refused));
-    EXPECT_THAT(takeAsked(), ElementsAre("pin string"));
+    EXPECT_EQ(takeAsked(), Asked{"pin"});
     EXPECT_STREQ(GlobalProperty::ROOT_DIR, "/short/");
 }
 
-/// Arrays are pinned in parameter order up to one that fails, and released in reverse with what was written. Without
-/// one nothing is drawn.
+/// Arrays are pinned in parameter order up to one that is null or fails, since its exception may be pending, and
+/// released in reverse with what was written. Without one nothing is drawn.
 TEST_F(BridgeTest, PinsAndReleasesArrays) {
     IntensityMapBuilder heights;
     Metaball2DRenderer metaballs;
@@ -166,50 +149,46 @@ TEST_F(BridgeTest, PinsAndReleasesArrays) {
     const auto ready = [](auto&... effects) { ((effects.init(), effects.setScreenSize(width, height)), ...); };
     ready(heights, pond, water, graphics);
 
-    using Arrays = std::function<void(jfloatArray, jfloatArray)>;
-#define CALL(effect, name, ...)                                                                                        \
-    [&](jfloatArray a, [[maybe_unused]] jfloatArray b) {                                                               \
-        NATIVE(name)(&env, nullptr, tidalume::toHandle(&(effect)), __VA_ARGS__);                                       \
-    }
-    const std::pair<const char*, Arrays> ofOne[] = {
-        {"addMetaballs", CALL(metaballs, Metaball2DRenderer_addMetaballs, a, 1)},
-        {"render", CALL(metaballs, Metaball2DRenderer_render, a)},
-        {"addDrop", CALL(pond, ShallowWater_addDrop, a, 8, 1)},
-        {"iterative addDrop", CALL(water, ShallowWaterIterative_addDrop, a, 8, 1, 1)},
-        {"renderCircle", CALL(graphics, VectorGraphicRenderer_renderCircle, 9, 9, 9, a)},
-        {"renderBitmapCircle", CALL(graphics, VectorGraphicRenderer_renderBitmapCircle, 9, 9, 9, a, 0)},
+    const auto draws = [&](auto* native, auto& effect, auto... arguments) {
+        return !glRecorder().record([&] { native(&env, nullptr, tidalume::toHandle(&effect), arguments...); }).empty();
     };
-    const std::pair<const char*, Arrays> ofTwo[] = {
-        {"heights addDropLine", CALL(heights, IntensityMapBuilder_addDropLine, a, b, 8, 1, 1)},
-        {"pond addDropLine", CALL(pond, ShallowWater_addDropLine, a, b, 8, 1)},
-        {"iterative addDropLine", CALL(water, ShallowWaterIterative_addDropLine, a, b, 8, 1, 1)},
-        {"renderRadialGradient", CALL(graphics, VectorGraphicRenderer_renderRadialGradient, 9, 9, 2, a, 9, b)},
+    using Array = jfloatArray;
+    const std::function<bool(Array)> ofOne[] = {
+        [&](Array a) { return draws(NATIVE(Metaball2DRenderer_addMetaballs), metaballs, a, 1); },
+        [&](Array a) { return draws(NATIVE(Metaball2DRenderer_render), metaballs, a); },
+        [&](Array a) { return draws(NATIVE(ShallowWater_addDrop), pond, a, 8.F, 1.F); },
+        [&](Array a) { return draws(NATIVE(ShallowWaterIterative_addDrop), water, a, 8.F, 1.F, 1.F); },
+        [&](Array a) { return draws(NATIVE(VectorGraphicRenderer_renderCircle), graphics, 9.F, 9.F, 9.F, a); },
+        [&](Array a) { return draws(NATIVE(VectorGraphicRenderer_renderBitmapCircle), graphics, 9.F, 9.F, 9.F, a, 0); },
+    };
+    const std::function<bool(Array, Array)> ofTwo[] = {
+        [&](Array a, Array b) { return draws(NATIVE(IntensityMapBuilder_addDropLine), heights, a, b, 8.F, 1.F, 1.F); },
+        [&](Array a, Array b) { return draws(NATIVE(ShallowWater_addDropLine), pond, a, b, 8.F, 1.F); },
+        [&](Array a, Array b) { return draws(NATIVE(ShallowWaterIterative_addDropLine), water, a, b, 8.F, 1.F, 1.F); },
+        [&](Array a, Array b) {
+            return draws(NATIVE(VectorGraphicRenderer_renderRadialGradient), graphics, 9.F, 9.F, 2.F, a, 9.F, b);
+        },
     };
     auto* const a = reinterpret_cast<jfloatArray>(first);
     auto* const b = reinterpret_cast<jfloatArray>(second);
-    const auto drawn = [&](const Arrays& call, jfloatArray one, jfloatArray other, const void* refused = nullptr) {
+    const auto check = [&](const auto& call, const void* refused, bool drawn, const Asked& expected) {
         unpinnable = refused;
-        return !glRecorder().record([&] { call(one, other); }).empty();
+        EXPECT_EQ(call(), drawn);
+        EXPECT_EQ(takeAsked(), expected);
     };
-    for (const auto& [name, call] : ofOne) {
-        EXPECT_TRUE(drawn(call, a, nullptr)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first", "release first 0")) << name;
-        EXPECT_FALSE(drawn(call, nullptr, nullptr)) << name;
-        EXPECT_THAT(takeAsked(), IsEmpty()) << name;
-        EXPECT_FALSE(drawn(call, a, nullptr, a)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first")) << name;
+    for (const auto& call : ofOne) {
+        SCOPED_TRACE(&call - ofOne);
+        check([&] { return call(a); }, nullptr, true, {"pin", "release 0"});
+        check([&] { return call(nullptr); }, nullptr, false, {});
+        check([&] { return call(a); }, a, false, {"pin"});
     }
-    for (const auto& [name, call] : ofTwo) {
-        EXPECT_TRUE(drawn(call, a, b)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first", "pin second", "release second 0", "release first 0")) << name;
-        EXPECT_FALSE(drawn(call, a, nullptr)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first", "release first 0")) << name;
-        EXPECT_FALSE(drawn(call, a, b, b)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first", "pin second", "release first 0")) << name;
-        EXPECT_FALSE(drawn(call, nullptr, b)) << name;
-        EXPECT_THAT(takeAsked(), IsEmpty()) << name;
-        EXPECT_FALSE(drawn(call, a, b, a)) << name;
-        EXPECT_THAT(takeAsked(), ElementsAre("pin first")) << name << ": the exception of a failed pin may be pending";
+    for (const auto& call : ofTwo) {
+        SCOPED_TRACE(&call - ofTwo);
+        check([&] { return call(a, b); }, nullptr, true, {"pin", "pin second", "release second 0", "release 0"});
+        check([&] { return call(a, nullptr); }, nullptr, false, {"pin", "release 0"});
+        check([&] { return call(a, b); }, b, false, {"pin", "pin second", "release 0"});
+        check([&] { return call(nullptr, b); }, nullptr, false, {});
+        check([&] { return call(a, b); }, a, false, {"pin"});
     }
     log.take();
 }
