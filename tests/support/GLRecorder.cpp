@@ -247,22 +247,48 @@ DRAW(glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, coun
 DRAW(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), (mode, count, type, indices),
      text(name(mode), count, name(type)))
 
+#define GENERATE(function, kind)                                                                                       \
+    void function(GLsizei n, GLuint* names) {                                                                          \
+        REAL(function)(n, names);                                                                                      \
+        created(#function, kind, n, names);                                                                            \
+        recorder.call(#function, text(n));                                                                             \
+    }
+
+GENERATE(glGenTextures, "texture")
+GENERATE(glGenFramebuffers, "framebuffer")
+
+/// A look-up of a location, whose name is remembered.
+#define LOOK_UP(function, names)                                                                                       \
+    GLint function(GLuint program, const GLchar* name) {                                                               \
+        recorder.call(#function, name);                                                                                \
+        const GLint location = REAL(function)(program, name);                                                          \
+        recorder.names[{program, location}] = name;                                                                    \
+        return location;                                                                                               \
+    }
+
+LOOK_UP(glGetUniformLocation, uniforms)
+LOOK_UP(glGetAttribLocation, attributes)
+
+/// What the driver says about a shader or program, or a failure and its info log.
+#define SAY(status, infoLog, statusName, fails)                                                                        \
+    void status(GLuint object, GLenum parameter, GLint* value) {                                                       \
+        recorder.call(#status, name(parameter));                                                                       \
+        REAL(status)(object, parameter, value);                                                                        \
+        refuse(recorder.faults.fails, parameter, statusName, value);                                                   \
+    }                                                                                                                  \
+    void infoLog(GLuint object, GLsizei size, GLsizei* length, GLchar* log) {                                          \
+        recorder.call(#infoLog, "");                                                                                   \
+        REAL(infoLog)(object, size, length, log);                                                                      \
+        if (recorder.faults.fails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);                       \
+    }
+
+SAY(glGetShaderiv, glGetShaderInfoLog, GL_COMPILE_STATUS, compileFails)
+SAY(glGetProgramiv, glGetProgramInfoLog, GL_LINK_STATUS, linkFails)
+
 void glDeleteShader(GLuint shader) {
     deleted("shader", 1, &shader);
     recorder.call("glDeleteShader", "");
     REAL(glDeleteShader)(shader);
-}
-
-void glGenTextures(GLsizei n, GLuint* names) {
-    REAL(glGenTextures)(n, names);
-    created("glGenTextures", "texture", n, names);
-    recorder.call("glGenTextures", text(n));
-}
-
-void glGenFramebuffers(GLsizei n, GLuint* names) {
-    REAL(glGenFramebuffers)(n, names);
-    created("glGenFramebuffers", "framebuffer", n, names);
-    recorder.call("glGenFramebuffers", text(n));
 }
 
 GLuint glCreateShader(GLenum type) {
@@ -289,48 +315,10 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
     REAL(glShaderSource)(shader, count, recorder.faults.pointsAreSinglePixels ? &changed : sources, lengths);
 }
 
-GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-    const GLint location = REAL(glGetUniformLocation)(program, name);
-    recorder.uniforms[{program, location}] = name;
-    recorder.call("glGetUniformLocation", name);
-    return location;
-}
-
-GLint glGetAttribLocation(GLuint program, const GLchar* name) {
-    const GLint location = REAL(glGetAttribLocation)(program, name);
-    recorder.attributes[{program, location}] = name;
-    recorder.call("glGetAttribLocation", name);
-    return location;
-}
-
 GLenum glCheckFramebufferStatus(GLenum target) {
     recorder.call("glCheckFramebufferStatus", "");
     if (recorder.refusesTarget()) return GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
     return REAL(glCheckFramebufferStatus)(target);
-}
-
-void glGetShaderiv(GLuint shader, GLenum parameter, GLint* value) {
-    recorder.call("glGetShaderiv", name(parameter));
-    REAL(glGetShaderiv)(shader, parameter, value);
-    refuse(recorder.faults.compileFails, parameter, GL_COMPILE_STATUS, value);
-}
-
-void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
-    recorder.call("glGetProgramiv", name(parameter));
-    REAL(glGetProgramiv)(program, parameter, value);
-    refuse(recorder.faults.linkFails, parameter, GL_LINK_STATUS, value);
-}
-
-void glGetShaderInfoLog(GLuint shader, GLsizei size, GLsizei* length, GLchar* log) {
-    recorder.call("glGetShaderInfoLog", "");
-    REAL(glGetShaderInfoLog)(shader, size, length, log);
-    if (recorder.faults.compileFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
-}
-
-void glGetProgramInfoLog(GLuint program, GLsizei size, GLsizei* length, GLchar* log) {
-    recorder.call("glGetProgramInfoLog", "");
-    REAL(glGetProgramInfoLog)(program, size, length, log);
-    if (recorder.faults.linkFails) std::snprintf(log, static_cast<size_t>(size), "%s", refusal);
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {

@@ -2,5 +2,5 @@
 
 #include "tests/support/LogCapture.h"
 
-/// Whether a line is one of those that the library may write: its priority, its tag and its words, with any arguments.
+/// Whether a line is one of those that an effect may write: its priority, its tag and its words, with any arguments.
 bool isInCatalogue(const LogLine& line);
