@@ -34,6 +34,7 @@ class Player {
     /// As Scene::set().
     void set(std::string_view name, float value) { mScene->set(name, value); }
 
+    /// As Scene::parameters().
     const std::vector<Parameter>& parameters() const { return mScene->parameters(); }
 
     /// Passes a touch on; the first one ends the demonstration. Pointers that are out of range are ignored.

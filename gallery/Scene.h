@@ -2,6 +2,7 @@
 
 #include "headless/Picture.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -21,11 +22,23 @@ constexpr int pointerCount = 10;
 
 /// Something that a person may set while a scene runs.
 struct Parameter {
+    /// @param value  where the scene keeps it, with the initial value in it
+    Parameter(const char* name, const char* label, float minimum, float maximum, float& value)
+        : name(name), label(label), minimum(minimum), maximum(maximum), initial(value), value(&value) {}
+
+    /// One of several choices, whose place in the list is the value.
+    Parameter(const char* name, const char* label, const std::vector<const char*>& choices, float& value)
+        : Parameter(name, label, 0, static_cast<float>(choices.size() - 1), value) {
+        this->choices = choices;
+    }
+
     const char* name;  ///< for Scene::set() and for links
     const char* label; ///< for people
     float minimum;
     float maximum;
     float initial;
+    float* value;
+    std::vector<const char*> choices; ///< for people; empty for a number
 };
 
 /// An effect shown in motion. A front end owns the GL context and the scene, and calls, on the context's thread:
@@ -56,11 +69,18 @@ class Scene {
     /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp().
     virtual std::vector<Touch> demonstration(int frame) const = 0;
 
-    /// What may be set, with its range.
-    virtual const std::vector<Parameter>& parameters() const = 0;
+    /// What may be set, with its range. What is set shows from the next frame on.
+    const std::vector<Parameter>& parameters() const { return mParameters; }
 
     /// Sets one of parameters(); the value is limited to its range, a name that is not there is ignored.
-    virtual void set(std::string_view name, float value) = 0;
+    void set(std::string_view name, float value) {
+        for (const Parameter& parameter : mParameters) {
+            if (name == parameter.name) *parameter.value = std::clamp(value, parameter.minimum, parameter.maximum);
+        }
+    }
+
+  protected:
+    std::vector<Parameter> mParameters; ///< for the constructor of each scene to list
 };
 
 } // namespace tidalume::gallery

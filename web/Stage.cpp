@@ -59,43 +59,37 @@ bool fit(Place& place, int width, int height) {
     return true;
 }
 
-void appendText(std::string& json, const char* name, const char* text) {
-    json += std::string("\"") + name + "\":\"";
+std::string quoted(const char* text) {
+    std::string json = "\"";
     for (; *text != '\0'; ++text) {
         if (*text == '"' || *text == '\\') json += '\\';
         json += *text;
     }
-    json += "\",";
+    return json + '"';
 }
 
-void appendParameter(std::string& json, const Parameter& parameter) {
-    char numbers[96];
-    std::snprintf(numbers, sizeof numbers, "\"minimum\":%g,\"maximum\":%g,\"initial\":%g}",
+template <typename Items, typename Describe>
+std::string list(const Items& items, Describe describe) {
+    std::string json;
+    for (const auto& item : items)
+        json += (json.empty() ? "[" : ",") + describe(item);
+    return json.empty() ? "[]" : json + ']';
+}
+
+std::string describe(const Parameter& parameter) {
+    char range[96];
+    std::snprintf(range, sizeof range, R"("minimum":%g,"maximum":%g,"initial":%g)",
                   static_cast<double>(parameter.minimum), static_cast<double>(parameter.maximum),
                   static_cast<double>(parameter.initial));
-    json += '{';
-    appendText(json, "name", parameter.name);
-    appendText(json, "label", parameter.label);
-    json += numbers;
+    return "{\"name\":" + quoted(parameter.name) + ",\"label\":" + quoted(parameter.label) +
+           ",\"choices\":" + list(parameter.choices, quoted) + ',' + range + '}';
 }
 
-std::string describeScenes() {
-    std::string json;
-    for (const SceneEntry& entry : sceneTable()) {
-        json += json.empty() ? "[{" : ",{";
-        appendText(json, "name", entry.name);
-        appendText(json, "title", entry.title);
-        appendText(json, "sentence", entry.sentence);
-        json += "\"parameters\":[";
-        const char* separator = "";
-        for (const Parameter& parameter : Player(entry, 1).parameters()) {
-            json += separator;
-            appendParameter(json, parameter);
-            separator = ",";
-        }
-        json += "]}";
-    }
-    return json + ']';
+std::string describe(const SceneEntry& entry) {
+    const Player player(entry, 1);
+    return "{\"name\":" + quoted(entry.name) + ",\"title\":" + quoted(entry.title) +
+           ",\"sentence\":" + quoted(entry.sentence) + ",\"parameters\":" +
+           list(player.parameters(), [](const Parameter& parameter) { return describe(parameter); }) + '}';
 }
 
 } // namespace
@@ -104,7 +98,7 @@ extern "C" {
 
 /// The scene table with each scene's parameters, as JSON.
 EMSCRIPTEN_KEEPALIVE const char* stageScenes() {
-    static const std::string text = describeScenes();
+    static const std::string text = list(sceneTable(), [](const SceneEntry& entry) { return describe(entry); });
     return text.c_str();
 }
 

@@ -20,7 +20,7 @@ struct Hill {
     float x;
     float top; // of the disc, above the bottom edge
     float radius;
-    float color[4];
+    Color color;
 };
 
 constexpr Hill hills[] = {
@@ -43,6 +43,12 @@ CometScene::CometScene() {
         star.brightness = 0.25F + 0.65F * size;
         star.phase = randomBetween(0, 2 * pi);
     }
+    mParameters = {
+        {"duration", "Seconds of a flight", 0.4F, 4, mDuration},
+        {"sparks", "Sparks per head and frame", 0, 4, mSparkRate},
+        {"blend", "Blend of the sparks", blendNames(), mBlend},
+        {"hue", "Colour", -180, 180, mHue},
+    };
 }
 
 void CometScene::setUp(int width, int height, const Picture&) {
@@ -77,6 +83,7 @@ void CometScene::launch(float x, float y) {
 
 void CometScene::drawFrame() {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    setBlend(mGraphics, Blend::Over);
     drawSky();
     drawStars();
     drawHills();
@@ -103,25 +110,12 @@ std::vector<Touch> CometScene::demonstration(int frame) const {
     return {};
 }
 
-const std::vector<Parameter>& CometScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"duration", "Seconds of a flight", 0.4F, 4, 1},
-        {"sparks", "Sparks per head and frame", 0, 4, 2},
-    };
-    return parameters;
+void CometScene::drawGlow(float x, float y, float begin, const Color& inner, float end, const Color& outer) {
+    mGraphics.renderRadialGradient(x, y, begin, turnHue(inner, mHue).data(), end, turnHue(outer, mHue).data());
 }
 
-void CometScene::set(std::string_view name, float value) {
-    if (name == "duration") mDuration = std::clamp(value, 0.4F, 4.0F);
-    if (name == "sparks") mSparkRate = std::clamp(value, 0.0F, 4.0F);
-}
-
-void CometScene::drawGlow(float x, float y, float begin, const float (&inner)[4], float end, const float (&outer)[4]) {
-    float innerColor[4];
-    float outerColor[4];
-    std::copy(std::begin(inner), std::end(inner), innerColor);
-    std::copy(std::begin(outer), std::end(outer), outerColor);
-    mGraphics.renderRadialGradient(x, y, begin, innerColor, end, outerColor);
+void CometScene::drawDot(float x, float y, float radius, const Color& color) {
+    mGraphics.renderCircle(x, y, radius, turnHue(color, mHue).data());
 }
 
 // Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
@@ -140,9 +134,8 @@ void CometScene::drawSky() {
 void CometScene::drawStars() {
     for (const Star& star : mStars) {
         const float twinkle = 0.8F + 0.2F * std::sin(star.phase + 0.09F * static_cast<float>(mFrame));
-        float color[4] = {0.80F + 0.20F * star.warmth, 0.92F, 1 - 0.25F * star.warmth, star.brightness * twinkle};
-        mGraphics.renderCircle(star.x * static_cast<float>(mWidth), star.y * static_cast<float>(mHeight),
-                               star.radius * mUnit, color);
+        drawDot(star.x * static_cast<float>(mWidth), star.y * static_cast<float>(mHeight), star.radius * mUnit,
+                {0.80F + 0.20F * star.warmth, 0.92F, 1 - 0.25F * star.warmth, star.brightness * twinkle});
     }
 }
 
@@ -151,7 +144,7 @@ void CometScene::drawHills() {
         const auto width = static_cast<float>(mWidth);
         const float radius = hill.radius * width;
         const float y = static_cast<float>(mHeight) - hill.top * width + radius;
-        const float beyond[4] = {hill.color[0], hill.color[1], hill.color[2], 0};
+        const Color beyond = {hill.color[0], hill.color[1], hill.color[2], 0};
         drawGlow(hill.x * width, y, radius - 0.7F, hill.color, radius + 0.7F, beyond);
     }
 }
@@ -182,13 +175,14 @@ void CometScene::addSpark(float x, float y, float brightness) {
 }
 
 void CometScene::drawSparks() {
+    setBlend(mGraphics, toBlend(mBlend));
     for (Spark& spark : mSparks) {
         if (spark.age >= 1) continue;
         spark.age += frameTime / sparkLife;
         if (spark.age < 0) continue;
         const float rest = 1 - spark.age;
-        float color[4] = {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest};
-        mGraphics.renderCircle(spark.x, spark.y, spark.radius, color);
+        drawDot(spark.x, spark.y, spark.radius,
+                {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest});
         spark.x += spark.velocityX * frameTime;
         spark.y += spark.velocityY * frameTime;
         spark.velocityY += 40 * mUnit * frameTime; // they fall, slowly

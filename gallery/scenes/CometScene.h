@@ -2,6 +2,8 @@
 
 #include "effects/comet/CometRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
+#include "gallery/Blend.h"
+#include "gallery/Color.h"
 #include "gallery/Scene.h"
 
 #include <array>
@@ -18,8 +20,6 @@ class CometScene : public Scene {
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     struct Star {
@@ -43,7 +43,8 @@ class CometScene : public Scene {
     };
 
     void launch(float x, float y);
-    void drawGlow(float x, float y, float begin, const float (&inner)[4], float end, const float (&outer)[4]);
+    void drawGlow(float x, float y, float begin, const Color& inner, float end, const Color& outer);
+    void drawDot(float x, float y, float radius, const Color& color);
     void drawSky();
     void drawStars();
     void drawHills();
@@ -63,6 +64,8 @@ class CometScene : public Scene {
     int mFrame = 0;
     float mDuration = 1; // of a flight, in seconds
     float mSparkRate = 2;
+    float mBlend = static_cast<float>(Blend::Over);
+    float mHue = 0;
 };
 
 } // namespace tidalume::gallery

@@ -1,5 +1,6 @@
 #include "gallery/scenes/MetaballsScene.h"
 
+#include "gallery/Color.h"
 #include "gallery/Random.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ struct Layer {
     float scale; // of the radius
     float inset; // taken off the radius, in shares of the unit
     float shift; // to the left and up, in shares of the radius
-    float color[4];
+    Color color;
 };
 
 constexpr Layer layers[] = {
@@ -41,13 +42,21 @@ MetaballsScene::MetaballsScene()
         stream.place += randomBetween(-0.06F, 0.06F);
         stream.radius *= randomBetween(0.9F, 1.1F);
     }
+    mParameters = {
+        {"radius", "Size of the drops", 0.5F, 1.5F, mRadius},
+        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        {"hue", "Colour", -180, 180, mHue},
+    };
 }
 
 void MetaballsScene::setUp(int width, int height, const Picture&) {
     mWidth = width;
     mHeight = height;
     mUnit = static_cast<float>(std::min(width, height));
-    mFieldFits = false;
+    mFieldQuality = 0;
+    GLfloat sizes[2] = {1, 1};
+    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
+    mLargestSprite = sizes[1];
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
 }
@@ -66,7 +75,7 @@ void MetaballsScene::touch(const Touch& touch) {
 }
 
 void MetaballsScene::drawFrame() {
-    if (!mFieldFits) fitField();
+    fitField();
     moveFingers();
     placeBalls();
     drawBackdrop();
@@ -86,29 +95,15 @@ std::vector<Touch> MetaballsScene::demonstration(int frame) const {
     return {{x, y, action, 0}};
 }
 
-const std::vector<Parameter>& MetaballsScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"radius", "Size of the drops", 0.5F, 1.5F, 1},
-        {"quality", "Pixels per field texel", 1, 6, 1},
-    };
-    return parameters;
-}
-
-void MetaballsScene::set(std::string_view name, float value) {
-    if (name == "radius") mRadius = std::clamp(value, 0.5F, 1.5F);
-    if (name == "quality") mQuality = std::clamp(value, 1.0F, 6.0F);
-    mFieldFits = false;
-}
-
 // A field coarse enough that the largest drop's sprite stays within what the driver draws.
 void MetaballsScene::fitField() {
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
     constexpr float spritePerRadius = 2 * 1.21F;
     const float largest = largestRadius * mUnit * mRadius * layers[0].scale * spritePerRadius;
-    mRenderer.init(std::max(mQuality, largest / sizes[1]));
+    const float quality = std::max(mQuality, largest / mLargestSprite);
+    if (quality == mFieldQuality) return;
+    mRenderer.init(quality);
     mRenderer.setScreenSize(mWidth, mHeight);
-    mFieldFits = true;
+    mFieldQuality = quality;
 }
 
 void MetaballsScene::moveFingers() {
@@ -159,12 +154,12 @@ void MetaballsScene::placeFingers() {
 }
 
 void MetaballsScene::drawBackdrop() {
-    float glow[4] = {0.300F, 0.065F, 0.170F, 1.0F};
-    float night[4] = {0.055F, 0.035F, 0.125F, 1.0F};
+    Color glow = turnHue({0.300F, 0.065F, 0.170F, 1.0F}, mHue);
+    Color night = turnHue({0.055F, 0.035F, 0.125F, 1.0F}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    mGraphics.renderRadialGradient(0.5F * width, 1.1F * height, 0.0F, glow, 1.1F * height, night);
+    mGraphics.renderRadialGradient(0.5F * width, 1.1F * height, 0.0F, glow.data(), 1.1F * height, night.data());
 }
 
 void MetaballsScene::drawLayers() {
@@ -175,10 +170,9 @@ void MetaballsScene::drawLayers() {
             ball.y -= ball.radius * layer.shift * 1.3F;
             ball.radius = (ball.radius * layer.scale - layer.inset * mUnit) * mRadius;
         }
-        float color[4];
-        std::copy(std::begin(layer.color), std::end(layer.color), color);
+        Color color = turnHue(layer.color, mHue);
         mRenderer.addMetaballs(&mLayer[0].x, static_cast<unsigned>(mLayer.size()));
-        mRenderer.render(color);
+        mRenderer.render(color.data());
     }
 }
 

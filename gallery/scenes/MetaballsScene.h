@@ -18,8 +18,6 @@ class MetaballsScene : public Scene {
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     // The record that the renderer reads.
@@ -62,10 +60,12 @@ class MetaballsScene : public Scene {
     int mWidth = 1;
     int mHeight = 1;
     float mUnit = 1; // all radii are shares of it, in pixels
+    float mLargestSprite = 1;
     int mFrame = 0;
-    bool mFieldFits = false; // the size and the settings below
+    float mFieldQuality = 0; // that the field has; 0 for another size than that of the screen
     float mQuality = 1;
     float mRadius = 1;
+    float mHue = 0;
 };
 
 } // namespace tidalume::gallery

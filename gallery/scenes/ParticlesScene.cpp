@@ -1,5 +1,7 @@
 #include "gallery/scenes/ParticlesScene.h"
 
+#include "gallery/Color.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -12,12 +14,26 @@ constexpr float largestParticle = 90;      // radius in pixels, on any screen
 
 } // namespace
 
+ParticlesScene::ParticlesScene() {
+    mParameters = {
+        {"radius", "Size of the blob under a finger", 10, 100, mRadius},
+        {"opacity", "Opacity", 0.1F, 1, mOpacity},
+        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        {"blend", "Blend of the tint", blendNames(), mBlend},
+        {"hue", "Colour", -180, 180, mHue},
+    };
+}
+
 void ParticlesScene::setUp(int width, int height, const Picture&) {
     mWidth = width;
     mHeight = height;
     mUnit = static_cast<float>(std::min(width, height)) / 540;
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
+    GLfloat sizes[2] = {1, 1};
+    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
+    mLargestSprite = sizes[1];
+    mFieldQuality = 0;
     fitField();
 }
 
@@ -37,7 +53,7 @@ void ParticlesScene::touch(const Touch& touch) {
 }
 
 void ParticlesScene::drawFrame() {
-    if (!mFieldFits) fitField();
+    fitField();
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     drawBackdrop();
     for (MetaballRenderer& emitter : mEmitters)
@@ -66,54 +82,40 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
     return touches;
 }
 
-const std::vector<Parameter>& ParticlesScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"radius", "Size of the blob under a finger", 10, 100, 50},
-        {"opacity", "Opacity", 0.1F, 1, 1},
-        {"quality", "Pixels per field texel", 1, 6, 2},
-    };
-    return parameters;
-}
-
-void ParticlesScene::set(std::string_view name, float value) {
-    if (name == "radius") mRadius = std::clamp(value, 10.0F, 100.0F);
-    if (name == "opacity") mOpacity = std::clamp(value, 0.1F, 1.0F);
-    if (name == "quality") mQuality = std::clamp(value, 1.0F, 6.0F);
-    mFieldFits = false;
-}
-
 // A field coarse enough that the largest sprite stays within what the driver draws.
 void ParticlesScene::fitField() {
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
     constexpr float spritePerRadius = 2 * 1.21F;
     const float largest = std::max(largestParticle, mRadius * mUnit) * spritePerRadius;
+    const float quality = std::max(mQuality, largest / mLargestSprite);
+    if (quality == mFieldQuality) return;
     for (MetaballRenderer& emitter : mEmitters) {
-        emitter.init(std::max(mQuality, largest / sizes[1]));
+        emitter.init(quality);
         emitter.setScreenSize(mWidth, mHeight);
     }
-    mFieldFits = true;
+    mFieldQuality = quality;
 }
 
 void ParticlesScene::drawBackdrop() {
-    float depth[4] = {0.07F, 0.09F, 0.20F, 1};
-    float glow[4] = {0.24F, 0.25F, 0.85F, 1};
-    mGraphics.setBlendFunction(GL_ONE, GL_ZERO, GL_ONE, GL_ZERO);
-    mGraphics.renderRadialGradient(0.5F * static_cast<float>(mWidth), 1.05F * static_cast<float>(mHeight), 0, glow,
-                                   1.1F * static_cast<float>(mHeight), depth);
+    Color depth = turnHue({0.07F, 0.09F, 0.20F, 1}, mHue);
+    Color glow = turnHue({0.24F, 0.25F, 0.85F, 1}, mHue);
+    setBlend(mGraphics, Blend::Over);
+    mGraphics.renderRadialGradient(0.5F * static_cast<float>(mWidth), 1.05F * static_cast<float>(mHeight), 0,
+                                   glow.data(), 1.1F * static_cast<float>(mHeight), depth.data());
 }
 
 // The effect paints white: gradients that multiply give the drops their colours.
 void ParticlesScene::drawTint() {
-    float yellow[4] = {1.00F, 0.86F, 0.42F, 1};
-    float coral[4] = {1.00F, 0.42F, 0.48F, 1};
-    float clear[4] = {1.00F, 1.00F, 1.00F, 1};
-    float violet[4] = {0.66F, 0.55F, 1.00F, 1};
+    Color yellow = turnHue({1.00F, 0.86F, 0.42F, 1}, mHue);
+    Color coral = turnHue({1.00F, 0.42F, 0.48F, 1}, mHue);
+    Color clear = {1.00F, 1.00F, 1.00F, 1};
+    Color violet = turnHue({0.66F, 0.55F, 1.00F, 1}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
-    mGraphics.setBlendFunction(GL_DST_COLOR, GL_ZERO, GL_ZERO, GL_ONE);
-    mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.1F * height, yellow, 0.6F * height, coral);
-    mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.4F * height, clear, 1.0F * height, violet);
+    setBlend(mGraphics, toBlend(mBlend));
+    mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.1F * height, yellow.data(), 0.6F * height,
+                                   coral.data());
+    mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.4F * height, clear.data(), 1.0F * height,
+                                   violet.data());
 }
 
 } // namespace tidalume::gallery

@@ -2,6 +2,7 @@
 
 #include "effects/metaball/MetaballRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
+#include "gallery/Blend.h"
 #include "gallery/Scene.h"
 
 #include <array>
@@ -11,13 +12,13 @@ namespace tidalume::gallery {
 /// A blob under each of up to three fingers sprays drops where the finger drags; they merge, slow down and shrink.
 class ParticlesScene : public Scene {
   public:
+    ParticlesScene();
+
     void setUp(int width, int height, const Picture& background) override;
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     void fitField();
@@ -28,11 +29,14 @@ class ParticlesScene : public Scene {
     VectorGraphicRenderer mGraphics;
     int mWidth = 1;
     int mHeight = 1;
-    float mUnit = 1;         // 1 pixel of a screen whose shorter side has 540
-    bool mFieldFits = false; // the size and the settings below
+    float mUnit = 1; // 1 pixel of a screen whose shorter side has 540
+    float mLargestSprite = 1;
+    float mFieldQuality = 0; // that the fields have; 0 for another size than that of the screen
     float mRadius = 50;
     float mOpacity = 1;
     float mQuality = 2;
+    float mBlend = static_cast<float>(Blend::Multiply);
+    float mHue = 0;
 };
 
 } // namespace tidalume::gallery

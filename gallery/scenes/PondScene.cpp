@@ -7,14 +7,23 @@ namespace tidalume::gallery {
 
 namespace {
 
-// In texels of the height field.
+// In texels of a height field of the usual fineness.
 constexpr float dropRadius = 7;
 constexpr float dropDistance = 30; // between the drops of a finger that moves
 constexpr float steepness = 15;
 constexpr float depth = 20;
-constexpr float updatesPerFrame = 8;
 
 } // namespace
+
+PondScene::PondScene() {
+    mParameters = {
+        {"radius", "Size of a drop", 0.4F, 3, mRadius},
+        {"strength", "Strength of a drop", 0.1F, 0.95F, mStrength},
+        {"iterations", "Iterations per frame", 1, 16, mIterations},
+        {"depth", "Depth of the water", 0, 3, mDepth},
+        {"field", "Texels across the field", 90, 540, mTexels},
+    };
+}
 
 void PondScene::setUp(int width, int height, const Picture& background) {
     mWidth = width;
@@ -34,30 +43,34 @@ void PondScene::contextLost() {
 void PondScene::touch(const Touch& touch) {
     if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
-    const float x = mSurface.toColumn(touch.x);
-    const float y = mSurface.toRow(touch.y);
-    const float distance = std::hypot(x - finger.x, y - finger.y);
-    if (touch.action == TouchAction::Move && distance < dropDistance) return;
-    finger = {x, y, true};
+    const float distance = std::hypot(mSurface.toColumn(touch.x - finger.x), mSurface.toRow(touch.y - finger.y));
+    if (touch.action == TouchAction::Move && distance < dropDistance * mSurface.scale()) return;
+    finger = {touch.x, touch.y, true};
 }
 
 void PondScene::drawFrame() {
+    fitField();
     const auto columns = static_cast<float>(mSurface.columns());
     const auto rows = static_cast<float>(mSurface.rows());
     // Drops are as wide in both directions as the screen makes them: the mean of the two is meant here.
-    const float radius = 4 * dropRadius * mRadius / (columns + rows);
+    const float radius = 4 * dropRadius * mRadius * mSurface.scale() / (columns + rows);
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
     for (Finger& finger : mFingers) {
         if (!finger.drops) continue;
-        float center[2] = {2 * finger.x / columns - 1, 1 - 2 * finger.y / rows};
+        float center[2] = {2 * mSurface.toColumn(finger.x) / columns - 1, 1 - 2 * mSurface.toRow(finger.y) / rows};
         mPond.addDropLine(center, center, radius, mStrength);
         finger.drops = false;
     }
-    const auto updates = std::max(1, static_cast<int>(std::lround(updatesPerFrame * mSpeed)));
-    for (int i = 0; i < updates; ++i)
+    const auto updates = std::lround(mIterations);
+    for (long i = 0; i < updates; ++i)
         mPond.update();
-    mSurface.draw(mPond.getTexture(), steepness, depth * mDepth);
+    mSurface.draw(mPond.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
+}
+
+void PondScene::fitField() {
+    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
+    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 std::vector<Touch> PondScene::demonstration(int frame) const {
@@ -73,23 +86,6 @@ std::vector<Touch> PondScene::demonstration(int frame) const {
         }
     }
     return {};
-}
-
-const std::vector<Parameter>& PondScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"radius", "Size of a drop", 0.4F, 3, 1},
-        {"strength", "Strength of a drop", 0.1F, 0.95F, 0.6F},
-        {"speed", "Speed of the waves", 0.1F, 2, 1},
-        {"depth", "Depth of the water", 0, 3, 1},
-    };
-    return parameters;
-}
-
-void PondScene::set(std::string_view name, float value) {
-    if (name == "radius") mRadius = std::clamp(value, 0.4F, 3.0F);
-    if (name == "strength") mStrength = std::clamp(value, 0.1F, 0.95F);
-    if (name == "speed") mSpeed = std::clamp(value, 0.1F, 2.0F);
-    if (name == "depth") mDepth = std::clamp(value, 0.0F, 3.0F);
 }
 
 } // namespace tidalume::gallery

@@ -11,19 +11,21 @@ namespace tidalume::gallery {
 /// A quiet pond: drops fall, and their rings run on for long.
 class PondScene : public Scene {
   public:
+    PondScene();
+
     void setUp(int width, int height, const Picture& background) override;
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     struct Finger {
-        float x, y;
+        float x, y; // in pixels of the screen
         bool drops; // a drop is to fall there in the next frame
     };
+
+    void fitField();
 
     ShallowWater mPond;
     WaterSurface mSurface;
@@ -32,8 +34,9 @@ class PondScene : public Scene {
     int mHeight = 1;
     float mRadius = 1;
     float mStrength = 0.6F;
-    float mSpeed = 1;
+    float mIterations = 8; // updates per frame
     float mDepth = 1;
+    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

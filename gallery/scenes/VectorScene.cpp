@@ -1,5 +1,6 @@
 #include "gallery/scenes/VectorScene.h"
 
+#include "gallery/Color.h"
 #include "gallery/Random.h"
 #include "gallery/scenes/VectorBitmaps.h"
 
@@ -29,6 +30,12 @@ VectorScene::VectorScene() {
         mBubbles[i].diameter = randomBetween(16, 46);
         mBubbles[i].rise = i % 3 == 0 ? 2 : 1;
     }
+    mParameters = {
+        {"speed", "Speed", 0, 3, mSpeed},
+        {"lens", "Size of the lens", 40, 200, mLensDiameter},
+        {"blend", "Blend of the lights", blendNames(), mBlend},
+        {"hue", "Colour", -180, 180, mHue},
+    };
 }
 
 void VectorScene::setUp(int width, int height, const Picture& background) {
@@ -56,7 +63,7 @@ void VectorScene::touch(const Touch& touch) {
 
 void VectorScene::drawFrame() {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
-    blendNormally();
+    setBlend(mGraphics, Blend::Over);
     drawBackdrop();
     drawWindow();
     drawBubbles();
@@ -80,38 +87,13 @@ std::vector<Touch> VectorScene::demonstration(int frame) const {
     return {{x(along), y(down), action, 0}};
 }
 
-const std::vector<Parameter>& VectorScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"speed", "Speed", 0, 3, 1},
-        {"lens", "Size of the lens", 40, 200, 120},
-    };
-    return parameters;
-}
-
-void VectorScene::set(std::string_view name, float value) {
-    if (name == "speed") mSpeed = std::clamp(value, 0.0F, 3.0F);
-    if (name == "lens") mLensDiameter = std::clamp(value, 40.0F, 200.0F);
-}
-
-void VectorScene::blendNormally() {
-    mGraphics.setBlendFunction(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-}
-
-void VectorScene::blendAdding() {
-    mGraphics.setBlendFunction(GL_SRC_ALPHA, GL_ONE, GL_ZERO, GL_ONE);
-}
-
-void VectorScene::blendMultiplying() {
-    mGraphics.setBlendFunction(GL_DST_COLOR, GL_ZERO, GL_ZERO, GL_ONE);
-}
-
 void VectorScene::drawBackdrop() {
-    float dawn[4] = {0.99F, 0.74F, 0.58F, 1};
-    float night[4] = {0.09F, 0.08F, 0.20F, 1};
-    mGraphics.renderRadialGradient(x(windowX), y(-60), 120 * mScale, dawn, 980 * mScale, night);
-    float glow[4] = {0.85F, 0.30F, 0.45F, 0.40F};
-    float none[4] = {0.60F, 0.20F, 0.50F, 0};
-    mGraphics.renderRadialGradient(x(windowX), y(560), 0, glow, 430 * mScale, none);
+    Color dawn = turnHue({0.99F, 0.74F, 0.58F, 1}, mHue);
+    Color night = turnHue({0.09F, 0.08F, 0.20F, 1}, mHue);
+    mGraphics.renderRadialGradient(x(windowX), y(-60), 120 * mScale, dawn.data(), 980 * mScale, night.data());
+    Color glow = turnHue({0.85F, 0.30F, 0.45F, 0.40F}, mHue);
+    Color none = turnHue({0.60F, 0.20F, 0.50F, 0}, mHue);
+    mGraphics.renderRadialGradient(x(windowX), y(560), 0, glow.data(), 430 * mScale, none.data());
 }
 
 // The coast passes to and fro behind the mask, which stays.
@@ -142,14 +124,14 @@ void VectorScene::drawBoats() {
 void VectorScene::drawLights() {
     constexpr float radius = 58;
     constexpr float orbit = 36;
-    float colors[3][4] = {{0.95F, 0.12F, 0.20F, 0.9F}, {0.10F, 0.85F, 0.30F, 0.9F}, {0.15F, 0.30F, 1.00F, 0.9F}};
-    blendAdding();
+    constexpr Color colors[3] = {{0.95F, 0.12F, 0.20F, 0.9F}, {0.10F, 0.85F, 0.30F, 0.9F}, {0.15F, 0.30F, 1.00F, 0.9F}};
+    setBlend(mGraphics, toBlend(mBlend));
     for (int i = 0; i < 3; ++i) {
         const float angle = twoPi * (mTime + static_cast<float>(i) / 3 - 0.25F);
         mGraphics.renderCircle(x(140 + orbit * std::cos(angle)), y(845 + orbit * std::sin(angle)), radius * mScale,
-                               colors[i]);
+                               turnHue(colors[i], mHue).data());
     }
-    blendNormally();
+    setBlend(mGraphics, Blend::Over);
 }
 
 void VectorScene::drawBubbles() {
@@ -179,10 +161,9 @@ void VectorScene::drawLenses() {
 void VectorScene::drawVignette() {
     float middle[4] = {1, 1, 1, 1};
     float corner[4] = {0.55F, 0.52F, 0.66F, 1};
-    blendMultiplying();
+    setBlend(mGraphics, Blend::Multiply);
     mGraphics.renderRadialGradient(x(0.5F * posterWidth), y(0.5F * posterHeight), 330 * mScale, middle, 600 * mScale,
                                    corner);
-    blendNormally();
 }
 
 } // namespace tidalume::gallery

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "effects/vector/VectorGraphicRenderer.h"
+#include "gallery/Blend.h"
 #include "gallery/PictureTexture.h"
 #include "gallery/Scene.h"
 
@@ -19,8 +20,6 @@ class VectorScene : public Scene {
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     struct Bubble {
@@ -38,9 +37,6 @@ class VectorScene : public Scene {
     float x(float posterX) const { return mLeft + mScale * posterX; }
     float y(float posterY) const { return mTop + mScale * posterY; }
 
-    void blendNormally();
-    void blendAdding();
-    void blendMultiplying();
     void drawBackdrop();
     void drawWindow();
     void drawBoats();
@@ -63,6 +59,8 @@ class VectorScene : public Scene {
     float mTime = 0; // in periods
     float mSpeed = 1;
     float mLensDiameter = 120;
+    float mBlend = static_cast<float>(Blend::Add);
+    float mHue = 0;
 };
 
 } // namespace tidalume::gallery

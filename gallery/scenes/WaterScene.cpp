@@ -10,15 +10,24 @@ namespace {
 
 constexpr float pi = 3.1415927F;
 
-// In texels of the height field.
+// In texels of a height field of the usual fineness.
 constexpr float dropRadius = 8;
 constexpr float dropStrength = 1.1F;
 constexpr float strokeStrength = 0.08F; // per frame, while the finger moves
 constexpr float steepness = 36;
 constexpr float depth = 19;
-constexpr float passesPerFrame = 4;
 
 } // namespace
+
+WaterScene::WaterScene() {
+    mParameters = {
+        {"radius", "Width of a finger", 0.4F, 3, mRadius},
+        {"strength", "Strength of a touch", 0.1F, 3, mStrength},
+        {"iterations", "Iterations per frame", 1, 8, mIterations},
+        {"depth", "Depth of the water", 0, 3, mDepth},
+        {"field", "Texels across the field", 90, 540, mTexels},
+    };
+}
 
 void WaterScene::setUp(int width, int height, const Picture& background) {
     mWidth = width;
@@ -36,8 +45,8 @@ void WaterScene::contextLost() {
 void WaterScene::touch(const Touch& touch) {
     if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
-    finger.to[0] = mSurface.toColumn(touch.x);
-    finger.to[1] = mSurface.toRow(touch.y);
+    finger.to[0] = touch.x;
+    finger.to[1] = touch.y;
     if (touch.action == TouchAction::Down) {
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
         finger.falls = true;
@@ -46,10 +55,16 @@ void WaterScene::touch(const Touch& touch) {
 }
 
 void WaterScene::drawFrame() {
+    fitField();
     disturb();
-    mWater.setIterationCount(std::max(1, static_cast<int>(std::lround(passesPerFrame * mSpeed))));
+    mWater.setIterationCount(static_cast<int>(std::lround(mIterations)));
     mWater.update();
-    mSurface.draw(mWater.getTexture(), steepness, depth * mDepth);
+    mSurface.draw(mWater.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
+}
+
+void WaterScene::fitField() {
+    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
+    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 // A line from where each finger was to where it is leaves no gap, however fast the finger.
@@ -59,7 +74,9 @@ void WaterScene::disturb() {
     for (Finger& finger : mFingers) {
         if (!finger.moved) continue;
         const float strength = finger.falls ? dropStrength : strokeStrength;
-        mWater.addDropLine(finger.from, finger.to, dropRadius * mRadius, strength * mStrength, 1);
+        float from[2] = {mSurface.toColumn(finger.from[0]), mSurface.toRow(finger.from[1])};
+        float to[2] = {mSurface.toColumn(finger.to[0]), mSurface.toRow(finger.to[1])};
+        mWater.addDropLine(from, to, dropRadius * mRadius * mSurface.scale(), strength * mStrength, 1);
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
         finger.moved = finger.falls = false;
     }
@@ -91,23 +108,6 @@ std::vector<Touch> WaterScene::demonstration(int frame) const {
         touches.push_back({x, y, step == strokeBegin ? TouchAction::Down : TouchAction::Move, 0});
     }
     return touches;
-}
-
-const std::vector<Parameter>& WaterScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"radius", "Width of a finger", 0.4F, 3, 1},
-        {"strength", "Strength of a touch", 0.1F, 3, 1},
-        {"speed", "Speed of the waves", 0.2F, 2, 1},
-        {"depth", "Depth of the water", 0, 3, 1},
-    };
-    return parameters;
-}
-
-void WaterScene::set(std::string_view name, float value) {
-    if (name == "radius") mRadius = std::clamp(value, 0.4F, 3.0F);
-    if (name == "strength") mStrength = std::clamp(value, 0.1F, 3.0F);
-    if (name == "speed") mSpeed = std::clamp(value, 0.2F, 2.0F);
-    if (name == "depth") mDepth = std::clamp(value, 0.0F, 3.0F);
 }
 
 } // namespace tidalume::gallery

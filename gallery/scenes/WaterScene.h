@@ -11,23 +11,24 @@ namespace tidalume::gallery {
 /// A clear brook: fingers draw furrows and drops fall, whose rings meet and come back from the edges.
 class WaterScene : public Scene {
   public:
+    WaterScene();
+
     void setUp(int width, int height, const Picture& background) override;
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
     /// Where a finger was when the water was last disturbed, and where it is.
-    struct Finger {
+    struct Finger { // in pixels of the screen
         float from[2];
         float to[2];
         bool moved;
         bool falls; // it has just come down
     };
 
+    void fitField();
     void disturb();
 
     ShallowWaterIterative mWater;
@@ -37,8 +38,9 @@ class WaterScene : public Scene {
     int mHeight = 1;
     float mRadius = 1;
     float mStrength = 1;
-    float mSpeed = 1;
+    float mIterations = 4; // per frame
     float mDepth = 1;
+    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

@@ -7,10 +7,9 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr int shorterSide = 270;
 constexpr int longestSide = 2048; // of the field, however narrow the screen
 
-/// In texels: so far away that slopes show as light and shade.
+/// In texels of a field of the usual fineness: so far away that slopes show as light and shade.
 constexpr float skyDepth = 3400;
 
 /// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right
@@ -37,32 +36,43 @@ Picture sky() {
 void WaterSurface::setUp(int width, int height, const Picture& ground) {
     mWidth = width;
     mHeight = height;
-    const int shorter = std::min(width, height);
-    mColumns = std::min(width * shorterSide / shorter, longestSide);
-    mRows = std::min(height * shorterSide / shorter, longestSide);
     mDepth.init();
     mNormals.init();
     mRefraction.init();
     mReflection.init();
     mGraphics.init();
-    mNormals.setScreenSize(mColumns, mRows);
     mRefraction.setScreenSize(width, height);
-    mReflection.setScreenSize(mColumns, mRows);
     mGraphics.setScreenSize(width, height);
 
     mGround.load(ground);
     mSky.load(sky());
-    mReflected.resize(mColumns, mRows);
+    fitField();
     mRefraction.setTexture(static_cast<int>(mGround.name()));
     mReflection.setTexture(static_cast<int>(mSky.name()));
     mReflection.setDrawFrameBuffer(mReflected.framebuffer());
-    mReflection.setHeightMax(skyDepth);
     mGraphics.setBlendFunction(GL_DST_COLOR, GL_SRC_COLOR, GL_ZERO, GL_ONE); // twice the product
 
     // One texel, all of which lies on the crest of an endless wave.
     constexpr float endless = 1e9F;
     mDepth.setScreenSize(1, 1);
     mDepth.addHorizontalWave(0, endless, 1, 0, 1, 0);
+}
+
+bool WaterSurface::setTexels(int texels) {
+    if (texels == mTexels) return false;
+    mTexels = texels;
+    fitField();
+    return true;
+}
+
+void WaterSurface::fitField() {
+    const int shorter = std::min(mWidth, mHeight);
+    mColumns = std::min(mWidth * mTexels / shorter, longestSide);
+    mRows = std::min(mHeight * mTexels / shorter, longestSide);
+    mNormals.setScreenSize(mColumns, mRows);
+    mReflection.setScreenSize(mColumns, mRows);
+    mReflection.setHeightMax(skyDepth * scale());
+    mReflected.resize(mColumns, mRows);
 }
 
 void WaterSurface::contextLost() {

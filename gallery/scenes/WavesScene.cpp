@@ -10,7 +10,7 @@ namespace {
 constexpr float pi = 3.1415927F;
 constexpr int period = 120; // frames from one wave to the next
 
-// In texels of the height field.
+// In texels of a height field of the usual fineness.
 constexpr float crest = 31;
 constexpr float bend = 8;
 constexpr float strength = 0.5F;
@@ -18,6 +18,15 @@ constexpr float steepness = 30;
 constexpr float depth = 28;
 
 } // namespace
+
+WavesScene::WavesScene() {
+    mParameters = {
+        {"length", "Length of the waves", 0.4F, 3, mLength},
+        {"count", "Bends across the screen", 0, 6, mCount},
+        {"strength", "Height of the waves", 0, 2, mStrength},
+        {"field", "Texels across the field", 90, 540, mTexels},
+    };
+}
 
 void WavesScene::setUp(int width, int height, const Picture& background) {
     mSurface.setUp(width, height, background);
@@ -37,21 +46,28 @@ void WavesScene::touch(const Touch& touch) {
 }
 
 void WavesScene::drawFrame() {
+    fitField();
     paintWaves();
-    mSurface.draw(mWaves.getTexture(), steepness, depth);
+    mSurface.draw(mWaves.getTexture(), steepness * mSurface.scale(), depth * mSurface.scale());
     ++mFrame;
+}
+
+void WavesScene::fitField() {
+    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
+    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 // The bands of the waves lie side by side, so that each frame paints the whole screen; their curves sway together.
 void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
-    const float radius = crest * mLength;
-    const float swing = bend * std::cos(2 * pi * time);
+    const float radius = crest * mLength * mSurface.scale();
+    const float reach = bend * mSurface.scale();
+    const float swing = reach * std::cos(2 * pi * time);
     // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be
     // negative.
     const float sway = std::fabs(swing);
     const float count = std::copysign(mCount, swing);
-    const float spacing = 2 * (radius + bend);
+    const float spacing = 2 * (radius + reach);
     mWay = std::fmod(mWay + spacing / period, spacing);
     const float bottom = static_cast<float>(mSurface.rows()) + spacing;
     for (float y = mWay - 2 * spacing; y < bottom; y += spacing) {
@@ -61,21 +77,6 @@ void WavesScene::paintWaves() {
 
 std::vector<Touch> WavesScene::demonstration(int) const {
     return {};
-}
-
-const std::vector<Parameter>& WavesScene::parameters() const {
-    static const std::vector<Parameter> parameters = {
-        {"length", "Length of the waves", 0.4F, 3, 1},
-        {"count", "Bends across the screen", 0, 6, 2},
-        {"strength", "Height of the waves", 0, 2, 1},
-    };
-    return parameters;
-}
-
-void WavesScene::set(std::string_view name, float value) {
-    if (name == "length") mLength = std::clamp(value, 0.4F, 3.0F);
-    if (name == "count") mCount = std::clamp(value, 0.0F, 6.0F);
-    if (name == "strength") mStrength = std::clamp(value, 0.0F, 2.0F);
 }
 
 } // namespace tidalume::gallery

@@ -9,15 +9,16 @@ namespace tidalume::gallery {
 /// Swell that rolls down the screen, one sine curve behind the other; a finger pushes it.
 class WavesScene : public Scene {
   public:
+    WavesScene();
+
     void setUp(int width, int height, const Picture& background) override;
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
     std::vector<Touch> demonstration(int frame) const override;
-    const std::vector<Parameter>& parameters() const override;
-    void set(std::string_view name, float value) override;
 
   private:
+    void fitField();
     void paintWaves();
 
     IntensityMapBuilder mWaves;
@@ -28,6 +29,7 @@ class WavesScene : public Scene {
     float mLength = 1;
     float mCount = 2;
     float mStrength = 1;
+    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

@@ -1,16 +1,25 @@
 // The part of the address after "#": the scene's name and the settings that differ from their initial values,
 // as in "#metaballs&radius=1.2". Without a scene it is the gallery.
 
-/** The scene (its place in the table, -1 for the gallery) and the settings by name; what is unknown is left out. */
+export function initialValues({ parameters }) {
+  return Object.fromEntries(parameters.map(({ name, initial }) => [name, initial]));
+}
+
+/**
+ * The scene (its place in the table, -1 for the gallery) and all its settings by name: those that the address leaves
+ * out have their initial values. What is unknown is ignored.
+ */
 export function readAddress(hash, scenes) {
   const [name, ...settings] = hash.replace(/^#/, '').split('&');
   const scene = scenes.findIndex((entry) => entry.name === name);
-  const values = {};
+  if (scene < 0) return { scene, values: {} };
+  const values = initialValues(scenes[scene]);
   for (const [key, text] of settings.map((setting) => setting.split('='))) {
-    const parameter = scenes[scene]?.parameters.find((candidate) => candidate.name === key);
+    const parameter = scenes[scene].parameters.find((candidate) => candidate.name === key);
     const value = Number.parseFloat(text);
     if (!parameter || !Number.isFinite(value)) continue;
-    values[key] = Math.min(parameter.maximum, Math.max(parameter.minimum, value));
+    const whole = parameter.choices.length > 0 ? Math.round(value) : value;
+    values[key] = Math.min(parameter.maximum, Math.max(parameter.minimum, whole));
   }
   return { scene, values };
 }

@@ -1,4 +1,4 @@
-import { readAddress, writeAddress } from './address.js';
+import { initialValues, readAddress, writeAddress } from './address.js';
 import { Gallery } from './gallery.js';
 import { Stage, Unsupported } from './stage.js';
 import { View } from './view.js';
@@ -28,7 +28,7 @@ class Page {
     (this.scene < 0 ? this.gallery : this.view).advance(seconds);
   }
 
-  // What the address says.
+  // What the address says, and nothing else.
   #open() {
     const { scene, values } = readAddress(location.hash, this.stage.scenes);
     const previous = this.scene;
@@ -40,7 +40,7 @@ class Page {
       this.gallery.cards[previous]?.link.focus();
       return;
     }
-    Object.assign(this.values[scene], values);
+    this.values[scene] = values;
     this.#applySettings();
     if (previous < 0) this.stage.canvas.focus();
     scrollTo(0, 0);
@@ -52,15 +52,22 @@ class Page {
     this.#writeAddress();
   }
 
+  #address(scene) {
+    return writeAddress(this.stage.scenes[scene], this.values[scene]);
+  }
+
   #applySettings() {
     const values = this.values[this.scene];
     for (const [name, value] of Object.entries(values)) this.stage.set(this.scene, name, value);
-    this.view.show(this.scene, values);
+    this.view.show(this.scene, values, (scene) => this.#address(scene));
     this.#writeAddress();
   }
 
+  // Every link to a scene holds the settings that a visitor has left there.
   #writeAddress() {
-    history.replaceState(null, '', writeAddress(this.stage.scenes[this.scene], this.values[this.scene]));
+    const address = this.#address(this.scene);
+    history.replaceState(null, '', address);
+    this.gallery.cards[this.scene].link.href = address;
   }
 
   #setPaused(paused) {
@@ -106,7 +113,7 @@ class Page {
       ArrowLeft: () => part('previous').click(),
       ArrowRight: () => part('next').click(),
     };
-    const belongsToControl = target.closest('input') || (key === ' ' && target.closest('button, a, label'));
+    const belongsToControl = target.closest('input, select') || (key === ' ' && target.closest('button, a, label'));
     const isForView = key !== ' ';
     if (!actions[key] || (belongsToControl && key !== 'Escape') || (isForView && this.scene < 0)) return;
     event.preventDefault();
@@ -144,10 +151,6 @@ class Page {
       if (file) this.#showBackground(file);
     });
   }
-}
-
-function initialValues({ parameters }) {
-  return Object.fromEntries(parameters.map(({ name, initial }) => [name, initial]));
 }
 
 function say(text) {

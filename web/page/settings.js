@@ -1,6 +1,6 @@
-/** A slider for each parameter of a scene. */
+/** A control for each parameter of a scene: a slider, or a list of choices. */
 export class Settings {
-  /** @param changed  called with (name, value) when a person moves a slider */
+  /** @param changed  called with (name, value) when a person changes one */
   constructor(form, changed) {
     this.form = form;
     this.changed = changed;
@@ -12,21 +12,34 @@ export class Settings {
 
   #row(parameter, value) {
     const label = document.createElement('label');
+    const controls = parameter.choices.length > 0 ? this.#list(parameter, value) : this.#slider(parameter, value);
+    label.append(parameter.label, ...controls);
+    return label;
+  }
+
+  #list({ name, choices }, value) {
+    const list = document.createElement('select');
+    list.name = name;
+    list.append(...choices.map((choice, index) => new Option(choice, index)));
+    list.selectedIndex = value;
+    list.addEventListener('change', () => this.changed(name, list.selectedIndex));
+    return [list];
+  }
+
+  #slider(parameter, value) {
+    const { name, minimum: min, maximum: max } = parameter;
     const output = document.createElement('output');
     const slider = document.createElement('input');
     const step = stepOf(parameter);
-    Object.assign(slider, {
-      type: 'range', name: parameter.name, min: parameter.minimum, max: parameter.maximum, step, value,
-    });
+    Object.assign(slider, { type: 'range', name, min, max, step, value });
     const decimals = Math.max(0, -Math.floor(Math.log10(step)));
     const print = () => { output.textContent = slider.valueAsNumber.toFixed(decimals); };
     slider.addEventListener('input', () => {
       print();
-      this.changed(parameter.name, slider.valueAsNumber);
+      this.changed(name, slider.valueAsNumber);
     });
     print();
-    label.append(parameter.label, output, slider);
-    return label;
+    return [output, slider];
   }
 }
 

@@ -2,18 +2,23 @@ import { Settings } from './settings.js';
 
 const mostPixels = 1.5e6;
 const pointerLimit = 10;
+const step = 1 / 60; // of every scene, in seconds
 
 const part = (id) => document.getElementById(id);
 
 /** One scene in the full view, to be touched. */
 export class View {
-  /** @param changed  called with (name, value) when a person moves a slider */
+  /** @param changed  called with (name, value) when a person changes a setting */
   constructor(stage, changed) {
     this.stage = stage;
     this.scene = -1;
+    this.isStale = false; // the canvas lacks what was shown or set last
     this.scale = 1; // of the resolution; lower where the machine is too slow for all of it
     this.pointers = new Array(pointerLimit).fill(null); // ids of the pointers that are down
-    this.settings = new Settings(part('settings'), changed);
+    this.settings = new Settings(part('settings'), (name, value) => {
+      this.isStale = true;
+      changed(name, value);
+    });
     this.clock = new FrameClock();
     const { canvas } = stage;
     canvas.tabIndex = 0;
@@ -29,11 +34,13 @@ export class View {
     }
   }
 
-  show(scene, values) {
+  /** @param address  of a scene */
+  show(scene, values, address) {
     const { scenes, canvas } = this.stage;
-    const neighbour = (offset) => '#' + scenes[(scene + offset + scenes.length) % scenes.length].name;
+    const neighbour = (offset) => address((scene + offset + scenes.length) % scenes.length);
     const entry = scenes[scene];
     this.scene = scene;
+    this.isStale = true;
     part('title').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
     part('previous').href = neighbour(-1);
@@ -44,9 +51,11 @@ export class View {
     this.clock.restart();
   }
 
+  /** Also while no time passes, what is new is shown, by one step. */
   advance(seconds) {
     this.#fitCanvas();
-    if (!this.stage.advance(this.scene, seconds)) return;
+    if (!this.stage.advance(this.scene, seconds === 0 && this.isStale ? step : seconds)) return;
+    this.isStale = false;
     const milliseconds = this.clock.tick();
     if (milliseconds === null) return;
     const { width, height } = this.stage.canvas;
