@@ -1,6 +1,7 @@
 #include "gallery/viewer/Viewer.h"
 
 #include "gallery/Background.h"
+#include "gallery/PictureTexture.h"
 #include "headless/Error.h"
 #include "headless/PictureFile.h"
 #include "headless/Pixels.h"
@@ -22,6 +23,19 @@ Picture readBackground(const std::string& path) {
     } catch (const std::exception& error) {
         throw headless::Error("--background " + path + ": " + error.what());
     }
+}
+
+// Stretches a picture over framebuffer 0.
+void blit(const Picture& picture, SDL_Point size) {
+    PictureTexture texture;
+    texture.load(picture);
+    GLuint framebuffer = 0;
+    glGenFramebuffers(1, &framebuffer);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
+    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture.name(), 0);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+    glBlitFramebuffer(0, 0, picture.width, picture.height, 0, 0, size.x, size.y, GL_COLOR_BUFFER_BIT, GL_LINEAR);
+    glDeleteFramebuffers(1, &framebuffer);
 }
 
 std::string freePath(const std::string& scene) {
@@ -147,7 +161,7 @@ void Viewer::press(SDL_Keycode key) {
         break;
     case SDLK_SPACE:
         mPaused = !mPaused;
-        mStale = true;
+        mPausedPicture = {};
         break;
     case SDLK_r:
         ++mSeed;
@@ -196,6 +210,7 @@ void Viewer::show(std::size_t scene) {
     mPlayer = std::make_unique<Player>(sceneTable()[scene], mSeed);
     mSize = {};
     mPointers = {};
+    mPausedPicture = {};
 }
 
 void Viewer::fitWindow() {
@@ -208,10 +223,9 @@ void Viewer::fitWindow() {
 
 // Whether framebuffer 0 holds a new picture.
 bool Viewer::draw() {
-    const bool isNew = advance() > 0;
+    const bool isNew = mPaused ? redraw() : advance() > 0;
     mStale = false;
-    if (isNew && mPaused) mPausedPicture = headless::framebufferPicture(mSize.x, mSize.y);
-    if (!mSavePath.empty() && (isNew || mPaused)) save();
+    if (isNew && !mSavePath.empty()) save();
     return isNew;
 }
 
@@ -219,16 +233,27 @@ int Viewer::advance() {
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - mTime).count();
     mTime = now;
-    if (mPaused && !mStale) return 0;
-    if (mScript.empty() && !mStale) return mPlayer->advance(seconds);
+    if (mScript.empty()) return mPlayer->advance(seconds);
     mPlayer->drawStep();
     return 1;
 }
 
+// The picture of one step stands until the pause ends, stretched where the window has another size by now: effects that
+// move as they draw could not draw it a second time.
+bool Viewer::redraw() {
+    if (mPausedPicture.width == 0) {
+        mPlayer->drawStep();
+        mPausedPicture = headless::framebufferPicture(mSize.x, mSize.y);
+        return true;
+    }
+    const bool isDue = mStale || !mSavePath.empty();
+    if (isDue) blit(mPausedPicture, mSize);
+    return isDue;
+}
+
 void Viewer::save() {
-    const Picture picture = mPaused ? mPausedPicture : headless::framebufferPicture(mSize.x, mSize.y);
     try {
-        headless::writePng(mSavePath, picture);
+        headless::writePng(mSavePath, headless::framebufferPicture(mSize.x, mSize.y));
         std::printf("%s\n", mSavePath.c_str());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tidalume-viewer: %s: %s\n", mSavePath.c_str(), error.what());

@@ -36,6 +36,7 @@ class Viewer {
     void fitWindow();
     bool draw();
     int advance();
+    bool redraw();
     void save();
     void updateTitle();
 
@@ -53,8 +54,8 @@ class Viewer {
     Clock::time_point mTime = Clock::now();
     bool mQuit = false;
     bool mPaused = false;
-    bool mStale = true;     // framebuffer 0 lacks the scene's picture whether or not time passes
-    Picture mPausedPicture; // what the window shows while it is paused
+    bool mStale = true;     // the window lacks what it is to show
+    Picture mPausedPicture; // what the window shows while it is paused; empty before the pause's one step
     std::string mSavePath;  // for the next picture; empty for none
 
     Clock::time_point mTitleTime = Clock::now();
