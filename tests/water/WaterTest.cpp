@@ -143,6 +143,8 @@ TEST_F(WaterCallsTest, ShallowWater) {
     EXPECT_EQ(log.take().at(0).message, "addDrop center[12.000000,20.500000] radius[10.000000] strength[0.500000]");
     expectCalls([&] { pond.addDropLine(a, b, 10.0F, 0.5F); }, line + matrix + quad + end);
     expectCalls([&] { pond.update(); }, step + matrix + term + quad + unbound + end);
+    pond.init();
+    EXPECT_EQ(glRecorder().counts["glDeleteProgram"], 3) << "the programs of the first init";
 }
 
 class WaterTest : public GLTest {
