@@ -18,8 +18,7 @@ extern "C" EGLBoolean eglGetConfigAttrib(EGLDisplay display, EGLConfig config, E
 
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using namespace testing;
 
 using DiagnosticsTest = GLTest;
 using NamedCodes = std::vector<std::pair<EGLint, std::string>>;
@@ -104,11 +103,11 @@ TEST_F(DiagnosticsTest, PrintsTheReadableAttributesOfAConfigurationInOrder) {
             if (!eglGetConfigAttrib(display, config, code, &value)) continue;
             expected << " " << name << ": " << std::dec << value << " (0x" << std::hex << value << ")";
         }
-        testing::internal::CaptureStdout();
+        internal::CaptureStdout();
         eglGetError();
         printEGLConfiguration(display, config);
         printEGLConfiguration(display, nullptr);
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), expected.str() + "\n\n") << "nothing is read of no config";
+        EXPECT_EQ(internal::GetCapturedStdout(), expected.str() + "\n\n") << "nothing is read of no config";
         EXPECT_EQ(eglGetError(), EGL_SUCCESS);
     }
     refusedAttribute = 0;

@@ -39,19 +39,16 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
     const HeadlessContext context(4, 4);
     const GLuint bound = makeTexture(GL_RGBA8, 1, 1, std::vector<float>(4));
     glBindTexture(GL_TEXTURE_2D, bound);
-    constexpr int width = 5;
-    constexpr int height = 3;
     for (const GLenum format : {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F, GL_RGBA8}) {
         const int channels = channelCount(format);
-        std::vector<std::uint8_t> bytes(width * height * channels);
+        std::vector<std::uint8_t> bytes(5 * 3 * channels);
         std::iota(bytes.begin(), bytes.end(), 1);
-        std::vector<float> floats;
-        for (const float byte : bytes)
-            floats.push_back(byte / 255);
-        for (const GLuint texture :
-             {makeTexture(format, width, height, floats), makeTexture(format, width, height, bytes)}) {
-            const PixelArray pixels = readTexture(texture, width, height);
-            for (int i = 0; i < width * height * 4; ++i) {
+        std::vector<float> floats(bytes.begin(), bytes.end());
+        for (float& value : floats)
+            value /= 255;
+        for (const GLuint texture : {makeTexture(format, 5, 3, floats), makeTexture(format, 5, 3, bytes)}) {
+            const PixelArray pixels = readTexture(texture, 5, 3);
+            for (int i = 0; i < 5 * 3 * 4; ++i) {
                 const int channel = i % 4;
                 const float missing = channel == 3 ? 1 : 0;
                 const float expected = channel < channels ? floats[i / 4 * channels + channel] : missing;

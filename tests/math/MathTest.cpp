@@ -12,11 +12,7 @@
 
 namespace {
 
-using testing::Each;
-using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::FloatNear;
-using testing::Pointwise;
+using namespace testing;
 
 using Point = std::array<float, 3>;
 
