@@ -8,12 +8,14 @@
 #include <gmock/gmock.h>
 #include <sstream>
 
-/// The attribute that the driver is made to refuse; 0: none.
+/// Where not 0, the driver is made to refuse this attribute, and no two others read the same.
 static EGLint refusedAttribute = 0;
 
 extern "C" EGLBoolean eglGetConfigAttrib(EGLDisplay display, EGLConfig config, EGLint attribute, EGLint* value) {
     const auto real = reinterpret_cast<decltype(&eglGetConfigAttrib)>(dlsym(RTLD_NEXT, "eglGetConfigAttrib"));
-    return real(display, config, attribute == refusedAttribute ? EGL_NONE : attribute, value);
+    if (!real(display, config, attribute == refusedAttribute ? EGL_NONE : attribute, value)) return EGL_FALSE;
+    if (refusedAttribute != 0) *value += attribute << 16;
+    return EGL_TRUE;
 }
 
 namespace {
@@ -95,7 +97,7 @@ TEST_F(DiagnosticsTest, PrintsTheReadableAttributesOfAConfigurationInOrder) {
     EGLConfig config = nullptr;
     EGLint found = 0;
     ASSERT_TRUE(eglGetConfigs(display, &config, 1, &found));
-    for (const EGLint refused : {0, EGL_ALPHA_SIZE, EGL_CONFORMANT}) {
+    for (const EGLint refused : {EGL_NONE, EGL_ALPHA_SIZE, EGL_CONFORMANT}) {
         refusedAttribute = refused;
         std::ostringstream expected;
         for (const auto& [code, name] : attributes) {
