@@ -63,9 +63,9 @@ std::vector<float> picture() {
     return readFramebuffer(extent, extent).rgba;
 }
 
-/// Runs a body in a process of its own, which ends with what it returns.
+/// Runs a body in a process of its own, which ends with what it returns; an exception aborts it.
 template <typename Body>
-pid_t start(Body body) {
+pid_t start(Body body) noexcept {
     const pid_t child = fork();
     if (child == 0) _exit(body());
     return child;
