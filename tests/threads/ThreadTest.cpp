@@ -93,7 +93,7 @@ Pixels drawGraphics() {
 TEST(Threads, ContextsWithSeparateClassesDrawAsIfAlone) {
     const Pixels water = drawWater();
     const Pixels graphics = drawGraphics();
-    for (int round = 0; round < 5; ++round) {
+    for (int round = 0; round < 20; ++round) {
         auto otherWater = std::async(std::launch::async, drawWater);
         auto otherGraphics = std::async(std::launch::async, drawGraphics);
         EXPECT_TRUE(otherWater.get() == water);
