@@ -26,7 +26,8 @@ out vec4 outColor;
 
 void main() {
     float rim = 0.5 * vRadius;
-    float d = length(gl_PointCoord - vec2(0.5)) * vRadius;
+    vec2 c = gl_PointCoord - vec2(0.5); // gl_PointCoord is mediump, and so is what is computed with it directly
+    float d = length(c) * vRadius;
     bool ring = fillMode == 0 && d >= rim - 3.0 && d <= rim;
     bool disc = fillMode == 1 && d <= rim;
     if (!ring && !disc) discard;

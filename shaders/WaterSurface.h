@@ -5,7 +5,7 @@
 /// GLSL that the water programs share: what a disturbance is made of, and how a height field is read.
 namespace tidalume::shaders::water {
 
-/// The profile of every disturbance, a raised cosine.
+/// The profile of every disturbance, a raised cosine. Dividing uniforms alone costs less than dividing distances.
 inline constexpr char bump[] = R"(
 uniform float radius;
 uniform float strength;
@@ -13,7 +13,7 @@ const float PI = 3.141592653589793;
 
 // `strength` at distance 0, falling to 0 at `radius` and beyond.
 float bump(float d) {
-    return (cos(min(1.0, d / radius) * PI) * 0.5 + 0.5) * strength;
+    return (cos(min(PI, d * (PI / radius))) * 0.5 + 0.5) * strength;
 }
 )";
 
@@ -49,7 +49,7 @@ in vec3 position;
 in vec2 texcoord;
 
 float shapeDistance() {
-    float curve = center + sin(texcoord.x * PI * 2.0 * waveCount) * waveRadius;
+    float curve = center + sin(texcoord.x * (2.0 * PI * waveCount)) * waveRadius;
     return abs(curve - position.y);
 }
 )";
