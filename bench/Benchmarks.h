@@ -34,6 +34,11 @@ void registerScaling(Theatre& theatre, const Effort& effort, Results& results);
 void registerStartUp(Theatre& theatre, const Effort& effort, Results& results);
 void registerFrameCosts(Theatre& theatre, Results& results);
 
+/// Compares what the plain forms draw and compute with what the library does from the same input, and prints the
+/// largest differences.
+/// @return  whether all are within their bounds
+bool checkForms();
+
 // These run this program again under valgrind; the two after them are what it then does.
 
 void countMatrixInstructions(Results& results);

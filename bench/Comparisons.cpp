@@ -100,12 +100,12 @@ Sides againstPlain(Stage& stage, const Operation& operation) {
     return sides;
 }
 
-/// On a screen so small that the host's side counts: the plain form is its GL calls, straight one after another.
+/// The host's side alone, on a small screen: the same shaders, drawn by the bare list of the operation's GL calls.
 Sides againstCalls(Stage& stage, const Operation& operation) {
     if (!operation.canReplay) return againstPlain(stage, operation);
-    stage.use(Form::Plain);
+    stage.use(Form::Library);
     const GLCalls calls = record(operation.run);
-    return {inForm(stage, Form::Library, operation.run), inForm(stage, Form::Plain, [calls] { calls.replay(); }), {}};
+    return {inForm(stage, Form::Library, operation.run), inForm(stage, Form::Library, [calls] { calls.replay(); }), {}};
 }
 
 Sides ballsAgainstLoop(Stage& stage, const Operation& operation) {
@@ -151,7 +151,7 @@ void registerComparisons(Theatre& theatre, const Effort& effort, Results& result
             const Operation now = theatre.stage(64, 64).operations()[i];
             const double goal = small ? 1.10 : now.goal;
             const bool replays = small && now.canReplay;
-            add({now.name, size(width, height), replays ? "plain form, straight calls" : "plain form", goal,
+            add({now.name, size(width, height), replays ? "its GL calls alone" : "plain form", goal,
                  [&theatre, operation, small, w = width, h = height] {
                      Stage& stage = theatre.stage(w, h);
                      return small ? againstCalls(stage, operation()) : againstPlain(stage, operation());

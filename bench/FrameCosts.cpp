@@ -2,7 +2,6 @@
 #include "bench/GLReplay.h"
 
 #include <benchmark/benchmark.h>
-#include <set>
 
 /// Allocations of the linked objects while this is not null; see the linker's --wrap in CMakeLists.txt.
 static int* allocations = nullptr;
@@ -48,11 +47,7 @@ void registerFrameCosts(Theatre& theatre, Results& results) {
         allocations = nullptr;
         results.allocationsPerFrame = count;
 
-        static const std::set<std::string> transfers = {"glTexImage2D", "glTexSubImage2D", "glBufferData",
-                                                        "glReadPixels"};
-        results.uploadsPerFrame = 0;
-        for (const auto& [name, calls] : record(frame).counts)
-            results.uploadsPerFrame += transfers.count(name) ? calls : 0;
+        results.uploadsPerFrame = record(frame).transfers;
         state.counters["allocations"] = results.allocationsPerFrame;
         state.counters["transfers"] = results.uploadsPerFrame;
     })->Iterations(1);

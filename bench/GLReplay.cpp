@@ -10,8 +10,7 @@ namespace {
 GLCalls* recording = nullptr;
 bool acceptsProgramBinaries = false;
 
-void note(const char* name, std::function<void()> call) {
-    ++recording->counts[name];
+void note(std::function<void()> call) {
     recording->calls.push_back(std::move(call));
 }
 
@@ -47,7 +46,15 @@ extern "C" {
 #define PASS_ON(result, function, parameters, arguments)                                                               \
     result function parameters {                                                                                       \
         REAL(function);                                                                                                \
-        if (tidalume::bench::recording) note(#function, [=] { real arguments; });                                      \
+        if (tidalume::bench::recording) note([=] { real arguments; });                                                 \
+        return real arguments;                                                                                         \
+    }
+
+/// Counted, not noted down: what the effects draw with is there before.
+#define TRANSFER(result, function, parameters, arguments)                                                              \
+    result function parameters {                                                                                       \
+        REAL(function);                                                                                                \
+        if (tidalume::bench::recording) ++tidalume::bench::recording->transfers;                                       \
         return real arguments;                                                                                         \
     }
 
@@ -55,7 +62,7 @@ extern "C" {
     void function parameters {                                                                                         \
         REAL(function);                                                                                                \
         if (tidalume::bench::recording) {                                                                              \
-            note(#function, [=, copy = std::vector<GLfloat>(data, data + (floats))] {                                  \
+            note([=, copy = std::vector<GLfloat>(data, data + (floats))] {                                             \
                 const GLfloat* data = copy.data();                                                                     \
                 real arguments;                                                                                        \
             });                                                                                                        \
@@ -72,8 +79,6 @@ PASS_ON(void, glBlendEquation, (GLenum mode), (mode))
 PASS_ON(void, glBlendFunc, (GLenum source, GLenum target), (source, target))
 PASS_ON(void, glBlendFuncSeparate, (GLenum srcRGB, GLenum dstRGB, GLenum srcA, GLenum dstA),
         (srcRGB, dstRGB, srcA, dstA))
-PASS_ON(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
-        (target, size, data, usage))
 PASS_ON(void, glClear, (GLbitfield mask), (mask))
 PASS_ON(void, glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a))
 PASS_ON(void, glDisable, (GLenum capability), (capability))
@@ -89,12 +94,6 @@ PASS_ON(void, glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind,
 PASS_ON(GLint, glGetAttribLocation, (GLuint program, const GLchar* name), (program, name))
 PASS_ON(GLenum, glGetError, (), ())
 PASS_ON(GLint, glGetUniformLocation, (GLuint program, const GLchar* name), (program, name))
-PASS_ON(void, glReadPixels, (GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLenum type, void* data),
-        (x, y, w, h, format, type, data))
-PASS_ON(void, glTexImage2D,
-        (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border, GLenum format, GLenum type,
-         const void* data),
-        (target, level, internal, w, h, border, format, type, data))
 PASS_ON(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value))
 PASS_ON(void, glUniform1f, (GLint location, GLfloat x), (location, x))
 PASS_ON(void, glUniform1i, (GLint location, GLint x), (location, x))
@@ -109,6 +108,47 @@ PASS_ON(void, glVertexAttribPointer,
         (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer),
         (index, size, type, normalized, stride, pointer))
 PASS_ON(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height))
+
+TRANSFER(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
+         (target, size, data, usage))
+TRANSFER(void, glBufferSubData, (GLenum target, GLintptr offset, GLsizeiptr size, const void* data),
+         (target, offset, size, data))
+TRANSFER(void, glCompressedTexImage2D,
+         (GLenum target, GLint level, GLenum internal, GLsizei w, GLsizei h, GLint border, GLsizei size,
+          const void* data),
+         (target, level, internal, w, h, border, size, data))
+TRANSFER(void, glCompressedTexImage3D,
+         (GLenum target, GLint level, GLenum internal, GLsizei w, GLsizei h, GLsizei d, GLint border, GLsizei size,
+          const void* data),
+         (target, level, internal, w, h, d, border, size, data))
+TRANSFER(void, glCompressedTexSubImage2D,
+         (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLsizei size,
+          const void* data),
+         (target, level, x, y, w, h, format, size, data))
+TRANSFER(void, glCompressedTexSubImage3D,
+         (GLenum target, GLint level, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei d, GLenum format,
+          GLsizei size, const void* data),
+         (target, level, x, y, z, w, h, d, format, size, data))
+TRANSFER(void*, glMapBufferRange, (GLenum target, GLintptr offset, GLsizeiptr length, GLbitfield access),
+         (target, offset, length, access))
+TRANSFER(void, glReadPixels, (GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLenum type, void* data),
+         (x, y, w, h, format, type, data))
+TRANSFER(void, glTexImage2D,
+         (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border, GLenum format, GLenum type,
+          const void* data),
+         (target, level, internal, w, h, border, format, type, data))
+TRANSFER(void, glTexImage3D,
+         (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLsizei d, GLint border, GLenum format,
+          GLenum type, const void* data),
+         (target, level, internal, w, h, d, border, format, type, data))
+TRANSFER(void, glTexSubImage2D,
+         (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLenum type,
+          const void* data),
+         (target, level, x, y, w, h, format, type, data))
+TRANSFER(void, glTexSubImage3D,
+         (GLenum target, GLint level, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei d, GLenum format,
+          GLenum type, const void* data),
+         (target, level, x, y, z, w, h, d, format, type, data))
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
     REAL(glProgramBinary);

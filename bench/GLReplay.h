@@ -1,8 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <string>
 #include <vector>
 
 /// Stands in front of the GL entry points that the effects call while they draw, and can note the calls down.
@@ -11,7 +9,7 @@ namespace tidalume::bench {
 /// Calls with their arguments; the data of uniforms is copied, vertices stay where they are.
 struct GLCalls {
     std::vector<std::function<void()>> calls;
-    std::map<std::string, int> counts; ///< by entry point
+    int transfers = 0; ///< calls that upload, make storage or read back
 
     /// Makes the calls again, straight one after another.
     void replay() const;

@@ -24,6 +24,14 @@ struct TestPeer {
     static unsigned int framebuffer(Effect& effect) {
         return effect.mFBONormal;
     }
+    template <typename Effect>
+    static auto& ring(Effect& effect) {
+        return effect.mTexturesWater;
+    }
+    template <typename Effect>
+    static float& specular(Effect& effect) {
+        return effect.mMaterialSpecular;
+    }
 };
 
 namespace tidalume::bench {

@@ -41,11 +41,11 @@ std::string verdict(double ratio, double goal) {
     return ratio <= goal ? "met" : "**missed**";
 }
 
-/// A goal that lies between the quartiles is neither met nor missed by what was measured.
-std::string verdict(const Comparison& comparison) {
-    if (comparison.goal == 0.0) return "";
-    const bool undecided = comparison.ratio > comparison.goal && comparison.lowerQuartile <= comparison.goal;
-    return undecided ? "within the spread" : verdict(comparison.ratio, comparison.goal);
+/// The median decides; a goal between the quartiles is close enough for another run to decide otherwise.
+std::string verdict(const Comparison& c) {
+    if (c.goal == 0.0) return "";
+    const bool close = c.lowerQuartile <= c.goal && c.goal < c.upperQuartile;
+    return verdict(c.ratio, c.goal) + (close ? ", within the spread" : "");
 }
 
 std::string comparisonTable(const std::vector<Comparison>& comparisons) {

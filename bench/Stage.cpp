@@ -4,6 +4,7 @@
 #include "headless/Pixels.h"
 
 #include <cstdlib>
+#include <random>
 
 namespace tidalume::bench {
 namespace {
@@ -33,23 +34,30 @@ void main() {
 }
 )");
 
-std::vector<float> stripes(int width, int height) {
-    std::vector<float> values;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            for (const int value : {x, y, x + y, 255})
-                values.push_back(static_cast<float>(value % 256) / 255.0F);
-        }
-    }
+std::vector<float> noise(unsigned int seed, int count, float lowest, float highest) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> distribution(lowest, highest);
+    std::vector<float> values(static_cast<size_t>(count));
+    for (float& value : values)
+        value = distribution(random);
     return values;
+}
+
+void fill(const Surface& surface) {
+    const std::vector<float> values =
+        noise(surface.texture, 3 * surface.width * surface.height, surface.lowest, surface.highest);
+    glBindTexture(GL_TEXTURE_2D, surface.texture);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, surface.width, surface.height, surface.format, GL_FLOAT, values.data());
+    glBindTexture(GL_TEXTURE_2D, 0);
 }
 
 } // namespace
 
+/// The bitmap's colours span half their range: a step of a driver's filter weights, 1/256, is less than one of 8 bits.
 Stage::Stage(int width, int height)
     : mWidth(width), mHeight(height), mCenters{{0.3F * static_cast<float>(width), 0.6F * static_cast<float>(height)},
                                                {0.7F * static_cast<float>(width), 0.4F * static_cast<float>(height)}},
-      mBitmap(headless::makeTexture(GL_RGBA8, width, height, stripes(width, height))) {
+      mBitmap(headless::makeTexture(GL_RGBA8, width, height, noise(0, 4 * width * height, 0.25F, 0.75F))) {
     srand48(1);
     iterative.init();
     threeBuffers.init();
@@ -74,7 +82,9 @@ Stage::Stage(int width, int height)
     water.setTexture(static_cast<int>(mBitmap));
     setBalls(64, 0.08F * static_cast<float>(width));
     comets.push(0.5F * static_cast<float>(width), 0.45F * static_cast<float>(height), 0);
-    comets.render(0.6);
+    comets.render(0.95);
+    for (const Surface& surface : surfaces())
+        fill(surface);
     sets(Form::Library);
 }
 
@@ -82,6 +92,18 @@ Stage::~Stage() {
     use(Form::Library);
     glDeleteTextures(1, &mBitmap);
     glDeleteProgram(mLoopProgram);
+}
+
+std::vector<Surface> Stage::surfaces() {
+    std::vector<Surface> all;
+    for (const GLuint texture : TestPeer::ring(iterative))
+        all.push_back({texture, GL_RG, mWidth, mHeight, -0.5F, 0.5F});
+    for (const GLuint texture : TestPeer::ring(threeBuffers))
+        all.push_back({texture, GL_RED, mWidth, mHeight, -0.5F, 0.5F});
+    all.push_back({intensity.getTexture(), GL_RED, mWidth, mHeight, -0.5F, 0.5F});
+    all.push_back({normals.getTexture(), GL_RGB, mWidth, mHeight, 0.3F, 1.0F});
+    all.push_back({metaballs.getTexture(), GL_RED, mWidth + 240, mHeight + 240, 0.0F, 1.0F});
+    return all;
 }
 
 std::vector<ProgramTable> Stage::tables() {
@@ -182,7 +204,7 @@ std::vector<Operation> Stage::operations() {
              graphics.renderAlphaMaskedBitmapRectangle(0.1F * width, 0.1F * height, 0.8F * width, 0.8F * height,
                                                        texture, texture);
          }},
-        {"CometRenderer::render", 0.0, false, false, [this] { comets.render(0.6); }},
+        {"CometRenderer::render", 0.0, false, false, [this] { comets.render(0.95); }},
     };
 }
 

@@ -30,7 +30,17 @@ struct Operation {
     std::function<void()> run;
 };
 
-/// Every effect on one screen.
+/// A texture of half floats that operations read and draw on.
+struct Surface {
+    GLuint texture;
+    GLenum format; ///< its channels
+    int width;
+    int height;
+    float lowest; ///< of the noise that it holds at first
+    float highest;
+};
+
+/// Every effect on one screen. Every texture holds noise of its own, the same in every new context.
 class Stage {
   public:
     /// Resizes nothing: framebuffer 0 must be at least as large.
@@ -43,6 +53,9 @@ class Stage {
 
     /// All operations that draw.
     std::vector<Operation> operations();
+
+    /// All textures that operations draw on, in the same order on every stage.
+    std::vector<Surface> surfaces();
 
     /// The field of the balls, summed in a loop in every fragment.
     void sumBallsInFragments();

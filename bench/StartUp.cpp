@@ -41,7 +41,7 @@ struct Start {
 
 constexpr Start starts[] = {
     {"from text", false, ""},
-    {"from the cache, which the driver accepts", true, "--accept-binaries"},
+    {"from the cache; a stand-in makes the driver accept it", true, "--accept-binaries"},
     {"from the cache, which the driver rejects", true, ""},
 };
 

@@ -19,6 +19,7 @@ struct Options {
     std::string out = "out/bench";
     std::string filter = ".";
     bool quick = false;
+    bool check = false;
     bool matrices = false;
     bool startUp = false;
     std::string programCache;
@@ -72,6 +73,8 @@ int run(int argc, char** argv) {
     app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")->capture_default_str();
     app.add_option("--filter", options.filter, "Regular expression: benchmarks to run")->capture_default_str();
     app.add_flag("--quick", options.quick, "Run everything once, to see that it runs");
+    app.add_flag("--check", options.check,
+                 "Measure nothing; compare what the plain forms draw with what Tidalume draws");
     // What this program runs itself with; an empty group keeps them out of the help.
     app.add_flag("--matrices", options.matrices)->group("");
     app.add_flag("--start-up", options.startUp)->group("");
@@ -80,6 +83,7 @@ int run(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
 
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
+    if (options.check) return checkForms() ? 0 : 1;
     if (options.matrices) {
         callMatrices();
     } else if (options.startUp) {

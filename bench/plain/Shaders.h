@@ -87,7 +87,8 @@ inline constexpr auto ballFragment = join(prologue, R"(
 out float outColor;
 
 void main() {
-    float d = length(gl_PointCoord - vec2(0.5));
+    vec2 c = gl_PointCoord - vec2(0.5);
+    float d = length(c);
     if (d > 0.5) discard;
     d = 2.0 * d;
     outColor = (1.0 - d * d) * (1.0 - d * d);
