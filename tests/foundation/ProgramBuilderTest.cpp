@@ -1,8 +1,8 @@
 #include "foundation/ProgramBuilder.h"
 
 #include "foundation/ProgramTable.h"
+#include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
-#include "tests/support/GLTest.h"
 #include "tests/support/LogCatalogue.h"
 
 #include <chrono>
@@ -31,7 +31,7 @@ const LogLine rejected = {6, "EGLUtils", "in createProgram() link fail, so creat
 const LogLine notOpened = {6, "EGLUtils", "in saveProgram() FILENAME fopen error"};
 const LogLine outOfMemory = {6, "EGLUtils", "in createProgram() malloc fail"};
 
-class ProgramBuilderTest : public GLTest {
+class ProgramBuilderTest : public CallsTest {
   protected:
     char folder[24] = "/tmp/tidalume-XXXXXX";
     const std::string file = std::string(mkdtemp(folder)) + "/Program.dat";
@@ -41,7 +41,7 @@ class ProgramBuilderTest : public GLTest {
     void TearDown() override {
         std::filesystem::remove_all(folder);
         EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
-        GLTest::TearDown();
+        CallsTest::TearDown();
     }
 
     std::string content() const {
@@ -90,26 +90,25 @@ TEST_F(ProgramBuilderTest, ReportsWhatTheCompilerAndTheLinkerSay) {
 
 /// What is called without a cache file, with one that the driver rejects, and with one that it accepts.
 TEST_F(ProgramBuilderTest, CallsTheDriverInOrder) {
-    const std::string textBuild = "glCreateShader vertex; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
-                                  "glCreateShader fragment; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
-                                  "glCreateProgram; glAttachShader; checkGLError glAttachShader; glAttachShader; "
-                                  "checkGLError glAttachShader; glLinkProgram; glDeleteShader; glDeleteShader; "
-                                  "glGetProgramiv 0x8b82; ";
-    const std::string save = "glGetProgramiv 0x8741; checkGLError glGetProgramiv; glGetProgramBinary; "
-                             "checkGLError glGetProgramBinary; ";
+    const std::string textBuild =
+        "glCreateShader vertex; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
+        "glCreateShader fragment; glShaderSource; glCompileShader; glGetShaderiv 0x8b81; "
+        "glCreateProgram; glAttachShader; [glAttachShader]; glAttachShader; [glAttachShader]; "
+        "glLinkProgram; glDeleteShader; glDeleteShader; glGetProgramiv 0x8b82; ";
+    const std::string save = "glGetProgramiv 0x8741; [glGetProgramiv]; glGetProgramBinary; [glGetProgramBinary]; ";
     const auto callsOf = [](const char* cacheName) {
         GLuint program = 0;
-        const auto text =
-            glRecorder().sequence([&] { program = createProgram(vertexSource, fragmentSource, cacheName); });
+        const auto action = [&] { program = createProgram(vertexSource, fragmentSource, cacheName); };
+        const std::string sequence = shortened(glRecorder().sequence(action));
         glDeleteProgram(program);
-        return std::regex_replace(text, std::regex("DeleteProgram \\d+"), "DeleteProgram");
+        return std::regex_replace(sequence, std::regex("DeleteProgram \\d+"), "DeleteProgram");
     };
     EXPECT_EQ(callsOf(nullptr), calls(textBuild));
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << "without a name no file is touched";
     EXPECT_EQ(callsOf("Program"), calls(textBuild + save));
-    const std::string load = "glCreateProgram; glProgramBinary 0x8740 " +
-                             std::to_string(std::filesystem::file_size(file)) +
-                             "; checkGLError glProgramBinary; glGetProgramiv 0x8b82; ";
+    const std::string size = std::to_string(std::filesystem::file_size(file));
+    const std::string load =
+        "glCreateProgram; glProgramBinary 0x8740 " + size + "; [glProgramBinary]; glGetProgramiv 0x8b82; ";
     EXPECT_EQ(callsOf("Program"), calls(load + "glDeleteProgram; " + textBuild + save));
     EXPECT_THAT(takeLog(), ElementsAre(rejected));
     glRecorder().faults.acceptsProgramBinaries = true;

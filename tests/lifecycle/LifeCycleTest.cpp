@@ -273,13 +273,10 @@ TEST_P(LifeCycleTest, TwoObjectsSurviveLossesOfTheContextWithoutACallToIt) {
             prepare(*effect);
         EXPECT_EQ(picture(*drawing), expected);
     }
-    const auto forgetAndDelete = [&] {
-        for (auto& effect : effects) {
-            effect->GLContextDestroyed();
-            effect.reset();
-        }
-    };
-    EXPECT_THAT(glRecorder().record(forgetAndDelete), IsEmpty()) << "nothing of a lost context is deleted";
+    for (auto& effect : effects)
+        effect->GLContextDestroyed();
+    for (auto& effect : effects)
+        EXPECT_THAT(glRecorder().record([&] { effect.reset(); }), IsEmpty()) << "nothing of a lost context is deleted";
     context.recreate();
     glRecorder().live.clear();
 }
@@ -331,8 +328,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
         {"shader", programs, "", [](Faults& f) { f.givesZero = {"glCreateShader"}; }},
         {"program", programs, "", [](Faults& f) { f.givesZero = {"glCreateProgram"}; }},
         {"texture", targets, "", [](Faults& f) { f.givesZero = {"glGenTextures"}; }},
-        {"framebuffer", targets, "(0x502) GL_INVALID_OPERATION",
-         [](Faults& f) { f.givesZero = {"glGenFramebuffers"}; }},
+        {"target", targets, "(0x502) GL_INVALID_OPERATION", [](Faults& f) { f.givesZero = {"glGenFramebuffers"}; }},
         {"formats", targets, "(0x506)", [](Faults& f) { f.notRenderable = allFormats; }},
         {"pending", targets, "(0x505) GL_OUT_OF_MEMORY",
          [](Faults& f) {
@@ -361,7 +357,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
 TEST_P(LifeCycleTest, SurvivesADriverOfSmallPoints) {
     const std::vector<float> expected = picture(*ready());
     const auto drawPoints = Contains(Pair(_, HasSubstr("gl_PointSize")));
-    const bool drawsPoints = testing::Value(glRecorder().shaderTexts, drawPoints);
+    const bool drawsPoints = Value(glRecorder().shaderTexts, drawPoints);
     glRecorder().faults.pointsAreSinglePixels = true;
     EXPECT_EQ(picture(*ready()) != expected, drawsPoints);
 }
@@ -379,7 +375,7 @@ TEST_P(LifeCycleTest, WiderFormatsGiveTheSamePicture) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, testing::ValuesIn(effectCases),
+INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases),
                          [](const auto& info) { return info.param.name; });
 
 } // namespace
