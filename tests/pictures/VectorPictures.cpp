@@ -80,16 +80,17 @@ Comparison paint(int width, int height, const Blend& blend, const std::vector<La
     });
 }
 
-Layer gradient(float x, float y, float begin, const Color& beginColor, float end, const Color& endColor) {
-    const auto draw = [=](VectorGraphicRenderer& graphics) {
+Comparison gradient(int width, int height, const Blend& blend, float x, float y, float begin, const Color& beginColor,
+                    float end, const Color& endColor) {
+    const auto draw = [&](VectorGraphicRenderer& graphics) {
         graphics.renderRadialGradient(x, y, begin, floats(beginColor).data(), end, floats(endColor).data());
     };
-    const auto color = [=](const Point& p) {
+    const auto color = [&](const Point& p) {
         const double way = std::hypot(p.x - x, p.y - y) - begin;
         if (begin == end && std::fabs(way) < 0.01) return Color(open, 4);
         return mix(beginColor, endColor, std::clamp(way / (end - begin), 0.0, 1.0));
     };
-    return {draw, color};
+    return paint(width, height, blend, {{draw, color}});
 }
 
 /// In one colour, or in a bitmap's with the alpha of that colour.
@@ -172,12 +173,10 @@ constexpr Tolerance filtered8 = {4.01 / 255.0, "the same, and 8-bit weights of t
 
 PictureTable vectorPictures() {
     return {
-        {"vector_gradient_97x61", [] { return paint(97, 61, overlaying, {gradient(40, 20, 10, gold, 50, blue)}); },
+        {"vector_gradient_97x61", [] { return gradient(97, 61, overlaying, 40, 20, 10, gold, 50, blue); }, color8},
+        {"vector_gradient_inwards_64x160", [] { return gradient(64, 160, overlaying, -20, 170, 150, gold, 30, clear); },
          color8},
-        {"vector_gradient_inwards_64x160",
-         [] { return paint(64, 160, overlaying, {gradient(-20, 170, 150, gold, 30, clear)}); }, color8},
-        {"vector_gradient_hard_edge_subtracting",
-         [] { return paint(97, 61, subtracting, {gradient(50, 30, 25, gold, 25, blue)}); }, color8},
+        {"vector_gradient_hard_edge", [] { return gradient(97, 61, subtracting, 50, 30, 25, gold, 25, blue); }, color8},
         {"vector_discs_97x61", [] { return discs(97, 61, overlaying, false); }, color8},
         {"vector_discs_adding_64x160", [] { return discs(64, 160, adding, false); }, color8},
         {"vector_bitmap_discs_97x61", [] { return discs(97, 61, overlaying, true); }, filtered8},
