@@ -22,8 +22,7 @@ using testing::Pointwise;
 class WaterCallsTest : public CallsTest {
   protected:
     /// A pass: what comes before its quad.
-    template <typename Action>
-    void expectPass(Action action, const std::string& expected) {
+    static void expectPass(const std::function<void()>& action, const std::string& expected) {
         expectCalls(action, expected + "; quad; glFlush; glUseProgram 0; glBindFramebuffer FRAMEBUFFER 0");
     }
 
