@@ -59,9 +59,13 @@ export class Browser {
     this.complaints = [];
   }
 
-  /** Opens a page of the server; what its console says beyond the browser's own messages fails checkConsole(). */
-  async open(path, options = {}) {
+  /**
+   * Opens a page of the server, with a script to run before its own; what its console says beyond the browser's own
+   * messages fails closePages().
+   */
+  async open(path, options = {}, script = () => {}) {
     const page = await this.chrome.newPage(options);
+    await page.addInitScript(script);
     page.on('console', (message) => {
       const text = message.text();
       if (!messagesOfTheBrowser.some((pattern) => pattern.test(text))) this.complaints.push(`${message.type()}: ${text}`);
@@ -76,6 +80,11 @@ export class Browser {
 
   checkConsole() {
     assert.deepEqual(this.complaints.splice(0), []);
+  }
+
+  async closePages() {
+    await Promise.all(this.chrome.contexts().map((context) => context.close()));
+    this.checkConsole();
   }
 
   async stop() {
