@@ -3,6 +3,7 @@ import static org.junit.Assert.*;
 
 import com.vyn.effect.tidalume.*;
 import com.vyn.effect.tidalume.headless.HeadlessContext;
+import java.lang.reflect.Method;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.util.Arrays;
@@ -40,11 +41,21 @@ public final class PictureTest {
         context.close();
     }
 
-    /** Draws, and draws again after each of two losses of the context. */
+    private static void call(Object effect, String method, Object... arguments) throws ReflectiveOperationException {
+        for (Method candidate : effect.getClass().getMethods()) {
+            if (candidate.getName().equals(method)) {
+                candidate.invoke(effect, Arrays.copyOf(arguments, candidate.getParameterCount()));
+            }
+        }
+    }
+
+    /** Initialises with quality 1, if any, and draws, and all that again after each of two losses of the context. */
     private <E extends AutoCloseable> void drawInThreeContexts(E effect, Consumer<E> draw) throws Exception {
         for (int loss = 0; loss < 3; loss++) {
+            call(effect, "init", 1);
+            call(effect, "setScreenSize", WIDTH, HEIGHT);
             draw.accept(effect);
-            effect.getClass().getMethod("GLContextDestroyed").invoke(effect);
+            call(effect, "GLContextDestroyed");
             context.recreate();
             context.clear(0, 0, 0, 1);
         }
@@ -90,9 +101,6 @@ public final class PictureTest {
     @Test
     public void metaballs() throws Exception {
         drawInThreeContexts(new Metaball2DRenderer(), metaballs -> {
-            assertEquals(0, metaballs.getTexture());
-            metaballs.init(1);
-            metaballs.setScreenSize(WIDTH, HEIGHT);
             metaballs.addMetaballs(new float[] {30, 20, 12, 0, 0, 0, 70, 40, 8, 0}, 2);
             metaballs.render(new float[] {1, 0.5f, 0.25f, 1});
             assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 30, 30);
@@ -124,8 +132,6 @@ public final class PictureTest {
     @Test
     public void particles() throws Exception {
         drawInThreeContexts(new MetaballRenderer(), particles -> {
-            particles.init(1);
-            particles.setScreenSize(WIDTH, HEIGHT);
             particles.push(30, 20, MetaballRenderer.ACTION_PRESS);
             particles.render(10, 12.5f);
             assertPixel(WHITE, 30, 28);
@@ -156,8 +162,6 @@ public final class PictureTest {
     @Test
     public void comets() throws Exception {
         drawInThreeContexts(new CometRenderer(), comets -> {
-            comets.init();
-            comets.setScreenSize(WIDTH, HEIGHT);
             comets.push(10, 50, CometRenderer.ACTION_HIDE);
             comets.render(0.5);
             assertEquals("hidden", 0, litPixels());
@@ -175,8 +179,6 @@ public final class PictureTest {
     @Test
     public void vectorGraphics() throws Exception {
         drawInThreeContexts(new VectorGraphicRenderer(), graphics -> {
-            graphics.init();
-            graphics.setScreenSize(WIDTH, HEIGHT);
             final int quarters = createQuarters();
             // Red 0 on the left half, 1 on the right half; the other channels must not matter.
             final float[] halves = {0, 1, 1, 1, 1, 0, 0, 0};
@@ -205,25 +207,20 @@ public final class PictureTest {
     }
 
     @Test
-    public void vectorGraphicsUnderABlendState() {
-        try (VectorGraphicRenderer graphics = new VectorGraphicRenderer()) {
-            graphics.init();
-            graphics.setScreenSize(WIDTH, HEIGHT);
+    public void vectorGraphicsUnderABlendState() throws Exception {
+        drawInThreeContexts(new VectorGraphicRenderer(), graphics -> {
             context.clear(0.8f, 0.8f, 0.8f, 1);
             graphics.setBlendEquation(EQUATION_REVERSE_SUBTRACT);
             graphics.setBlendFunction(FACTOR_CONSTANT_COLOR, FACTOR_ONE, FACTOR_CONSTANT_ALPHA, FACTOR_ZERO);
             graphics.setBlendColor(0.2f, 0.4f, 0.6f, 0.9f);
             graphics.renderCircle(70, 20, 10, WHITE);
             assertPixel(new float[] {0.6f, 0.4f, 0.2f, 0}, 70, 20);
-        }
+        });
     }
 
     @Test
     public void heights() throws Exception {
         drawInThreeContexts(new IntensityMapBuilder(), heights -> {
-            assertEquals(0, heights.getTexture());
-            heights.init();
-            heights.setScreenSize(WIDTH, HEIGHT);
             heights.addDropLine(A, B, 8, 0.5f, 1);
             heights.addHorizontalWave(40, 6, 0.25f, 9, 1, 0);
             assertEquals(0.5f, height(heights.getTexture(), 40, 10), HALF_FLOAT_STEP);
@@ -234,9 +231,6 @@ public final class PictureTest {
     @Test
     public void ripples() throws Exception {
         drawInThreeContexts(new ShallowWaterIterative(), water -> {
-            assertEquals(0, water.getTexture());
-            water.init();
-            water.setScreenSize(WIDTH, HEIGHT);
             water.addDrop(A, 8, 0.5f, 1);
             assertEquals(0.5f, height(water.getTexture(), 20, 10), HALF_FLOAT_STEP);
             water.addDropLine(A, B, 8, 0.25f, 0.5f);
@@ -257,9 +251,6 @@ public final class PictureTest {
     public void pond() throws Exception {
         final float[] end = {0, 0.5f};
         drawInThreeContexts(new ShallowWater(), pond -> {
-            assertEquals(0, pond.getTexture());
-            pond.init();
-            pond.setScreenSize(WIDTH, HEIGHT);
             pond.addDrop(A, 16, 0.5f);
             // The strength squared and half the radius, from the bottom.
             assertEquals(0.25f, height(pond.getTexture(), 20, HEIGHT - 11), HALF_FLOAT_STEP);
@@ -279,9 +270,6 @@ public final class PictureTest {
             slope[i] = i % WIDTH / 64f;
         }
         drawInThreeContexts(new NormalMapBuilder(), normals -> {
-            assertEquals(0, normals.getTexture());
-            normals.init();
-            normals.setScreenSize(WIDTH, HEIGHT);
             normals.setHeightMax(64);
             normals.build(context.createTexture(HeadlessContext.GL_R16F, WIDTH, HEIGHT, slope));
             final float[] normal = pixel(context.readTexture(normals.getTexture(), WIDTH, HEIGHT), 40, 30);
@@ -292,8 +280,6 @@ public final class PictureTest {
     @Test
     public void refraction() throws Exception {
         drawInThreeContexts(new ShallowWaterRenderer(), renderer -> {
-            renderer.init();
-            renderer.setScreenSize(WIDTH, HEIGHT);
             renderer.setTexture(createQuarters());
             // A plane 133 pixels high that slopes by 1 along x, which moves the picture by 31 pixels along y.
             final int height = context.createTexture(HeadlessContext.GL_R16F, 1, 1, new float[] {1});
