@@ -36,24 +36,17 @@ std::string fileContent(const std::string& path) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-bool isLinked(GLuint program) {
-    GLint linked = GL_FALSE;
-    glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    return linked == GL_TRUE;
+GLint valueOf(GLuint program, GLenum name) {
+    GLint value = 0;
+    glGetProgramiv(program, name, &value);
+    return value;
 }
 
 std::string binaryOf(GLuint program) {
-    GLint length = 0;
-    glGetProgramiv(program, GL_PROGRAM_BINARY_LENGTH, &length);
-    std::string binary(static_cast<size_t>(length), '\0');
+    std::string binary(static_cast<size_t>(valueOf(program, GL_PROGRAM_BINARY_LENGTH)), '\0');
     GLenum format = 0;
-    glGetProgramBinary(program, length, nullptr, &format, binary.data());
+    glGetProgramBinary(program, static_cast<GLsizei>(binary.size()), nullptr, &format, binary.data());
     return binary;
-}
-
-template <typename Function>
-Function* real(const char* name) {
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 } // namespace
@@ -65,7 +58,8 @@ void glProgramBinary(GLuint program, GLenum /*format*/, const void* binary, GLsi
 }
 
 void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-    real<void(GLuint, GLenum, GLint*)>("glGetProgramiv")(program, name, value);
+    static const auto real = reinterpret_cast<decltype(&glGetProgramiv)>(dlsym(RTLD_NEXT, "glGetProgramiv"));
+    real(program, name, value);
     if (name == GL_LINK_STATUS && program != 0 && program == driver.accepted) *value = GL_TRUE;
 }
 
@@ -89,7 +83,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::ofstream(path, std::ios::binary) << content;
 
     const GLuint program = createProgram(vertexSource, fragmentSource, "Program");
-    require(isLinked(program), "a program whatever the file holds");
+    require(valueOf(program, GL_LINK_STATUS) == GL_TRUE, "a program whatever the file holds");
     require(driver.handedOver == content, "the driver gets the whole file and nothing else");
     if (driver.accepts) {
         require(program == driver.accepted, "an accepted binary is used");

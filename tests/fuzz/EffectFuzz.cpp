@@ -2,6 +2,7 @@
 
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
+#include "headless/Pixels.h"
 #include "tests/fuzz/NativeFunctions.h"
 #include "tests/fuzz/Require.h"
 
@@ -95,11 +96,12 @@ class Session {
 
     void allocate() {
         const NativeClass& of = pick(nativeClasses);
-        mObjects.push_back({&of, of.alloc(java, nullptr)});
-        require(mObjects.back().handle != 0, "Alloc gave no object");
+        const jlong handle = of.alloc(java, nullptr);
+        require(handle != 0, "Alloc gave no object");
+        mObjects.push_back({&of, handle});
         if (mBytes.ConsumeIntegral<uint8_t>() < 64) return; // to meet calls that come too early
-        of.others[NativeClass::init](mArguments, mObjects.back().handle);
-        of.others[NativeClass::setScreenSize](mArguments, mObjects.back().handle);
+        of.others[NativeClass::init](mArguments, handle);
+        of.others[NativeClass::setScreenSize](mArguments, handle);
     }
 
     void free() {
@@ -126,11 +128,8 @@ class Session {
 
     /// The caller's own texture; as the first one of its context, it has the same name in each.
     void makePicture() {
-        const uint8_t texels[16] = {255, 0, 0, 255, 0, 255, 0, 128, 0, 0, 255, 255, 0, 0, 0, 0};
-        glGenTextures(1, &mPicture);
-        glBindTexture(GL_TEXTURE_2D, mPicture);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 2, 2, 0, GL_RGBA, GL_UNSIGNED_BYTE, texels);
-        mArguments.picture = static_cast<jint>(mPicture);
+        const std::vector<uint8_t> texels = {255, 0, 0, 255, 0, 255, 0, 128, 0, 0, 255, 255, 0, 0, 0, 0};
+        mArguments.picture = static_cast<jint>(tidalume::headless::makeTexture(GL_RGBA8, 2, 2, texels));
     }
 
     void call() {
@@ -145,7 +144,8 @@ class Session {
     }
 
     void requireNoNames() {
-        glDeleteTextures(1, &mPicture);
+        const auto picture = static_cast<GLuint>(mArguments.picture);
+        glDeleteTextures(1, &picture);
         for (GLuint name = 1; name < 100; ++name) {
             require(!glIsTexture(name), "a texture was leaked");
             require(!glIsFramebuffer(name), "a framebuffer was leaked");
@@ -158,7 +158,6 @@ class Session {
     Arguments mArguments;
     HeadlessContext mContext;
     std::vector<Object> mObjects;
-    GLuint mPicture = 0;
     bool mForgot = false;
 };
 

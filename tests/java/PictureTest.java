@@ -255,7 +255,7 @@ public final class PictureTest {
             // The strength squared and half the radius, from the bottom.
             assertEquals(0.25f, height(pond.getTexture(), 20, HEIGHT - 11), HALF_FLOAT_STEP);
             assertEquals(0, height(pond.getTexture(), 20 + 8, HEIGHT - 11), HALF_FLOAT_STEP);
-            pond.addDropLine(end, end, 0.5f, 0.5f);
+            pond.addDropLine(end, end, 0.4f, 0.5f);
             assertEquals(0.4f, height(pond.getTexture(), 48, 15), 0.01f);
             // Two of five updates are steps. The state before was flat: the bump still rises.
             IntStream.range(0, 5).forEach(update -> pond.update());
