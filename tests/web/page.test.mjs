@@ -271,14 +271,15 @@ test('fits a desktop and a phone, light and dark', async (t) => {
     for (const colorScheme of ['light', 'dark']) {
       const page = await openPage('', { viewport: { width, height }, colorScheme, hasTouch: device === 'phone' });
       const shoot = async (name) => {
-        await pass(page, 5);
+        await pass(page, 12);
         const excess = await page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
         assert.ok(excess <= 0, `${name} is ${excess} pixels too wide on a ${device}`);
         await page.screenshot({ path: join(screenshots, `${device}-${colorScheme}-${name}.png`) });
       };
       await shoot('gallery');
-      await page.click('[href="#vector"]');
-      await shoot('view');
+      const effect = colorScheme === 'dark' ? 'water' : 'vector';
+      await page.click(`[href="#${effect}"]`);
+      await shoot(effect);
       const targets = await page.$$eval('#view button, #view nav a, #view .button, #view select', (elements) =>
         elements.map((element) => Math.min(element.offsetWidth, element.offsetHeight)));
       assert.ok(Math.min(...targets) >= 36, `a control is ${Math.min(...targets)} pixels small`);
