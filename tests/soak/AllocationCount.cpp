@@ -1,56 +1,33 @@
 #include "tests/soak/AllocationCount.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <cstring>
+#include <dlfcn.h>
 #include <link.h>
 #include <new>
 
 namespace {
 
-/// Where a shared library lies in memory.
-struct Range {
-    std::uintptr_t begin = UINTPTR_MAX;
-    std::uintptr_t end = 0;
-};
-
-int addSegments(dl_phdr_info* info, std::size_t /*size*/, void* data) {
-    if (!std::strstr(info->dlpi_name, "libTidalume.so")) return 0;
-    auto& range = *static_cast<Range*>(data);
-    for (int i = 0; i < info->dlpi_phnum; ++i) {
-        const ElfW(Phdr)& segment = info->dlpi_phdr[i];
-        if (segment.p_type != PT_LOAD) continue;
-        range.begin = std::min(range.begin, static_cast<std::uintptr_t>(info->dlpi_addr + segment.p_vaddr));
-        range.end =
-            std::max(range.end, static_cast<std::uintptr_t>(info->dlpi_addr + segment.p_vaddr + segment.p_memsz));
-    }
-    return 1;
-}
-
-Range library;
 bool counting = false;
 constexpr std::size_t capacity = 1024;
 std::size_t sizes[capacity];
 std::size_t count = 0;
 
 void note(const void* caller, std::size_t size) {
-    const auto address = reinterpret_cast<std::uintptr_t>(caller);
-    if (!counting || address < library.begin || address >= library.end) return;
-    if (count < capacity) sizes[count] = size;
-    ++count;
+    dl_find_object library;
+    if (!counting || count == capacity || _dl_find_object(const_cast<void*>(caller), &library) != 0) return;
+    if (std::strstr(library.dlfo_link_map->l_name, "libTidalume.so")) sizes[count++] = size;
 }
 
 } // namespace
 
 void startCountingAllocations() {
-    if (library.end == 0) dl_iterate_phdr(addSegments, &library);
     count = 0;
     counting = true;
 }
 
 std::vector<std::size_t> stopCountingAllocations() {
     counting = false;
-    return {sizes, sizes + std::min(count, capacity)};
+    return {sizes, sizes + count};
 }
 
 // These take the place of the C and C++ libraries' functions in the whole process.
