@@ -28,9 +28,8 @@ struct Parameter {
 
     /// One of several choices, whose place in the list is the value.
     Parameter(const char* name, const char* label, const std::vector<const char*>& choices, float& value)
-        : Parameter(name, label, 0, static_cast<float>(choices.size() - 1), value) {
-        this->choices = choices;
-    }
+        : name(name), label(label), minimum(0), maximum(static_cast<float>(choices.size() - 1)), initial(value),
+          value(&value), choices(choices) {}
 
     const char* name;  ///< for Scene::set() and for links
     const char* label; ///< for people
