@@ -97,7 +97,7 @@ TEST_F(Viewer, FollowsTheSizeOfTheWindow) {
     runsWell(playing("5 resize 160x90\n60 save wide.png\n61 key f\n150 save full.png\n151 quit\n"));
     for (const auto& [name, width, height] : {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}}) {
         const Picture shown = picture(name);
-        EXPECT_EQ(std::pair(shown.width, shown.height), std::pair(width, height)) << name;
+        ASSERT_EQ(std::pair(shown.width, shown.height), std::pair(width, height)) << name;
         EXPECT_GT(warmPixels(shown, width / 2, height / 2, height / 2 - 1), 500) << name;
     }
 }
