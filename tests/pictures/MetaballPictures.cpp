@@ -15,15 +15,15 @@ struct Ball {
     float unused[3] = {};
 };
 
-/// Balls with centres up to 60 pixels outside the screen.
-std::vector<Ball> randomBalls(int count, int width, int height, float smallest, float largest) {
+/// Balls with centres up to 60 pixels outside the screen, and two of a radius that draws nothing.
+std::vector<Ball> randomBalls(int count, int width, int height) {
     std::mt19937 random(7);
-    const auto between = [&](float low, float high) {
+    const auto between = [&](double low, double high) {
         return std::uniform_real_distribution<float>(low, high)(random);
     };
-    std::vector<Ball> balls;
+    std::vector<Ball> balls = {{48.0F, 30.0F, 0.0F}, {20.0F, 30.0F, -15.0F}};
     for (int i = 0; i < count; ++i)
-        balls.push_back({between(-60, width + 60), between(-60, height + 60), between(smallest, largest)});
+        balls.push_back({between(-60, width + 60), between(-60, height + 60), between(10, 35)});
     return balls;
 }
 
@@ -31,7 +31,8 @@ int fieldLength(int screen, float quality) {
     return static_cast<int>(std::round(screen / quality) + 2.0F * (120.0F / quality));
 }
 
-Comparison field(int width, int height, float quality, std::vector<Ball> balls) {
+Comparison field(int width, int height, float quality, int count) {
+    std::vector<Ball> balls = randomBalls(count, width, height);
     Metaball2DRenderer renderer;
     renderer.init(quality);
     renderer.setScreenSize(width, height);
@@ -49,13 +50,6 @@ Comparison field(int width, int height, float quality, std::vector<Ball> balls) 
         }
         return {sum};
     });
-}
-
-Comparison sparseField(int width, int height, float quality) {
-    std::vector<Ball> balls = randomBalls(12, width, height, 12.0F, 40.0F);
-    balls.push_back({48.0F, 30.0F, 0.0F});
-    balls.push_back({20.0F, 30.0F, -15.0F});
-    return field(width, height, quality, balls);
 }
 
 /// One ball, painted with alpha 0.5 over a colour: a disc of the ball's radius.
@@ -89,12 +83,10 @@ constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
 PictureTable metaballPictures() {
     return {
-        {"metaball_field_97x61", [] { return sparseField(97, 61, 1.0F); }, fieldTolerance},
-        {"metaball_field_64x160_quality2", [] { return sparseField(64, 160, 2.0F); }, fieldTolerance},
-        {"metaball_field_97x61_quality3", [] { return sparseField(97, 61, 3.0F); }, fieldTolerance},
-        {"metaball_field_400_balls", [] { return field(64, 160, 1, randomBalls(400, 64, 160, 8, 30)); },
-         crowdTolerance},
-        {"metaball_disc_97x61", [] { return disc(97, 61, 1.0F, 48.0F, 30.0F, 20.0F); }, byteStep},
+        {"metaball_field_97x61", [] { return field(97, 61, 1.0F, 12); }, fieldTolerance},
+        {"metaball_field_64x160_quality2", [] { return field(64, 160, 2.0F, 12); }, fieldTolerance},
+        {"metaball_field_97x61_quality3", [] { return field(97, 61, 3.0F, 12); }, fieldTolerance},
+        {"metaball_field_400_balls", [] { return field(64, 160, 1.0F, 400); }, crowdTolerance},
         {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2.0F, -3.0F, 155.0F, 31.0F); }, byteStep},
         {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3.0F, 60.0F, 5.0F, 25.0F); }, byteStep},
     };

@@ -20,31 +20,21 @@ Color withAlpha(Color color, double alpha) {
     return color;
 }
 
+/// The blend state that a new object has, and another with four factors of its own.
+enum Blend { overlaying, subtracting };
 const Color constant = {0.5, 0.25, 1.0, 0.75};
 
-/// What a source colour over a target colour gives with each blend state.
-struct Blended {
-    static Color overlaying(const Color& s, const Color& t) { return mix(t, s, s[3]); }
-    static Color adding(const Color& s, const Color& t) { return withAlpha(s * s[3] + t, t[3]); }
-    static Color multiplying(const Color& s, const Color& t) { return withAlpha(s * t, s[3] + t[3] * (1.0 - s[3])); }
-    static Color subtracting(const Color& s, const Color& t) {
-        return withAlpha(t - s * constant, t[3] * constant[3] - s[3]);
-    }
-    static Color largest(const Color& s, const Color& t) { return (s + t + abs(s - t)) / 2.0; }
-};
+void setBlend(VectorGraphicRenderer& graphics, Blend blend) {
+    if (blend == overlaying) return;
+    graphics.setBlendEquation(GL_FUNC_REVERSE_SUBTRACT);
+    graphics.setBlendFunction(GL_CONSTANT_COLOR, GL_ONE, GL_ONE, GL_CONSTANT_COLOR);
+    graphics.setBlendColor(constant[0], constant[1], constant[2], constant[3]);
+}
 
-struct Blend {
-    int equation, srcRGB, dstRGB, srcAlpha, dstAlpha;
-    Color (*blended)(const Color& source, const Color& target);
-};
-
-const Blend overlaying = {GL_FUNC_ADD,  GL_SRC_ALPHA,           GL_ONE_MINUS_SRC_ALPHA,
-                          GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, Blended::overlaying};
-const Blend adding = {GL_FUNC_ADD, GL_SRC_ALPHA, GL_ONE, GL_ZERO, GL_ONE, Blended::adding};
-const Blend multiplying = {GL_FUNC_ADD, GL_DST_COLOR, GL_ZERO, GL_ONE, GL_ONE_MINUS_SRC_ALPHA, Blended::multiplying};
-const Blend subtracting = {GL_FUNC_REVERSE_SUBTRACT, GL_CONSTANT_COLOR,   GL_ONE, GL_ONE,
-                           GL_CONSTANT_COLOR,        Blended::subtracting};
-const Blend largest = {GL_MAX, GL_ONE, GL_ONE, GL_ONE, GL_ONE, Blended::largest};
+Color blended(Blend blend, const Color& source, const Color& target) {
+    if (blend == overlaying) return mix(target, source, source[3]);
+    return withAlpha(target - source * constant, target[3] * constant[3] - source[3]);
+}
 
 /// In pixels from the top-left corner, and as a share of the screen from the bottom-left corner.
 struct Point {
@@ -57,13 +47,11 @@ struct Layer {
     std::function<std::optional<Color>(const Point&)> color;
 };
 
-Comparison paint(int width, int height, const Blend& blend, const std::vector<Layer>& layers) {
+Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& layers) {
     VectorGraphicRenderer graphics;
     graphics.init();
     graphics.setScreenSize(width, height);
-    graphics.setBlendEquation(blend.equation);
-    graphics.setBlendFunction(blend.srcRGB, blend.dstRGB, blend.srcAlpha, blend.dstAlpha);
-    graphics.setBlendColor(constant[0], constant[1], constant[2], constant[3]);
+    setBlend(graphics, blend);
     glClearColor(cleared[0], cleared[1], cleared[2], cleared[3]);
     glClear(GL_COLOR_BUFFER_BIT);
     for (const Layer& layer : layers)
@@ -74,13 +62,13 @@ Comparison paint(int width, int height, const Blend& blend, const std::vector<La
         Color color = cleared;
         for (const Layer& layer : layers) {
             const auto source = layer.color(point);
-            if (source) color = blend.blended(*source, color).apply([](double c) { return std::clamp(c, 0.0, 1.0); });
+            if (source) color = blended(blend, *source, color).apply([](double c) { return std::clamp(c, 0.0, 1.0); });
         }
         return color;
     });
 }
 
-Comparison gradient(int width, int height, const Blend& blend, float x, float y, float begin, const Color& beginColor,
+Comparison gradient(int width, int height, Blend blend, float x, float y, float begin, const Color& beginColor,
                     float end, const Color& endColor) {
     const auto draw = [&](VectorGraphicRenderer& graphics) {
         graphics.renderRadialGradient(x, y, begin, floats(beginColor).data(), end, floats(endColor).data());
@@ -142,27 +130,28 @@ Field randomBytes(int width, int height, unsigned seed) {
     return randomField(width, height, 4, 0.0, 1.0, 255.0, seed);
 }
 
-Comparison discs(int width, int height, const Blend& blend, bool bitmaps) {
+Comparison discs(int width, int height, Blend blend) {
     const Texture exact(GL_RGBA8, randomBytes(width, height, 5));
     const Texture coarse(GL_RGBA8, randomBytes(6, 5, 6));
     return paint(width, height, blend,
-                 {disc(40.5F, 25.25F, 25.0F, gold, bitmaps ? &exact : nullptr),
-                  disc(60.0F, 55.0F, 18.5F, green, bitmaps ? &coarse : nullptr),
-                  disc(2.0F, 50.0F, 31.0F, blue, bitmaps ? &exact : nullptr)});
+                 {disc(40.5F, 25.25F, 25.0F, gold, nullptr), disc(60.0F, 55.0F, 18.5F, green, &coarse),
+                  disc(2.0F, 50.0F, 31.0F, blue, &exact), disc(20.0F, 3.0F, 12.0F, blue, nullptr)});
 }
 
-/// Every rotation code, two unknown ones, and a plain rectangle after each of them.
-Comparison rotations(const Blend& blend, bool masked) {
+/// Every rotation code and two unknown ones, without a mask and with it, and a plain rectangle after each.
+Comparison rotations(Blend blend) {
     const Texture bitmap(GL_RGBA8, randomBytes(5, 4, 3));
     const Texture mask(GL_RGBA8, randomBytes(7, 3, 4));
     std::vector<Layer> layers;
     float y = 1.25F; // a quarter of a pixel keeps edges clear of pixel centres
     for (const int rotation : {0, 1, 2, 3, 4, 5, 6, -1}) {
-        layers.push_back(rectangle(2.25F, y, 57.0F, rotation, bitmap, masked ? &mask : nullptr));
-        layers.push_back(rectangle(61.25F, y, 70.0F, std::nullopt, bitmap, masked ? &mask : nullptr));
+        layers.push_back(rectangle(2.25F, y, 37.0F, rotation, bitmap, nullptr));
+        layers.push_back(rectangle(41.25F, y, 37.0F, std::nullopt, bitmap, &mask));
+        layers.push_back(rectangle(80.25F, y, 37.0F, rotation, bitmap, &mask));
+        layers.push_back(rectangle(119.25F, y, 37.0F, std::nullopt, bitmap, nullptr));
         y += 18.5F;
     }
-    return paint(120, 150, blend, layers);
+    return paint(150, 150, blend, layers);
 }
 
 // Drivers may blend, and weigh texels, in 8 bits.
@@ -177,14 +166,10 @@ PictureTable vectorPictures() {
         {"vector_gradient_inwards_64x160", [] { return gradient(64, 160, overlaying, -20, 170, 150, gold, 30, clear); },
          color8},
         {"vector_gradient_hard_edge", [] { return gradient(97, 61, subtracting, 50, 30, 25, gold, 25, blue); }, color8},
-        {"vector_discs_97x61", [] { return discs(97, 61, overlaying, false); }, color8},
-        {"vector_discs_adding_64x160", [] { return discs(64, 160, adding, false); }, color8},
-        {"vector_bitmap_discs_97x61", [] { return discs(97, 61, overlaying, true); }, filtered8},
-        {"vector_bitmap_discs_multiplying_64x160", [] { return discs(64, 160, multiplying, true); }, filtered8},
-        {"vector_rotations", [] { return rotations(overlaying, false); }, filtered8},
-        {"vector_rotations_largest", [] { return rotations(largest, false); }, filtered8},
-        {"vector_masked_rotations", [] { return rotations(overlaying, true); }, filtered8},
-        {"vector_masked_rotations_subtracting", [] { return rotations(subtracting, true); }, filtered8},
+        {"vector_discs_97x61", [] { return discs(97, 61, overlaying); }, filtered8},
+        {"vector_discs_subtracting_64x160", [] { return discs(64, 160, subtracting); }, filtered8},
+        {"vector_rotations", [] { return rotations(overlaying); }, filtered8},
+        {"vector_rotations_subtracting", [] { return rotations(subtracting); }, filtered8},
     };
 }
 

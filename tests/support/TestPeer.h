@@ -27,7 +27,6 @@ struct TestPeer {
     TIDALUME_PEEK(mEmitRange)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mMetaball2DRenderer)
-    TIDALUME_PEEK(mMaterialSpecular)
     TIDALUME_PEEK(mTextureBG)
     TIDALUME_PEEK(mDrawFrameBuffer)
     TIDALUME_PEEK(mTerm)
