@@ -45,7 +45,6 @@ struct Texture {
         : texels(texels), name(headless::makeTexture(format, texels.width, texels.height, floats(texels.values))) {}
     ~Texture() { glDeleteTextures(1, &name); }
     Texture(const Texture&) = delete;
-    Texture& operator=(const Texture&) = delete;
 
     const Field texels;
     const GLuint name;

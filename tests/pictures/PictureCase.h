@@ -28,11 +28,9 @@ std::vector<float> floats(const Numbers& values) {
 
 /// The largest difference between what was drawn and its formula, and where it is.
 struct Comparison {
-    double largest; ///< NaN when a value is not a number where the formula gives one
+    double largest; ///< infinite where a number is missing, or where the formula leaves half of the pixels open
     int x, y, channel;
     double drawn, expected;
-    int compared; ///< number of values that the formula gives
-    int pixels;
 };
 
 /// Sets pixels beside their formula.
@@ -52,8 +50,6 @@ struct PictureCase {
     const char* name;
     Comparison (*run)(); ///< draws with the current context, whose framebuffer 0 is at least 160 x 160 pixels
     Tolerance tolerance;
-    /// What a value changes by where a corner of the drawing moves by a pixel; 0 where all corners lie on whole pixels.
-    double slope = 0.0;
 };
 
 /// How far from its formula a picture may be on the driver of the current context.

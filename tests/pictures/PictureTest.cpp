@@ -23,9 +23,7 @@ TEST_P(PictureTest, MatchesFormula) {
     for (const LogLine& line : log.take())
         EXPECT_EQ(line.priority, ANDROID_LOG_VERBOSE) << line;
 
-    RecordProperty("difference", std::to_string(found.largest));
     std::cout << picture.name << ": largest difference " << found.largest << "\n";
-    EXPECT_GT(found.compared, found.pixels / 2) << "the formula leaves most of the picture open";
     EXPECT_LE(found.largest, tolerance) << found.drawn << " instead of " << found.expected << " at (" << found.x << ", "
                                         << found.y << "), channel " << found.channel
                                         << "; tolerance: " << picture.tolerance.reason;

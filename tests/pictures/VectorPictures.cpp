@@ -1,8 +1,6 @@
 #include "effects/vector/VectorGraphicRenderer.h"
 #include "tests/pictures/Field.h"
 
-#include <optional>
-
 namespace tidalume::pictures {
 namespace {
 
@@ -41,10 +39,10 @@ struct Point {
     double x, y, u, v;
 };
 
-/// One drawing call and its formula: the colour at a point, none where the call covers nothing.
+/// One drawing call and its formula: the colour at a point, none where it covers nothing.
 struct Layer {
     std::function<void(VectorGraphicRenderer&)> draw;
-    std::function<std::optional<Color>(const Point&)> color;
+    std::function<Color(const Point&)> color;
 };
 
 Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& layers) {
@@ -61,8 +59,9 @@ Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& l
         const Point point = {x + 0.5, height - y - 0.5, (x + 0.5) / width, (y + 0.5) / height};
         Color color = cleared;
         for (const Layer& layer : layers) {
-            const auto source = layer.color(point);
-            if (source) color = blended(blend, *source, color).apply([](double c) { return std::clamp(c, 0.0, 1.0); });
+            const Color source = layer.color(point);
+            if (source.size() == 0) continue;
+            color = blended(blend, source, color).apply([](double c) { return std::clamp(c, 0.0, 1.0); });
         }
         return color;
     });
@@ -75,7 +74,6 @@ Comparison gradient(int width, int height, Blend blend, float x, float y, float 
     };
     const auto color = [&](const Point& p) {
         const double way = std::hypot(p.x - x, p.y - y) - begin;
-        if (begin == end && std::fabs(way) < 0.01) return Color(open, 4);
         return mix(beginColor, endColor, std::clamp(way / (end - begin), 0.0, 1.0));
     };
     return paint(width, height, blend, {{draw, color}});
@@ -89,37 +87,39 @@ Layer disc(float x, float y, float radius, const Color& color, const Texture* bi
         else
             graphics.renderCircle(x, y, radius, floats(color).data());
     };
-    const auto colorAt = [=](const Point& p) -> std::optional<Color> {
+    const auto colorAt = [=](const Point& p) -> Color {
         const double distance = std::hypot(p.x - x, p.y - y) - radius;
         if (std::fabs(distance) < 0.3) return Color(open, 4); // drivers may round the very edge either way
-        if (distance > 0.0) return std::nullopt;
+        if (distance > 0.0) return {};
         return bitmap ? withAlpha(bitmap->texels.sample(p.u, p.v), color[3]) : color;
     };
     return {draw, colorAt};
 }
 
+/// In place of a rotation code: a rectangle that is not to be turned.
+constexpr int plain = 99;
+
 /// A plain or turned rectangle of 17 pixels in height, with a mask or without.
-Layer rectangle(float x, float y, float width, std::optional<int> rotation, const Texture& bitmap,
-                const Texture* mask) {
+Layer rectangle(float x, float y, float width, int rotation, const Texture& bitmap, const Texture* mask) {
     constexpr float height = 17.0F;
     const auto draw = [=, texture = bitmap.name](VectorGraphicRenderer& graphics) {
-        if (mask && rotation)
-            graphics.renderRotatedAlphaMaskedBitmapRectangle(x, y, width, height, texture, *rotation, mask->name);
+        if (mask && rotation != plain)
+            graphics.renderRotatedAlphaMaskedBitmapRectangle(x, y, width, height, texture, rotation, mask->name);
         else if (mask)
             graphics.renderAlphaMaskedBitmapRectangle(x, y, width, height, texture, mask->name);
-        else if (rotation)
-            graphics.renderRotatedBitmapRectangle(x, y, width, height, texture, *rotation);
+        else if (rotation != plain)
+            graphics.renderRotatedBitmapRectangle(x, y, width, height, texture, rotation);
         else
             graphics.renderBitmapRectangle(x, y, width, height, texture);
     };
-    const auto color = [=, &bitmap](const Point& p) -> std::optional<Color> {
+    const auto color = [=, &bitmap](const Point& p) -> Color {
         const double sx = (p.x - x) / width;
         const double sy = 1.0 - (p.y - y) / height;
-        if (sx < 0.0 || sx > 1.0 || sy < 0.0 || sy > 1.0) return std::nullopt;
+        if (sx < 0.0 || sx > 1.0 || sy < 0.0 || sy > 1.0) return {};
         // Where each rotation code looks into the bitmap; any other code stands for 0.
         const double u[6] = {sx, 1.0 - sy, 1.0 - sx, sy, sx, 1.0 - sx};
         const double v[6] = {sy, sx, 1.0 - sy, 1.0 - sx, 1.0 - sy, sy};
-        const int code = rotation && *rotation >= 0 && *rotation < 6 ? *rotation : 0;
+        const int code = rotation >= 0 && rotation < 6 ? rotation : 0;
         const Color texel = bitmap.texels.sample(u[code], v[code]);
         return mask ? withAlpha(texel, mask->texels.sample(p.u, p.v)[0]) : texel;
     };
@@ -146,9 +146,9 @@ Comparison rotations(Blend blend) {
     float y = 1.25F; // a quarter of a pixel keeps edges clear of pixel centres
     for (const int rotation : {0, 1, 2, 3, 4, 5, 6, -1}) {
         layers.push_back(rectangle(2.25F, y, 37.0F, rotation, bitmap, nullptr));
-        layers.push_back(rectangle(41.25F, y, 37.0F, std::nullopt, bitmap, &mask));
+        layers.push_back(rectangle(41.25F, y, 37.0F, plain, bitmap, &mask));
         layers.push_back(rectangle(80.25F, y, 37.0F, rotation, bitmap, &mask));
-        layers.push_back(rectangle(119.25F, y, 37.0F, std::nullopt, bitmap, nullptr));
+        layers.push_back(rectangle(119.25F, y, 37.0F, plain, bitmap, nullptr));
         y += 18.5F;
     }
     return paint(150, 150, blend, layers);

@@ -15,7 +15,7 @@ const PictureTable& pictures() {
     return table;
 }
 
-// JSON has no NaN: a number that no tolerance allows takes its place.
+// JSON has no infinity: a number that no tolerance allows takes its place.
 double finite(double number) {
     return std::isfinite(number) ? number : 1e30;
 }
@@ -25,10 +25,8 @@ std::string result(const PictureCase& picture) {
     try {
         const Comparison found = picture.run();
         std::snprintf(text, sizeof text,
-                      R"({"name":"%s","largest":%.17g,"tolerance":%.17g,"x":%d,"y":%d,"channel":%d,)"
-                      R"("compared":%d,"pixels":%d})",
-                      picture.name, finite(found.largest), toleranceHere(picture), found.x, found.y, found.channel,
-                      found.compared, found.pixels);
+                      R"({"name":"%s","largest":%.17g,"tolerance":%.17g,"x":%d,"y":%d,"channel":%d})", picture.name,
+                      finite(found.largest), toleranceHere(picture), found.x, found.y, found.channel);
     } catch (const std::exception& error) {
         std::snprintf(text, sizeof text, R"({"name":"%s","error":"%s"})", picture.name, error.what());
     }
