@@ -1,221 +1,157 @@
-import static org.junit.Assert.assertEquals;
-import static org.junit.Assert.assertThrows;
+package com.vyn.effect.tidalume;
 
-import com.vyn.effect.tidalume.*;
+import static org.junit.Assert.*;
+
 import com.vyn.effect.tidalume.headless.HeadlessContext;
 import java.lang.reflect.*;
 import java.util.*;
-import org.junit.Test;
+import org.junit.*;
 
-/** Random calls of every public method of every effect: exactly the bad ones throw and say why, and none crashes. */
+/** Every public method of every effect, found by reflection: bad calls throw and say why, and none crashes. */
 public final class CallTest {
-    private static final int STEPS = 30000;
-    private static final int MAX_EFFECTS = 6;
-
     private static final List<Class<? extends AutoCloseable>> CLASSES = List.of(CometRenderer.class,
             IntensityMapBuilder.class, Metaball2DRenderer.class, MetaballRenderer.class, NormalMapBuilder.class,
             ShallowWater.class, ShallowWaterIterative.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
     /** They make no textures that a loss of the context could take. */
     private static final Set<Class<?>> KEEP_THEIR_SIZE =
             Set.of(CometRenderer.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
-    /** The array parameters by method; of all others it is one color. */
-    private static final Map<String, List<String>> ARRAYS = Map.of("addDrop", List.of("center"),
-            "addDropLine", List.of("center", "center2"), "renderRadialGradient", List.of("beginColor", "endColor"));
 
-    private static final float[] ODD_FLOATS = {0, -0.0f, -1, 1e-30f, Float.MIN_VALUE, Float.MAX_VALUE,
-        -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN};
-    private static final int[] ODD_INTS = {-1, Integer.MAX_VALUE, Integer.MIN_VALUE, 1 << 20};
+    private static final float INFINITY = Float.POSITIVE_INFINITY;
+    private static final float MAX = Float.MAX_VALUE;
+    /** Values by type; the first one is good for every method. */
+    private static final Map<Class<?>, List<?>> VALUES = Map.of(
+            boolean.class, List.of(true, false),
+            int.class, List.of(2, 1, 3, 64, 97, 0, -1, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE),
+            float.class, List.of(8f, 1f, 0.5f, 40f, 0f, -0f, -1f, 1e-30f, Float.MIN_VALUE, MAX, -MAX, INFINITY,
+                    -INFINITY, Float.NaN),
+            double.class, List.of(0.5, 0.1, 0.95, -1.0, 1e300, Double.NEGATIVE_INFINITY, Double.NaN),
+            float[].class, Arrays.asList(new float[10], new float[] {40, 20, 8, 1, 0, 0, 60, 30, 20, 1},
+                    new float[] {MAX, Float.NaN, -1, INFINITY}, new float[] {1, 2, 3}, new float[1], null));
+    /** Numbers that a method refuses, whichever of its parameters they are for. */
+    private static final Map<String, List<?>> BAD_NUMBERS = Map.of("init", List.of(0f, -1f, INFINITY, Float.NaN),
+            "setScreenSize", List.of(0, Integer.MIN_VALUE),
+            "addMetaballs", List.of(-1, 3, Integer.MAX_VALUE, Integer.MIN_VALUE));
 
-    private final Random random = new Random(7);
-    private final List<Effect> effects = new ArrayList<>();
-    private final Set<String> calledWell = new TreeSet<>();
-    private final Set<String> refusals = new TreeSet<>();
+    private final HeadlessContext context = HeadlessContext.create(97, 61);
 
-    /** An effect with what its caller has to know about it. */
-    private static final class Effect {
-        final AutoCloseable object;
-        boolean closed;
-        boolean initialized;
-        boolean wasInitialized;
-        boolean sized;
-
-        Effect(AutoCloseable object) {
-            this.object = object;
-        }
-
-        String stateError(String method) {
-            final String subject = "IllegalStateException: " + object.getClass().getSimpleName();
-            if (closed) {
-                return method.equals("close") ? "" : subject + " is closed";
-            }
-            if (!method.matches("(render|add|update|build).*") || initialized && sized) {
-                return "";
-            }
-            return subject + " needs " + (initialized ? "setScreenSize first" : "init in the current GL context first");
-        }
-
-        void remember(String method) {
-            final boolean forgets = method.equals("GLContextDestroyed");
-            initialized = method.equals("init") || initialized && !forgets;
-            wasInitialized |= initialized;
-            if (method.equals("setScreenSize")) {
-                sized = wasInitialized || !(object instanceof MetaballRenderer); // which has nothing to size before
-            } else if (forgets) {
-                sized &= KEEP_THEIR_SIZE.contains(object.getClass());
-            }
-            closed |= method.equals("close");
-        }
+    @After
+    public void closeContext() {
+        context.close();
     }
 
-    /** The arguments of a call and the exception that they must cause, the first of several; empty: none. */
-    private final class Call {
-        final String method;
-        final List<Object> arguments = new ArrayList<>();
-        String error;
-        private int arrays;
-
-        Call(Method method, String stateError) {
-            this.method = method.getName();
-            error = stateError;
-            if (this.method.equals("addMetaballs")) {
-                final int count = odd() ? ODD_INTS[random.nextInt(ODD_INTS.length)] : random.nextInt(4);
-                refuse(count < 0, "IllegalArgumentException: count must be at least 0, is " + count);
-                Collections.addAll(arguments, array("metaballs", Math.max(0, 6L * count - 2)), count);
-                return;
-            }
-            for (Class<?> type : method.getParameterTypes()) {
-                arguments.add(argument(type));
+    /** All but close, by name. */
+    private static SortedMap<String, Method> methods(AutoCloseable effect) {
+        final SortedMap<String, Method> methods = new TreeMap<>();
+        for (Method method : effect.getClass().getDeclaredMethods()) {
+            if (Modifier.isPublic(method.getModifiers()) && !method.getName().equals("close")) {
+                assertNull("an overload", methods.put(method.getName(), method));
             }
         }
-
-        private void refuse(boolean bad, String exception) {
-            error = bad && error.isEmpty() ? exception : error;
-        }
-
-        private Object argument(Class<?> type) {
-            if (type == float[].class) {
-                final String name = ARRAYS.getOrDefault(method, List.of("color")).get(arrays++);
-                return array(name, name.startsWith("center") ? 2 : 4);
-            } else if (type == int.class) {
-                return integer();
-            } else if (type == boolean.class) {
-                return random.nextBoolean();
-            }
-            final float value = number();
-            refuse(method.equals("init") && !(value > 0 && value < Float.POSITIVE_INFINITY),
-                    "IllegalArgumentException: quality must be a finite number above 0, is " + value);
-            return type == double.class ? (Object) (value / 100.0) : (Object) value;
-        }
-
-        private float[] array(String name, long needed) {
-            final boolean isNull = odd();
-            final boolean isShort = needed > 1000 || needed > 0 && odd();
-            final float[] values = new float[(int) (isShort ? Math.min(needed - 1, 22) : needed + random.nextInt(2))];
-            refuse(isNull, "NullPointerException: " + name + " must not be null");
-            refuse(isShort, "IllegalArgumentException: " + name + " must hold at least " + needed + " floats, has "
-                    + values.length);
-            for (int i = 0; i < values.length; i++) {
-                values[i] = number();
-            }
-            return isNull ? null : values;
-        }
-
-        private int integer() {
-            // A huge number of passes is no error, only long.
-            final boolean odd = odd() && !method.equals("setIterationCount");
-            final int value = odd ? ODD_INTS[random.nextInt(ODD_INTS.length)] : random.nextInt(100) - 1;
-            refuse(method.equals("setScreenSize") && value < 1, "IllegalArgumentException: "
-                    + (arguments.isEmpty() ? "width" : "height") + " must be at least 1, is " + value);
-            return value;
-        }
-
-        private float number() {
-            return odd() ? ODD_FLOATS[random.nextInt(ODD_FLOATS.length)] : random.nextFloat() * 120;
-        }
-
-        private boolean odd() {
-            return random.nextInt(6) == 0;
-        }
+        return methods;
     }
 
-    private static Method[] methods(Class<?> of) {
-        return Arrays.stream(of.getDeclaredMethods()).filter(method -> Modifier.isPublic(method.getModifiers()))
-                .sorted(Comparator.comparing(Method::toString)).toArray(Method[]::new);
+    /** How many floats an array of the method holds at least: two metaballs, a point or a color. */
+    private static int floats(Method method) {
+        return method.getName().equals("addMetaballs") ? 10 : method.getName().startsWith("addDrop") ? 2 : 4;
     }
 
-    private static String error(Object object, Method method, List<Object> arguments) throws IllegalAccessException {
+    private static Object[] goodArguments(Method method) {
+        return Arrays.stream(method.getParameterTypes())
+                .map(type -> type == float[].class ? new float[floats(method)] : VALUES.get(type).get(0)).toArray();
+    }
+
+    private static List<?> badValues(Method method, Class<?> type) {
+        return type == float[].class ? Arrays.asList(null, new float[floats(method) - 1])
+                : BAD_NUMBERS.getOrDefault(method.getName(), List.of());
+    }
+
+    private static void assertOutcome(String pattern, Object effect, Method method, Object[] arguments)
+            throws IllegalAccessException {
+        String outcome = "no exception";
         try {
-            method.invoke(object, arguments.toArray());
-            return "";
+            method.invoke(effect, arguments);
         } catch (InvocationTargetException exception) {
-            return exception.getCause().getClass().getSimpleName() + ": " + exception.getCause().getMessage();
+            outcome = exception.getCause().toString();
         }
+        assertTrue(method + Arrays.toString(arguments) + ": " + outcome, outcome.matches(pattern));
     }
 
-    private void act() throws IllegalAccessException {
-        final Effect effect = effects.get(random.nextInt(effects.size()));
-        final Method[] methods = methods(effect.object.getClass());
-        final Method method = methods[random.nextInt(methods.length)];
-        if (method.getName().equals("close") && random.nextInt(8) > 0) {
-            return;
-        }
-        final Call call = new Call(method, effect.stateError(method.getName()));
-        assertEquals(method + " of " + call.arguments, call.error, error(effect.object, method, call.arguments));
-        if (call.error.isEmpty()) {
-            effect.remember(method.getName());
-            calledWell.add(method.toString());
-        } else {
-            refusals.add(method + ": " + call.error.replaceAll(" (at least|finite) .*", ""));
-        }
+    private static void callWell(AutoCloseable effect, String name) throws IllegalAccessException {
+        final Method method = methods(effect).get(name);
+        assertOutcome("no exception", effect, method, goodArguments(method));
     }
 
-    private void loseContext(HeadlessContext context) throws ReflectiveOperationException {
-        for (Effect effect : effects) {
-            if (!effect.closed) {
-                effect.object.getClass().getMethod("GLContextDestroyed").invoke(effect.object);
-                effect.remember("GLContextDestroyed");
+    /** @param reason why drawing calls throw; empty: they do not */
+    private static void assertState(String reason, AutoCloseable effect, Method method) throws IllegalAccessException {
+        final boolean draws = method.getName().matches("(render|add|update|build).*");
+        final boolean isRefused = draws ? !reason.isEmpty() : reason.equals("is closed");
+        final String exception = "java.lang.IllegalStateException: " + effect.getClass().getSimpleName() + " " + reason + ".*";
+        assertOutcome(isRefused ? exception : "no exception", effect, method, goodArguments(method));
+    }
+
+    private static void assertRefusesBadValues(AutoCloseable effect, Method method) throws IllegalAccessException {
+        for (int i = 0; i < method.getParameterCount(); i++) {
+            for (Object bad : badValues(method, method.getParameterTypes()[i])) {
+                final Object[] arguments = goodArguments(method);
+                arguments[i] = bad;
+                final String exception = bad == null ? "NullPointerException" : "IllegalArgumentException";
+                assertOutcome("java.lang." + exception + ": \\w+ must .*", effect, method, arguments);
             }
         }
-        context.recreate();
-    }
-
-    private void replaceOne() throws Exception {
-        if (effects.size() == MAX_EFFECTS) {
-            effects.remove(random.nextInt(MAX_EFFECTS)).object.close();
-        }
-        effects.add(new Effect(CLASSES.get(random.nextInt(CLASSES.size())).getConstructor().newInstance()));
     }
 
     @Test
-    public void badCallsThrowAndNoneCrashes() throws Exception {
-        try (HeadlessContext context = HeadlessContext.create(97, 61)) {
-            for (int step = 0; step < STEPS; step++) {
-                if (effects.isEmpty() || random.nextInt(60) == 0) {
-                    replaceOne();
-                } else if (random.nextInt(500) == 0) {
-                    loseContext(context);
-                } else {
-                    act();
+    public void badCallsThrow() throws Exception {
+        for (Class<? extends AutoCloseable> type : CLASSES) {
+            final AutoCloseable model = type.getConstructor().newInstance();
+            for (Method method : methods(model).values()) {
+                final AutoCloseable effect = type.getConstructor().newInstance();
+                final String afterLoss = KEEP_THEIR_SIZE.contains(type) ? "" : "needs setScreenSize";
+                assertState("needs init", effect, method);
+                for (String[] step : new String[][] {{"init", "needs setScreenSize"}, {"setScreenSize", ""},
+                    {"GLContextDestroyed", "needs init"}, {"init", afterLoss}, {"setScreenSize", ""}}) {
+                    callWell(effect, step[0]);
+                    assertState(step[1], effect, method);
                 }
+                assertRefusesBadValues(effect, method);
+                effect.close();
+                assertState("is closed", effect, method);
+                effect.close();
             }
-            for (Effect effect : effects) {
-                effect.object.close();
-            }
+            model.close();
         }
-        final Set<String> all = new TreeSet<>();
-        CLASSES.forEach(type -> Arrays.stream(methods(type)).forEach(method -> all.add(method.toString())));
-        assertEquals(all, calledWell);
-        // 69 methods when closed, 22 before init and before setScreenSize, 14 arrays null and short, 18 sides of
-        // a screen, two qualities, one count.
-        assertEquals(String.join("\n", refusals), 69 + 2 * 22 + 2 * 14 + 18 + 2 + 1, refusals.size());
+        assertThrows(OutOfMemoryError.class, () -> new Handle("Pond", 0));
     }
 
     @Test
-    public void withoutNativeMemoryThereIsNoEffect() throws ReflectiveOperationException {
-        final Constructor<?> handle = Class.forName("com.vyn.effect.tidalume.Handle")
-                .getDeclaredConstructor(String.class, long.class);
-        handle.setAccessible(true);
-        final Throwable thrown = assertThrows(InvocationTargetException.class, () -> handle.newInstance("Pond", 0L));
-        assertEquals("java.lang.OutOfMemoryError: no native memory for a Pond", thrown.getCause().toString());
+    public void noCallCrashes() throws Exception {
+        final Random random = new Random(7);
+        final List<AutoCloseable> effects = new ArrayList<>();
+        for (int step = 0; step < 30000; step++) {
+            if (effects.size() == 6 && random.nextInt(60) == 0) {
+                effects.remove(random.nextInt(6)).close();
+            }
+            if (effects.size() < 6) {
+                effects.add(CLASSES.get(random.nextInt(CLASSES.size())).getConstructor().newInstance());
+            }
+            if (random.nextInt(500) == 0) {
+                for (AutoCloseable effect : effects) {
+                    callWell(effect, "GLContextDestroyed");
+                }
+                context.recreate();
+            }
+            final AutoCloseable effect = effects.get(random.nextInt(effects.size()));
+            final List<Method> methods = List.copyOf(methods(effect).values());
+            final Method method = methods.get(random.nextInt(methods.size()));
+            final Object[] arguments = Arrays.stream(method.getParameterTypes()).map(VALUES::get)
+                    .map(values -> values.get(random.nextInt(values.size()))).toArray();
+            // A huge number of passes is no error, only long.
+            if (!method.getName().equals("setIterationCount")) {
+                assertOutcome("no exception|java.lang.\\w+: \\w+ (needs|must) .*", effect, method, arguments);
+            }
+        }
+        for (AutoCloseable effect : effects) {
+            effect.close();
+        }
     }
 }
