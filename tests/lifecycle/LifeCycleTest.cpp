@@ -16,8 +16,8 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <gmock/gmock.h>
-#include <unistd.h>
 
 namespace {
 
@@ -118,12 +118,12 @@ struct Adapter : AnyEffect {
 
 struct EffectCase {
     std::string name;
-    std::vector<std::string> programs; ///< named in the cache: the class, "Program" and this
-    int targets;                       ///< textures, each with a framebuffer, per object
-    int channels;                      ///< of what it draws; a wider format holds anything in its further ones
-    std::string programClass;          ///< whose programs it draws with
-    bool sharesPrograms;               ///< among all objects of the class
-    std::function<std::unique_ptr<AnyEffect>()> make;
+    std::unique_ptr<AnyEffect> (*make)();
+    std::vector<std::string> programNames; ///< in the cache: the class, "Program" and this
+    int targets = 0;                       ///< textures, each with a framebuffer, per object
+    int channels = 3;                      ///< that count; a wider format holds anything in its further ones
+    std::string programClass = name;       ///< whose programs it draws with
+    bool sharesPrograms = true;            ///< among all objects of the class
 };
 
 void PrintTo(const EffectCase& effect, std::ostream* stream) {
@@ -131,36 +131,35 @@ void PrintTo(const EffectCase& effect, std::ostream* stream) {
 }
 
 template <typename Effect, Output output = Screen, int... quality>
-EffectCase row(std::string name, std::vector<std::string> programs, int targets, int channels,
-               std::string programClass = "", bool sharesPrograms = true) {
-    if (programClass.empty()) programClass = name;
-    const auto make = [] { return std::make_unique<Adapter<Effect, output, quality...>>(); };
-    return {name, programs, targets, channels, programClass, sharesPrograms, make};
+std::unique_ptr<AnyEffect> make() {
+    return std::make_unique<Adapter<Effect, output, quality...>>();
 }
 
 /// All effects; add a row for a new one.
 const EffectCase effectCases[] = {
-    row<Metaball2DRenderer, Screen, 1>("Metaball2DRenderer", {"Metaball", "Draw"}, 1, 3),
-    row<MetaballRenderer, Screen, 1>("MetaballRenderer", {"Metaball", "Draw"}, 1, 3, "Metaball2DRenderer"),
-    row<VectorGraphicRenderer>("VectorGraphicRenderer",
-                               {"GradientFill", "Bitmap", "AlphaMaskedBitmap", "Circle", "BitmapCircle"}, 0, 4),
-    row<CometRenderer>("CometRenderer", {"CoreOfComet", "TailOfComet"}, 0, 3),
-    row<IntensityMapBuilder, Target>("IntensityMapBuilder", {"DropLine", "HorizontalWave"}, 1, 1),
-    row<NormalMapBuilder, Target>("NormalMapBuilder", {""}, 1, 3),
-    row<ShallowWaterIterative, Target>("ShallowWaterIterative", {"Drop", "DropLine", "HorizontalWave", "Update"}, 2, 2),
-    row<ShallowWater, Target>("ShallowWater", {"Drop", "DropLine", "Update"}, 3, 1, "", false),
-    row<ShallowWaterRenderer>("ShallowWaterRenderer", {""}, 0, 3),
+    {"Metaball2DRenderer", make<Metaball2DRenderer, Screen, 1>, {"Metaball", "Draw"}, 1},
+    {"MetaballRenderer", make<MetaballRenderer, Screen, 1>, {"Metaball", "Draw"}, 1, 3, "Metaball2DRenderer"},
+    {"VectorGraphicRenderer",
+     make<VectorGraphicRenderer>,
+     {"GradientFill", "Bitmap", "AlphaMaskedBitmap", "Circle", "BitmapCircle"}},
+    {"CometRenderer", make<CometRenderer>, {"CoreOfComet", "TailOfComet"}},
+    {"IntensityMapBuilder", make<IntensityMapBuilder, Target>, {"DropLine", "HorizontalWave"}, 1, 1},
+    {"NormalMapBuilder", make<NormalMapBuilder, Target>, {""}, 1},
+    {"ShallowWaterIterative",
+     make<ShallowWaterIterative, Target>,
+     {"Drop", "DropLine", "HorizontalWave", "Update"},
+     2,
+     2},
+    {"ShallowWater", make<ShallowWater, Target>, {"Drop", "DropLine", "Update"}, 3, 1, "ShallowWater", false},
+    {"ShallowWaterRenderer", make<ShallowWaterRenderer>, {""}},
 };
-
-const std::set<GLint> narrowFormats = {GL_R16F, GL_RG16F, GL_RGB16F};
-const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
 
 const auto isLit = Contains(Gt(0.0F));
 
 class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCase> {
   protected:
     const EffectCase& effectCase = GetParam();
-    const int programs = static_cast<int>(effectCase.programs.size());
+    const int programs = static_cast<int>(effectCase.programNames.size());
 
     void TearDown() override {
         EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
@@ -219,7 +218,7 @@ TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     const int perObject = effectCase.sharesPrograms ? 0 : programs;
     const int& built = glRecorder().counts["glCreateProgram"];
     auto first = effectCase.make();
-    EXPECT_EQ(liveObjects(), 0) << "a constructor needs no context";
+    EXPECT_EQ(built, 0) << "a constructor needs no context";
     first->init();
     EXPECT_EQ(built, programs);
     EXPECT_THAT(log.take(), ElementsAre(isBuildTime));
@@ -248,8 +247,7 @@ TEST_P(LifeCycleTest, TargetsFollowTheScreenSize) {
     EXPECT_THAT(targets(), Each(SizeIs(effectCase.targets))) << "old targets are deleted";
     EXPECT_EQ(glRecorder().counts["glGenTextures"], effectCase.targets ? 2 : 0) << "a new size makes new ones";
     draw(*effect);
-    for (const auto& [w, h] :
-         {std::pair{0, 61}, {97, 0}, {-5, -7}, {INT_MAX, INT_MAX}, {INT_MIN, INT_MIN}, {97, 1 << 20}}) {
+    for (const auto& [w, h] : {std::pair{0, height}, {INT_MAX, INT_MAX}, {width, INT_MIN}, {width, 1 << 20}}) {
         effect->setScreenSize(w, h);
         EXPECT_THAT(targets(), Each(IsEmpty())) << "impossible: " << w << " x " << h;
         expectSilence(*effect);
@@ -285,19 +283,18 @@ TEST_P(LifeCycleTest, CacheFilesHaveTheGivenNames) {
     char folder[] = "/tmp/tidalume-XXXXXX";
     std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", mkdtemp(folder));
     ready();
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << "the cache is off";
     GlobalProperty::BINARY_SHADER = true;
-    glRecorder().counts.clear();
     ready();
-    EXPECT_EQ(glRecorder().counts["glProgramBinary"], 0) << "no file while the cache was off";
     glRecorder().faults.acceptsProgramBinaries = true;
     glRecorder().counts.clear();
     EXPECT_THAT(picture(*ready()), isLit);
     EXPECT_EQ(glRecorder().counts["glCompileShader"], 0) << "an accepted binary needs no compiler";
-    for (const std::string& program : effectCase.programs) {
+    for (const std::string& program : effectCase.programNames) {
         const std::string file = GlobalProperty::ROOT_DIR + effectCase.programClass + "Program" + program + ".dat";
-        EXPECT_EQ(std::remove(file.c_str()), 0) << file;
+        EXPECT_TRUE(std::filesystem::remove(file)) << file;
     }
-    EXPECT_EQ(rmdir(folder), 0) << "no further file";
+    EXPECT_TRUE(std::filesystem::remove(folder)) << "no further file";
 }
 
 TEST_P(LifeCycleTest, ShadersPassTheReferenceCompiler) {
@@ -311,68 +308,37 @@ TEST_P(LifeCycleTest, ShadersPassTheReferenceCompiler) {
     }
 }
 
-/// A driver that refuses one thing at a time: no crash, no leak, the log says what happened, and the next good call
-/// recovers.
+/// A driver that refuses one thing at a time: no crash, no leak, and the next good call recovers.
 TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
     using Faults = GLRecorder::Faults;
-    enum Meets { programs, targets };
-    const struct {
-        const char* name;
-        Meets meets;
-        const char* says; ///< in the log of an effect that meets it; empty: nothing need be said
-        void (*refuse)(Faults&);
-    } refusals[] = {
-        {"compile", programs, "Could not compile shader 35633:\nrefused\n", [](Faults& f) { f.compileFails = true; }},
-        {"link", programs, "Could not link program:\nrefused\n", [](Faults& f) { f.linkFails = true; }},
-        {"link, no log", programs, "", [](Faults& f) { f.linkFails = f.infoLogIsEmpty = true; }},
-        {"shader", programs, "", [](Faults& f) { f.givesZero = {"glCreateShader"}; }},
-        {"program", programs, "", [](Faults& f) { f.givesZero = {"glCreateProgram"}; }},
-        {"texture", targets, "", [](Faults& f) { f.givesZero = {"glGenTextures"}; }},
-        {"target", targets, "(0x502) GL_INVALID_OPERATION", [](Faults& f) { f.givesZero = {"glGenFramebuffers"}; }},
-        {"formats", targets, "(0x506)", [](Faults& f) { f.notRenderable = allFormats; }},
-        {"pending", targets, "(0x505) GL_OUT_OF_MEMORY",
-         [](Faults& f) {
-             f.pendingErrors = {0x505, 0x500, 0x506};
-         }},
+    const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
+    const std::pair<const char*, std::function<void(Faults&)>> refusals[] = {
+        {"compile", [](Faults& faults) { faults.compileFails = true; }},
+        {"link", [](Faults& faults) { faults.linkFails = true; }},
+        {"program", [](Faults& faults) { faults.givesZero = {"glCreateProgram"}; }},
+        {"texture", [](Faults& faults) { faults.givesZero = {"glGenTextures"}; }},
+        {"target", [](Faults& faults) { faults.givesZero = {"glGenFramebuffers"}; }},
+        {"formats", [&](Faults& faults) { faults.notRenderable = allFormats; }},
     };
-    for (const auto& [name, meets, says, refuse] : refusals) {
+    for (const auto& [name, refuse] : refusals) {
         SCOPED_TRACE(name);
         auto effect = effectCase.make();
         refuse(glRecorder().faults);
         prepare(*effect);
         effect->draw();
         checkGLError("next"); // errors that the effect's own checks have left to the next one
-        const std::vector<LogLine> lines = log.take();
+        EXPECT_THAT(log.take(), Each(ResultOf(isInCatalogue, true)));
         glRecorder().faults = {};
-        EXPECT_THAT(lines, Each(ResultOf(isInCatalogue, true)));
-        if (*says && (meets == programs || effectCase.targets > 0)) {
-            EXPECT_THAT(lines, Contains(Field(&LogLine::message, HasSubstr(says))));
-        }
         prepare(*effect);
         EXPECT_THAT(picture(*effect), isLit);
     }
 }
 
-/// Where points are single pixels, what is drawn with them shrinks, and all else stays.
-TEST_P(LifeCycleTest, SurvivesADriverOfSmallPoints) {
-    const std::vector<float> expected = picture(*ready());
-    const auto drawPoints = Contains(Pair(_, HasSubstr("gl_PointSize")));
-    const bool drawsPoints = Value(glRecorder().shaderTexts, drawPoints);
-    glRecorder().faults.pointsAreSinglePixels = true;
-    EXPECT_EQ(picture(*ready()) != expected, drawsPoints);
-}
-
 /// Where the driver cannot render to a format, the next wider one takes its place and the picture stays.
 TEST_P(LifeCycleTest, WiderFormatsGiveTheSamePicture) {
     const std::vector<float> expected = picture(*ready());
-    for (const std::set<GLint>& refused : {narrowFormats, {GL_R16F, GL_RGB16F}}) {
-        glRecorder().faults.notRenderable = refused;
-        auto effect = ready();
-        EXPECT_EQ(picture(*effect), expected);
-        glRecorder().counts.clear();
-        draw(*effect);
-        EXPECT_EQ(glRecorder().counts["glCheckFramebufferStatus"], 0) << "never asked per frame";
-    }
+    glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};
+    EXPECT_EQ(picture(*ready()), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases),

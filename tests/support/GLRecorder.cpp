@@ -81,11 +81,6 @@ void refuse(bool fails, GLenum parameter, GLenum status, GLint* value) {
     if (recorder.faults.infoLogIsEmpty) *value = 0;
 }
 
-/// The shader for a driver whose points are single pixels.
-std::string withSinglePixelPoints(const std::string& source) {
-    return std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
-}
-
 /// Describes an attribute array, and remembers array 0.
 std::string array(GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer) {
     if (index == 0) {
@@ -310,9 +305,7 @@ GLuint glCreateProgram() {
 void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
     recorder.shaderTexts.emplace_back(recorder.typeOfShader[shader], sources[0]);
     recorder.call("glShaderSource", "");
-    const std::string source = withSinglePixelPoints(sources[0]);
-    const GLchar* changed = source.c_str();
-    REAL(glShaderSource)(shader, count, recorder.faults.pointsAreSinglePixels ? &changed : sources, lengths);
+    REAL(glShaderSource)(shader, count, sources, lengths);
 }
 
 GLenum glCheckFramebufferStatus(GLenum target) {

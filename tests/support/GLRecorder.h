@@ -42,8 +42,6 @@ class GLRecorder {
         std::set<std::string> givesZero;
         /// Internal formats that no framebuffer is complete with; drawing into one is an error.
         std::set<GLint> notRenderable;
-        /// Point sprites have one pixel, whatever size the shader asks for.
-        bool pointsAreSinglePixels = false;
         bool compileFails = false;
         bool linkFails = false;
         /// Injected failures of compiler and linker say "refused", or nothing.
