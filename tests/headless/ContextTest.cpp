@@ -33,6 +33,9 @@ TEST(HeadlessContext, ChangesSizeAndLosesItsNamesOnlyWhenRecreated) {
 // Every format, odd sizes, floats and bytes: each texel comes back where it was put, absent channels as 0 and alpha 1.
 TEST(Pixels, TexturesComeBackAsTheyWent) {
     const HeadlessContext context(4, 4);
+    GLuint framebuffer = 0;
+    glGenFramebuffers(1, &framebuffer);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
     for (const GLenum format : {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F, GL_RGBA8}) {
         const int channels = channelCount(format);
         std::vector<std::uint8_t> bytes(5 * 3 * channels);
@@ -54,9 +57,10 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
     EXPECT_THROW(makeTexture(GL_R16F, 2, 1, std::vector<float>(4)), Error);
     EXPECT_THROW(makeTexture(GL_R32F, 2, 2, std::vector<float>(4)), Error);
     EXPECT_THROW(readTexture(12345, 1, 1), Error);
-    GLint binding = -1;
-    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &binding);
-    EXPECT_EQ(binding, 0);
+    GLint bindings[2];
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bindings[0]);
+    glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &bindings[1]);
+    EXPECT_THAT(bindings, ElementsAre(0, framebuffer)) << "left as they were";
     EXPECT_EQ(glGetError(), GL_NO_ERROR);
 }
 
