@@ -4,7 +4,9 @@
 
 #include <EGL/egl.h>
 
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <sstream>
 
 namespace {
 
