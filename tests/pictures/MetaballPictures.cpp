@@ -27,10 +27,6 @@ std::vector<Ball> randomBalls(int count, int width, int height) {
     return balls;
 }
 
-int fieldLength(int screen, float quality) {
-    return static_cast<int>(std::round(screen / quality) + 2.0F * (120.0F / quality));
-}
-
 Comparison field(int width, int height, float quality, int count) {
     std::vector<Ball> balls = randomBalls(count, width, height);
     Metaball2DRenderer renderer;
@@ -38,8 +34,10 @@ Comparison field(int width, int height, float quality, int count) {
     renderer.setScreenSize(width, height);
     renderer.addMetaballs(&balls[0].x, static_cast<unsigned int>(balls.size()));
 
-    const int columns = fieldLength(width, quality);
-    const int rows = fieldLength(height, quality);
+    const auto texels = [&](int screen) {
+        return static_cast<int>(std::round(screen / quality) + 2.0F * (120.0F / quality));
+    };
+    const int columns = texels(width), rows = texels(height);
     return compare(headless::readTexture(renderer.getTexture(), columns, rows), [&](int column, int row) -> Values {
         const double x = (column + 0.5) / columns * (width + 2.0 * margin) - margin;
         const double y = (1.0 - (row + 0.5) / rows) * (height + 2.0 * margin) - margin;

@@ -22,13 +22,6 @@ Color withAlpha(Color color, double alpha) {
 enum Blend { overlaying, subtracting };
 const Color constant = {0.5, 0.25, 1.0, 0.75};
 
-void setBlend(VectorGraphicRenderer& graphics, Blend blend) {
-    if (blend == overlaying) return;
-    graphics.setBlendEquation(GL_FUNC_REVERSE_SUBTRACT);
-    graphics.setBlendFunction(GL_CONSTANT_COLOR, GL_ONE, GL_ONE, GL_CONSTANT_COLOR);
-    graphics.setBlendColor(constant[0], constant[1], constant[2], constant[3]);
-}
-
 Color blended(Blend blend, const Color& source, const Color& target) {
     if (blend == overlaying) return mix(target, source, source[3]);
     return withAlpha(target - source * constant, target[3] * constant[3] - source[3]);
@@ -49,7 +42,11 @@ Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& l
     VectorGraphicRenderer graphics;
     graphics.init();
     graphics.setScreenSize(width, height);
-    setBlend(graphics, blend);
+    if (blend == subtracting) {
+        graphics.setBlendEquation(GL_FUNC_REVERSE_SUBTRACT);
+        graphics.setBlendFunction(GL_CONSTANT_COLOR, GL_ONE, GL_ONE, GL_CONSTANT_COLOR);
+        graphics.setBlendColor(constant[0], constant[1], constant[2], constant[3]);
+    }
     glClearColor(cleared[0], cleared[1], cleared[2], cleared[3]);
     glClear(GL_COLOR_BUFFER_BIT);
     for (const Layer& layer : layers)

@@ -39,16 +39,6 @@ double bump(double distance, double radius, double strength) {
 
 // Disturbances, in pixels from the top-left corner: what they add at a point, and the call that paints them.
 
-struct Drop {
-    float center[2], radius, strength;
-
-    double at(double x, double y) const { return bump(std::hypot(x - center[0], y - center[1]), radius, strength); }
-
-    void paint(ShallowWaterIterative& water, float preserveWeight) {
-        water.addDrop(center, radius, strength, preserveWeight);
-    }
-};
-
 /// With round ends.
 struct Line {
     float begin[2], end[2], radius, strength;
@@ -69,6 +59,13 @@ struct Line {
     template <typename Water>
     void paint(Water& water, float preserveWeight) {
         water.addDropLine(begin, end, radius, strength, preserveWeight);
+    }
+};
+
+/// A line that begins where it ends.
+struct Drop : Line {
+    void paint(ShallowWaterIterative& water, float preserveWeight) {
+        water.addDrop(begin, radius, strength, preserveWeight);
     }
 };
 
@@ -156,10 +153,10 @@ void runStep(ShallowWater& pond) {
 
 Comparison pondDrop() {
     constexpr int width = 64, height = 160;
-    Drop drop = {{66, 158}, 40, -0.8};
+    Line drop = {{66, 158}, {66, 158}, 40, -0.8};
     ShallowWater pond;
     const Field state = makeRough(pond, width, height, 1);
-    pond.addDrop(drop.center, drop.radius * 2.0F, drop.strength);
+    pond.addDrop(drop.begin, drop.radius * 2.0F, drop.strength);
     return compare(headless::readTexture(pond.getTexture(), width, height), [&](int x, int y) -> Values {
         return {std::pow(state.at(x, y)[0], 2.0) + std::pow(drop.at(x + 0.5, y + 0.5), 2.0)};
     });
@@ -287,7 +284,7 @@ constexpr Tolerance twoSteps = {2 * step, "one step of a half float below 2, as 
 constexpr Tolerance fourSteps = {4 * step, "one step of a half float below 2, and linear filtering between its texels"};
 constexpr Tolerance byteStep = {1.01 / 255.0, "one step of 8 bits"};
 
-const Drop corner = {{0.5, 159}, 30, -0.9};
+const Drop corner = {{{0.5, 159}, {0.5, 159}, 30, -0.9}};
 const Line border = {{-10, 51}, {81, 12}, 14, 0.4};
 const HorizontalWave waves = {97, 2, 9, 0.45, 12, 3};
 

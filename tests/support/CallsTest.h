@@ -36,9 +36,9 @@ class CallsTest : public GLTest {
         return sequence;
     }
 
-    /// @param words  of all calls, only those count that have one of these in them; none: all count
+    /// @param words  of all calls, only those count that have one of these in them
     static void expectCalls(const std::function<void()>& action, const std::string& expected,
-                            const std::vector<const char*>& words = {}) {
+                            const std::vector<const char*>& words = {""}) {
         EXPECT_EQ(shortened(glRecorder().sequence(action, words)), calls(expected));
     }
 };

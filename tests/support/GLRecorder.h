@@ -17,12 +17,11 @@ class GLRecorder {
 
     /// The calls that an action makes. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL
     /// names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture TEXTURE_2D 3",
-    /// "checkGLError glTexImage2D mTexture"; pointers and matrices are left out; the glGetError calls of checkGLError
-    /// too.
+    /// "checkGLError glTexImage2D mTexture"; pointers, matrices and glGetError are left out.
     Calls record(const std::function<void()>& action);
 
-    /// The same as text, one call per line; only calls with one of these words in them where there are words.
-    std::string sequence(const std::function<void()>& action, const std::vector<const char*>& words = {});
+    /// The same as text, one call per line: those with one of these words in them.
+    std::string sequence(const std::function<void()>& action, const std::vector<const char*>& words = {""});
 
     /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
     std::map<std::string, std::set<GLuint>> live;
@@ -33,18 +32,14 @@ class GLRecorder {
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
 
-    /// What attribute array 0 held at each glDrawArrays of points since the last reset, one draw after the other.
-    std::vector<float> points;
-
     /// Faults: what the driver answers instead of its own word. Empty: its own word.
     struct Faults {
         /// For these entry points ("glCreateProgram", "glCreateShader", "glGenTextures", "glGenFramebuffers"): gives 0.
         std::set<std::string> givesZero;
-        /// Internal formats that no framebuffer is complete with; drawing into one is an error.
+        /// In place of these internal formats the driver is given one that no framebuffer is complete with.
         std::set<GLint> notRenderable;
         bool compileFails = false;
         bool linkFails = false;
-        /// Injected failures of compiler and linker say "refused", or nothing.
         bool infoLogIsEmpty = false;
         /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.
         bool acceptsProgramBinaries = false;
@@ -53,28 +48,17 @@ class GLRecorder {
     } faults;
 
     /// Forgets counts, faults, live objects and calls.
-    void reset();
+    void reset() { *this = GLRecorder(); }
 
-    // What follows is for the entry points in GLRecorder.cpp.
+    // For the entry points in GLRecorder.cpp.
     using Locations = std::map<std::pair<GLuint, GLint>, std::string>; ///< names by program and location
     void call(const char* name, const std::string& arguments);
-    bool refusesTarget();
-
-    bool insideCheck = false;
-    const float* array0 = nullptr;
-    GLsizei stride0 = 0;
     GLuint currentProgram = 0;
-    GLuint boundTexture = 0;
-    GLuint boundFramebuffer = 0;
     Locations uniforms;
     Locations attributes;
     std::map<GLuint, int> orderOfProgram;
-    std::map<GLuint, GLenum> typeOfShader;
-    std::map<GLuint, GLint> formatOfTexture;
-    std::map<GLuint, GLuint> textureOfFramebuffer;
 
   private:
-    bool mRecording = false;
     Calls mCalls;
 };
 
