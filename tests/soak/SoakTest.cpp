@@ -2,17 +2,58 @@
 #include "gallery/SceneTable.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
-#include "tests/soak/AllocationCount.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
 #include <fstream>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <iostream>
+#include <link.h>
 #include <malloc.h>
-#include <set>
+#include <new>
 #include <unistd.h>
+
+namespace {
+
+/// Blocks that code of libTidalume.so itself has asked for while this is not null. What the driver, the log or the
+/// scenes allocate has another caller.
+int* allocations = nullptr;
+
+void note(const void* caller) {
+    dl_find_object library;
+    if (!allocations || _dl_find_object(const_cast<void*>(caller), &library) != 0) return;
+    if (std::strstr(library.dlfo_link_map->l_name, "libTidalume.so")) ++*allocations;
+}
+
+} // namespace
+
+// These take the place of the C and C++ libraries' functions in the whole process.
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t number, std::size_t size);
+
+void* malloc(std::size_t size) {
+    note(__builtin_return_address(0));
+    return __libc_malloc(size);
+}
+void* calloc(std::size_t number, std::size_t size) {
+    note(__builtin_return_address(0));
+    return __libc_calloc(number, size);
+}
+}
+void* operator new(std::size_t size) {
+    note(__builtin_return_address(0));
+    void* block = __libc_malloc(size);
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    note(__builtin_return_address(0));
+    return __libc_malloc(size);
+}
 
 namespace tidalume::gallery {
 namespace {
@@ -23,9 +64,10 @@ constexpr GLuint highestName = 500;
 constexpr int framesPerContext = 500;
 /// Mesa keeps some memory for each of the first contexts of a process, six on llvmpipe, and no more for later ones.
 constexpr int warmUpContexts = 12;
-constexpr int warmUpFrames = 4;
 constexpr int settledFrame = 1000;
 constexpr long allowedGrowth = 1024;
+/// The arrays of the particles, one for each finger, double while they become more.
+constexpr int growthsOfParticles = 30;
 
 /// Resident memory in KiB, without what the allocator keeps for later. Comparable where a context has just begun:
 /// within a context the driver gathers what it has not drawn yet.
@@ -55,12 +97,6 @@ bool holdsNaN() {
     return false;
 }
 
-/// The particle array doubles, from one particle of six floats on.
-bool isParticleArray(std::size_t size) {
-    const std::size_t particles = size / 24;
-    return size % 24 == 0 && particles > 0 && (particles & (particles - 1)) == 0;
-}
-
 class Soak : public testing::TestWithParam<SceneEntry> {};
 
 /// Loses the context in the middle of every 500 frames. TIDALUME_SOAK_FRAMES says how many frames there are.
@@ -73,6 +109,7 @@ TEST_P(Soak, StaysFlat) {
     const std::unique_ptr<Scene> scene = GetParam().make();
     scene->setUp(width, height, background);
 
+    int allocated = 0;
     const auto drawFrame = [&](int frame) {
         for (const Touch& touch : scene->demonstration(frame))
             scene->touch(touch);
@@ -84,27 +121,27 @@ TEST_P(Soak, StaysFlat) {
         scene->setUp(width, height, background);
     };
     for (int i = 0; frames > settledFrame && i < warmUpContexts; ++i) {
-        for (int frame = 0; frame < warmUpFrames; ++frame)
-            drawFrame(frame);
+        drawFrame(i);
         loseContext();
     }
 
-    std::set<int> names;
+    int names = 0;
     long settled = 0;
     for (int frame = 0; frame < frames; ++frame) {
-        startCountingAllocations();
+        allocations = &allocated;
         drawFrame(frame);
-        ASSERT_THAT(stopCountingAllocations(), testing::Each(testing::Truly(isParticleArray))) << "in frame " << frame;
+        allocations = nullptr;
         if ((frame + 1) % (framesPerContext / 2) != 0) continue;
 
-        names.insert(liveNames());
-        ASSERT_EQ(names.size(), 1U) << "another number of GL names at frame " << frame;
+        if (names == 0) names = liveNames();
+        ASSERT_EQ(liveNames(), names) << "at frame " << frame;
         ASSERT_FALSE(holdsNaN()) << "at frame " << frame;
         ASSERT_EQ(glGetError(), GLenum{GL_NO_ERROR}) << "at frame " << frame;
         if ((frame + 1) % framesPerContext == 0) continue;
         loseContext();
         if (frame > settledFrame && settled == 0) settled = residentMemory();
     }
+    EXPECT_LE(allocated, GetParam().name == std::string("particles") ? growthsOfParticles : 0);
     if (frames <= settledFrame) return;
     loseContext();
     const long growth = residentMemory() - settled;
