@@ -2,7 +2,7 @@
 
 #include "headless/PictureFile.h"
 
-#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -11,11 +11,6 @@
 #include <unistd.h>
 
 namespace tidalume::gallery {
-
-struct Outcome {
-    int status;
-    std::string output; // standard output and error
-};
 
 /// Runs programs in a folder of the test's own.
 class ProgramTest : public testing::Test {
@@ -35,28 +30,20 @@ class ProgramTest : public testing::Test {
 
     Picture picture(const std::string& name) const { return headless::readPicture(path(name)); }
 
-    /// A command line, for the shell.
-    Outcome run(const std::string& command) const {
-        std::FILE* pipe = popen(("cd '" + mFolder.string() + "' && exec 2>&1 && " + command).c_str(), "r");
-        Outcome outcome = {};
-        char buffer[512];
-        while (std::fgets(buffer, sizeof buffer, pipe) != nullptr)
-            outcome.output += buffer;
-        outcome.status = WEXITSTATUS(pclose(pipe));
-        return outcome;
+    /// Runs a command line of the shell and leaves its standard output and error in the file "output".
+    /// @return its status
+    int run(const std::string& command) const {
+        const std::string line = "cd '" + mFolder.string() + "'; exec >output 2>&1; " + command;
+        return WEXITSTATUS(std::system(line.c_str()));
     }
 
-    void runsWell(const std::string& command) const {
-        const Outcome outcome = run(command);
-        ASSERT_EQ(outcome.status, 0) << command << ": " << outcome.output;
-    }
+    void runsWell(const std::string& command) const { ASSERT_EQ(run(command), 0) << command << ": " << load("output"); }
 
     /// The command says why it does nothing, in one line, and ends with status 2.
     void isRefused(const std::string& command, const std::string& reason) const {
-        const Outcome outcome = run(command);
-        EXPECT_EQ(outcome.status, 2) << command;
-        EXPECT_THAT(outcome.output, testing::HasSubstr(reason)) << command;
-        EXPECT_EQ(outcome.output.find('\n') + 1, outcome.output.size()) << "one line: " << outcome.output;
+        EXPECT_EQ(run(command), 2) << command;
+        EXPECT_THAT(load("output"), testing::HasSubstr(reason)) << command;
+        EXPECT_EQ(load("output").find('\n') + 1, load("output").size()) << "one line: " << load("output");
     }
 
   private:
