@@ -25,7 +25,7 @@ const folder = mkdtempSync(join(tmpdir(), 'tidalume-scenes-'));
 let browser;
 before(async () => { browser = await Browser.start({ headless: folder }); });
 after(async () => {
-  await browser?.stop();
+  await browser.stop();
   rmSync(folder, { recursive: true });
 });
 
