@@ -154,6 +154,7 @@ const EffectCase effectCases[] = {
     {"ShallowWaterRenderer", make<ShallowWaterRenderer>, {""}},
 };
 
+const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
 const auto isLit = Contains(Gt(0.0F));
 
 class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCase> {
@@ -308,32 +309,57 @@ TEST_P(LifeCycleTest, ShadersPassTheReferenceCompiler) {
     }
 }
 
-/// A driver that refuses one thing at a time: no crash, no leak, and the next good call recovers.
+/// A driver that refuses one thing at a time: no crash, no leak, the log says what happened, and the next good call
+/// recovers.
 TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
     using Faults = GLRecorder::Faults;
-    const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
-    const std::pair<const char*, std::function<void(Faults&)>> refusals[] = {
-        {"compile", [](Faults& faults) { faults.compileFails = true; }},
-        {"link", [](Faults& faults) { faults.linkFails = true; }},
-        {"program", [](Faults& faults) { faults.givesZero = {"glCreateProgram"}; }},
-        {"texture", [](Faults& faults) { faults.givesZero = {"glGenTextures"}; }},
-        {"target", [](Faults& faults) { faults.givesZero = {"glGenFramebuffers"}; }},
-        {"formats", [&](Faults& faults) { faults.notRenderable = allFormats; }},
+    enum Meets { programs, targets };
+    const struct {
+        const char* name;
+        Meets meets;
+        const char* says; ///< in the log of an effect that meets it; empty: nothing need be said
+        void (*refuse)(Faults&);
+    } refusals[] = {
+        {"compile", programs, "Could not compile shader 35633:\n", [](Faults& f) { f.compileFails = true; }},
+        {"link", programs, "Could not link program:\n", [](Faults& f) { f.linkFails = true; }},
+        {"link, no log", programs, "", [](Faults& f) { f.linkFails = f.infoLogIsEmpty = true; }},
+        {"shader", programs, "", [](Faults& f) { f.givesZero = {"glCreateShader"}; }},
+        {"program", programs, "", [](Faults& f) { f.givesZero = {"glCreateProgram"}; }},
+        {"texture", targets, "", [](Faults& f) { f.givesZero = {"glGenTextures"}; }},
+        {"target", targets, "(0x502) GL_INVALID_OPERATION", [](Faults& f) { f.givesZero = {"glGenFramebuffers"}; }},
+        {"formats", targets, "(0x506)", [](Faults& f) { f.notRenderable = allFormats; }},
+        {"pending", targets, "(0x505) GL_OUT_OF_MEMORY",
+         [](Faults& f) {
+             f.pendingErrors = {0x505, 0x500, 0x506};
+         }},
     };
-    for (const auto& [name, refuse] : refusals) {
+    for (const auto& [name, meets, says, refuse] : refusals) {
         SCOPED_TRACE(name);
         auto effect = effectCase.make();
         refuse(glRecorder().faults);
         prepare(*effect);
         effect->draw();
         checkGLError("next"); // errors that the effect's own checks have left to the next one
-        EXPECT_THAT(log.take(), Each(ResultOf(isInCatalogue, true)));
+        const std::vector<LogLine> lines = log.take();
         glRecorder().faults = {};
+        EXPECT_THAT(lines, Each(ResultOf(isInCatalogue, true)));
+        if (*says && (meets == programs || effectCase.targets > 0)) {
+            EXPECT_THAT(lines, Contains(Field(&LogLine::message, HasSubstr(says))));
+        }
         // A target that no format completes stays so until the next size.
         if (name == std::string("formats")) effect->setScreenSize(height, width);
         prepare(*effect);
         EXPECT_THAT(picture(*effect), isLit);
     }
+}
+
+/// Where points are single pixels, what is drawn with them shrinks, and all else stays.
+TEST_P(LifeCycleTest, SurvivesADriverOfSmallPoints) {
+    const std::vector<float> expected = picture(*ready());
+    const auto drawPoints = Contains(Pair(_, HasSubstr("gl_PointSize")));
+    const bool drawsPoints = Value(glRecorder().shaderTexts, drawPoints);
+    glRecorder().faults.pointsAreSinglePixels = true;
+    EXPECT_EQ(picture(*ready()) != expected, drawsPoints);
 }
 
 /// Where the driver cannot render to a format, the next wider one takes its place and the picture stays.

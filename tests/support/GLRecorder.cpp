@@ -218,8 +218,11 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
     REAL(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
-    const GLchar* refused = "no shader";
-    REAL(glShaderSource)(shader, count, recorder.faults.compileFails ? &refused : sources, lengths);
+    std::string source = recorder.faults.compileFails ? "no shader" : sources[0];
+    if (recorder.faults.pointsAreSinglePixels)
+        source = std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
+    const GLchar* given = source.c_str();
+    REAL(glShaderSource)(shader, count, &given, lengths);
 }
 
 GLuint glCreateProgram() {

@@ -38,6 +38,8 @@ class GLRecorder {
         std::set<std::string> givesZero;
         /// In place of these internal formats the driver is given one that no framebuffer is complete with.
         std::set<GLint> notRenderable;
+        /// Point sprites have one pixel, whatever size the shader asks for.
+        bool pointsAreSinglePixels = false;
         bool compileFails = false;
         bool linkFails = false;
         bool infoLogIsEmpty = false;
