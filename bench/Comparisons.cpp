@@ -9,33 +9,17 @@
 namespace tidalume::bench {
 namespace {
 
-/// One side of a comparison: what to do before a batch, and what is measured.
-struct Side {
-    std::function<void()> prepare;
-    std::function<void()> run;
-};
-
 struct Sides {
-    Side library;
-    Side other;
-    std::optional<Side> floor;
+    Batch library;
+    Batch other;
+    std::optional<Batch> floor;
 };
-
-double batchSeconds(const Side& side, int runs) {
-    side.prepare();
-    return seconds(side.run, runs);
-}
-
-int runsFor(const Side& side, double batch) {
-    side.prepare();
-    return runsThatFill(side.run, batch);
-}
 
 /// Measures the sides in turn, who begins in turn too, so that what else the machine does falls on both alike.
 Comparison measure(benchmark::State& state, const Sides& sides, double batch) {
-    const int runs = runsFor(sides.library, batch);
-    runsFor(sides.other, batch);
-    if (sides.floor) runsFor(*sides.floor, batch);
+    const int runs = runsThatFill(sides.library, batch);
+    runsThatFill(sides.other, batch);
+    if (sides.floor) runsThatFill(*sides.floor, batch);
 
     std::vector<double> library;
     std::vector<double> other;
@@ -43,10 +27,10 @@ Comparison measure(benchmark::State& state, const Sides& sides, double batch) {
     std::vector<double> floors;
     bool libraryFirst = true;
     for (auto iteration : state) {
-        if (libraryFirst) library.push_back(batchSeconds(sides.library, runs));
-        other.push_back(batchSeconds(sides.other, runs));
-        if (!libraryFirst) library.push_back(batchSeconds(sides.library, runs));
-        if (sides.floor) floors.push_back(batchSeconds(*sides.floor, runs));
+        if (libraryFirst) library.push_back(seconds(sides.library, runs));
+        other.push_back(seconds(sides.other, runs));
+        if (!libraryFirst) library.push_back(seconds(sides.library, runs));
+        if (sides.floor) floors.push_back(seconds(*sides.floor, runs));
         libraryFirst = !libraryFirst;
         ratios.push_back(library.back() / other.back());
         state.SetIterationTime(library.back());
@@ -90,7 +74,7 @@ void add(const Entry& entry, const Effort& effort, Results& results) {
         ->Unit(benchmark::kMicrosecond);
 }
 
-Side inForm(Stage& stage, Form form, const std::function<void()>& run) {
+Batch inForm(Stage& stage, Form form, const std::function<void()>& run) {
     return {[&stage, form] { stage.use(form); }, run};
 }
 
@@ -126,7 +110,7 @@ Sides cometMeshes(Stage& stage) {
             {}};
 }
 
-Sides particleSteps() {
+Sides particleSteps(void (*plainStep)(std::vector<Particle>&, float)) {
     std::vector<Particle> start(65535);
     for (size_t i = 0; i < start.size(); ++i) {
         const auto n = static_cast<float>(i);
@@ -135,7 +119,7 @@ Sides particleSteps() {
     const auto manager = std::make_shared<ParticleManager>();
     const auto particles = std::make_shared<std::vector<Particle>>(start);
     return {{[=] { *manager->getParticleVector() = start; }, [=] { manager->step(0.2F); }},
-            {[=] { *particles = start; }, [=] { plain::step(*particles, 0.2F); }},
+            {[=] { *particles = start; }, [=] { plainStep(*particles, 0.2F); }},
             {}};
 }
 
@@ -168,7 +152,10 @@ void registerComparisons(Theatre& theatre, const Effort& effort, Results& result
     add({"CometRenderer::updateMesh", "", "plain form", 0.20,
          [&theatre] { return cometMeshes(theatre.stage(64, 64)); }},
         effort, results);
-    add({"ParticleManager::step, 65,535 particles", "", "plain form", 0.75, particleSteps}, effort, results);
+    const std::string particles = "ParticleManager::step, 65,535 particles";
+    add({particles, "", "plain form", 0.75, [] { return particleSteps(plain::step); }}, effort, results);
+    add({particles, "", "plain form, by calls", 0.0, [] { return particleSteps(plain::stepByCalls); }}, effort,
+        results);
 }
 
 Stage& Theatre::stage(int width, int height) {

@@ -29,10 +29,15 @@ double seconds(const std::function<void()>& action, int runs) {
     return (now() - start) / runs;
 }
 
-int runsThatFill(const std::function<void()>& action, double batch) {
-    seconds(action, 1); // the first run of a program compiles it
-    const double once = std::max(seconds(action, 3), 1e-8);
-    return std::clamp(static_cast<int>(std::lround(batch / once)), 1, 100000);
+double seconds(const Batch& batch, int runs) {
+    batch.prepare();
+    return seconds(batch.run, runs);
+}
+
+int runsThatFill(const Batch& batch, double duration) {
+    seconds(batch, 1); // the first run of a program compiles it
+    const double once = std::max(seconds(batch, 3), 1e-8);
+    return std::clamp(static_cast<int>(std::lround(duration / once)), 1, 100000);
 }
 
 double quantile(std::vector<double> values, double share) {
