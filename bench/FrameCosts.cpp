@@ -45,11 +45,10 @@ void registerFrameCosts(Theatre& theatre, Results& results) {
         for (auto iteration : state)
             frame();
         allocations = nullptr;
-        results.allocationsPerFrame = count;
 
-        results.uploadsPerFrame = record(frame).transfers;
-        state.counters["allocations"] = results.allocationsPerFrame;
-        state.counters["transfers"] = results.uploadsPerFrame;
+        results.frame = {count, record(frame).transfers};
+        state.counters["allocations"] = results.frame->allocations;
+        state.counters["transfers"] = results.frame->transfers;
     })->Iterations(1);
 }
 

@@ -49,7 +49,9 @@ std::string verdict(const Comparison& c) {
 }
 
 std::string comparisonTable(const std::vector<Comparison>& comparisons) {
-    std::string table = "| Operation | Screen | Against | Library | Other | Floor | Ratio (quartiles) | Goal | |\n"
+    if (comparisons.empty()) return "";
+    std::string table = "\n### Against other forms\n\n| Operation | Screen | Against | Library | Other | Floor | Ratio "
+                        "(quartiles) | Goal | |\n"
                         "|---|---|---|---:|---:|---:|---:|---:|---|\n";
     for (const Comparison& c : comparisons) {
         table += "| " + c.operation + " | " + c.size + " | " + c.against + " | " + duration(c.library) + " | " +
@@ -62,7 +64,9 @@ std::string comparisonTable(const std::vector<Comparison>& comparisons) {
 
 std::string matrixTable(const std::vector<InstructionCount>& counts) {
     constexpr double matrixGoal = 1.05;
-    std::string table = "| 1,000 calls | Instructions | glm | Ratio | Goal | |\n|---|---:|---:|---:|---:|---|\n";
+    if (counts.empty()) return "";
+    std::string table =
+        "\n### Matrices\n\n| 1,000 calls | Instructions | glm | Ratio | Goal | |\n|---|---:|---:|---:|---:|---|\n";
     for (size_t i = 0; i + 1 < counts.size(); i += 2) {
         const double ratio = counts[i].instructions / counts[i + 1].instructions;
         table += "| " + counts[i].name +
@@ -73,7 +77,9 @@ std::string matrixTable(const std::vector<InstructionCount>& counts) {
 }
 
 std::string startUpTable(const std::vector<StartUp>& startUps) {
-    std::string table = "| `init` of all effects | Time | Instructions, in millions |\n|---|---:|---:|\n";
+    if (startUps.empty()) return "";
+    std::string table =
+        "\n### Start-up\n\n| `init` of all effects | Time | Instructions, in millions |\n|---|---:|---:|\n";
     for (const StartUp& start : startUps) {
         table += "| " + start.name + " | " + duration(start.seconds) + " | " +
                  (start.instructions == 0.0 ? "not counted" : format("%.1f", 1e-6 * start.instructions)) + " |\n";
@@ -82,10 +88,10 @@ std::string startUpTable(const std::vector<StartUp>& startUps) {
 }
 
 std::string scalingTable(const std::vector<Series>& series) {
-    std::string table = "| Operation | Against | From | To | Cost from | Cost to | Exponent |\n"
+    if (series.empty()) return "";
+    std::string table = "\n### Scaling\n\n| Operation | Against | From | To | Cost from | Cost to | Exponent |\n"
                         "|---|---|---:|---:|---:|---:|---:|\n";
     for (const Series& s : series) {
-        if (s.values.empty()) continue;
         table += "| " + s.operation + " | " + s.variable +
                  format(" | %.0f | %.0f | ", s.values.front(), s.values.back()) + duration(s.seconds.front()) + " | " +
                  duration(s.seconds.back()) + " | " + format("%.2f", exponent(s.values, s.seconds)) + " |\n";
@@ -93,15 +99,24 @@ std::string scalingTable(const std::vector<Series>& series) {
     return table;
 }
 
+std::string frameCosts(const std::optional<FrameCosts>& frame) {
+    if (!frame) return "";
+    return format("\n### Per frame\n\nHeap allocations in a frame of all effects: %d. Uploads and read-backs: %d.\n",
+                  frame->allocations, frame->transfers);
+}
+
+/// Those of at least two points, through which there is a line.
+std::vector<Series> measured(std::vector<Series> all) {
+    all.erase(std::remove_if(all.begin(), all.end(), [](const Series& s) { return s.values.size() < 2; }), all.end());
+    return all;
+}
+
 } // namespace
 
 std::string markdownTables(const Results& results) {
-    return today() + ", " + results.driver + "; " + results.clock + ".\n\n### Against other forms\n\n" +
-           comparisonTable(results.comparisons) + "\n### Scaling\n\n" + scalingTable(results.series) +
-           "\n### Start-up\n\n" + startUpTable(results.startUps) + "\n### Matrices\n\n" +
-           matrixTable(results.matrices) + "\n### Per frame\n\n" +
-           format("Heap allocations in a frame of all effects: %d. Uploads and read-backs: %d.\n",
-                  results.allocationsPerFrame, results.uploadsPerFrame);
+    return today() + ", " + results.driver + "; " + results.clock + ".\n" + comparisonTable(results.comparisons) +
+           scalingTable(measured(results.series)) + startUpTable(results.startUps) + matrixTable(results.matrices) +
+           frameCosts(results.frame);
 }
 
 std::string scalingPlot(const Results& results) {
@@ -130,8 +145,7 @@ std::string scalingPlot(const Results& results) {
     svg += format("<path d=\"M%.1f %.1fL%.1f %.1f\" stroke=\"#999\" stroke-dasharray=\"5 5\"/>\n", x(1.0), y(1.0),
                   x(100.0), y(100.0));
     size_t line = 0;
-    for (const Series& series : results.series) {
-        if (series.values.empty()) continue;
+    for (const Series& series : measured(results.series)) {
         const char* color = colors[line % std::size(colors)];
         std::string points;
         for (size_t i = 0; i < series.values.size(); ++i) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,12 @@ struct InstructionCount {
     double instructions;
 };
 
+/// What one frame of all effects does beside drawing.
+struct FrameCosts {
+    int allocations; ///< on the heap
+    int transfers;   ///< uploads and read-backs
+};
+
 struct Results {
     std::string driver;
     std::string clock; ///< what the seconds are
@@ -46,8 +53,7 @@ struct Results {
     std::vector<Series> series;
     std::vector<StartUp> startUps;
     std::vector<InstructionCount> matrices; ///< of 1,000 calls, each followed by glm's
-    int allocationsPerFrame = -1;
-    int uploadsPerFrame = -1; ///< and read-backs
+    std::optional<FrameCosts> frame;
 };
 
 } // namespace tidalume::bench

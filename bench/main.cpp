@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 
 using namespace tidalume;
 using namespace tidalume::bench;
@@ -17,7 +18,7 @@ namespace {
 
 struct Options {
     std::string out = "out/bench";
-    std::string filter = ".";
+    std::optional<std::string> filter;
     bool quick = false;
     bool check = false;
     bool matrices = false;
@@ -33,13 +34,22 @@ void write(const std::filesystem::path& path, const std::string& text) {
     std::cout << path.string() << "\n";
 }
 
-void runBenchmarks(const Options& options) {
-    std::filesystem::create_directories(options.out);
-    std::string arguments[] = {"tidalume-bench", "--benchmark_out=" + options.out + "/results.json",
-                               "--benchmark_filter=" + options.filter};
-    char* pointers[] = {arguments[0].data(), arguments[1].data(), arguments[2].data()};
-    int count = 3;
+void initializeBenchmarks(const std::string& argument) {
+    std::string arguments[] = {"tidalume-bench", argument};
+    char* pointers[] = {arguments[0].data(), arguments[1].data()};
+    int count = 2;
     benchmark::Initialize(&count, pointers);
+}
+
+/// Only a whole measurement is written: figures of another would take the place of better ones.
+void runBenchmarks(const Options& options) {
+    const bool whole = !options.filter && !options.quick;
+    if (whole) {
+        std::filesystem::create_directories(options.out);
+        initializeBenchmarks("--benchmark_out=" + options.out + "/results.json");
+    } else {
+        initializeBenchmarks("--benchmark_filter=" + options.filter.value_or("."));
+    }
 
     const Effort effort = options.quick ? Effort{1, 0.0} : Effort{};
     Theatre theatre;
@@ -55,15 +65,16 @@ void runBenchmarks(const Options& options) {
     registerScaling(theatre, effort, results);
     registerFrameCosts(theatre, results);
     registerStartUp(theatre, effort, results);
-    benchmark::RunSpecifiedBenchmarks();
+    if (benchmark::RunSpecifiedBenchmarks() == 0)
+        throw std::runtime_error("--filter matches no benchmark: '" + *options.filter + "'");
     theatre.close();
 
-    if (!options.quick) {
+    if (whole) {
         countMatrixInstructions(results);
         countStartUpInstructions(results);
+        write(options.out + "/tables.md", markdownTables(results));
+        write(options.out + "/scaling.svg", scalingPlot(results));
     }
-    write(options.out + "/tables.md", markdownTables(results));
-    write(options.out + "/scaling.svg", scalingPlot(results));
     std::cout << markdownTables(results);
 }
 
@@ -71,8 +82,9 @@ int run(int argc, char** argv) {
     CLI::App app("Measures Tidalume against plain forms of the same effects.", "tidalume-bench");
     Options options;
     app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")->capture_default_str();
-    app.add_option("--filter", options.filter, "Regular expression: benchmarks to run")->capture_default_str();
-    app.add_flag("--quick", options.quick, "Run everything once, to see that it runs");
+    app.add_option("--filter", options.filter, "Regular expression: benchmarks to run; nothing is written then")
+        ->check([](const std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); });
+    app.add_flag("--quick", options.quick, "Run everything once, to see that it runs; nothing is written then");
     app.add_flag("--check", options.check,
                  "Measure nothing; compare what the plain forms draw with what Tidalume draws");
     // What this program runs itself with; an empty group keeps them out of the help.
