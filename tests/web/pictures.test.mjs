@@ -32,6 +32,7 @@ test('every picture matches its formula', async (t) => {
   browser.checkConsole();
   assert.ok(results.length > 10);
   for (const { name, tolerance, largest, glError } of results) {
+    t.diagnostic(`${name}: largest difference ${largest}`);
     await t.test(name, () => {
       assert.ok(largest <= tolerance, `${largest} off, ${tolerance} allowed`);
       assert.equal(glError, 0);
