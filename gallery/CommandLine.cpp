@@ -31,7 +31,7 @@ CLI::Validator sceneCheck() {
 CLI::Validator sizeCheck(int& width, int& height) {
     const auto check = [&width, &height](const std::string& text) -> std::string {
         const bool read = parseSize(text, width, height);
-        return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, such as 540x960";
+        return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, each 1 or more, such as 540x960";
     };
     return {check, ""};
 }
@@ -45,7 +45,7 @@ bool parseSize(const std::string& text, int& width, int& height) {
     const auto first = std::from_chars(text.data(), end, width);
     if (first.ec != std::errc() || first.ptr == end || *first.ptr != 'x') return false;
     const auto second = std::from_chars(first.ptr + 1, end, height);
-    return second.ec == std::errc() && second.ptr == end;
+    return second.ec == std::errc() && second.ptr == end && width >= 1 && height >= 1;
 }
 
 void parse(CLI::App& app, int argc, char** argv) {

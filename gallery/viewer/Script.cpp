@@ -49,9 +49,7 @@ KeyPress parseKey(const std::string& name) {
 
 Resize parseResize(const std::string& text) {
     Resize size = {};
-    if (!parseSize(text, size.width, size.height) || size.width < 1 || size.height < 1) {
-        throw Error("\"" + text + "\" is not WIDTHxHEIGHT in pixels");
-    }
+    if (!parseSize(text, size.width, size.height)) throw Error("\"" + text + "\" is not WIDTHxHEIGHT in pixels");
     return size;
 }
 

@@ -10,7 +10,7 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
     write("text", "no picture");
     const std::pair<const char*, const char*> rows[] = {
         {"--scene volcano", "--scene: there is no scene \"volcano\"; the scenes are: water, waves"},
-        {"--size 0x10", "--size 0x10: width 0 is below 1"},
+        {"--size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT"},
         {"--size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of"},
         {"--size 99999999999x10", "--size: \"99999999999x10\" is not WIDTHxHEIGHT"},
         {"--frames 0", "--frames: Value 0 not in range"},

@@ -111,6 +111,8 @@ TEST_F(Viewer, BadInputGetsOneLineAndStatusTwo) {
     };
     for (const auto& [script, reason] : rows)
         isRefused(playing(script), reason);
+    for (const std::string size : {"0x0", "-5x5"})
+        isRefused("'" VIEWER_PROGRAM "' --size " + size, "--size: \"" + size + "\" is not WIDTHxHEIGHT");
     isRefused(playing("0 quit\n", "--background absent.png"), "--background absent.png: there is no such file");
     unsetenv("DISPLAY");
     isRefused("XDG_RUNTIME_DIR=/tmp " + playing("0 quit\n"), "there is no display");
