@@ -88,6 +88,7 @@ void CometScene::drawFrame() {
     drawStars();
     drawHills();
     drawSparks();
+    glBlendEquation(GL_FUNC_ADD); // the comets set no equation of their own
     for (Flight& flight : mFlights)
         drawFlight(flight);
     ++mFrame;
