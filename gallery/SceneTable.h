@@ -12,6 +12,7 @@ struct SceneEntry {
     const char* name;     ///< for command lines, file names and links
     const char* title;    ///< for people
     const char* sentence; ///< what there is to see
+    bool showsBackground; ///< whether the background of Scene::setUp() is seen
     std::unique_ptr<Scene> (*make)();
 };
 

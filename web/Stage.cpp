@@ -88,7 +88,8 @@ std::string describe(const Parameter& parameter) {
 std::string describe(const SceneEntry& entry) {
     const Player player(entry, 1);
     return "{\"name\":" + quoted(entry.name) + ",\"title\":" + quoted(entry.title) +
-           ",\"sentence\":" + quoted(entry.sentence) + ",\"parameters\":" +
+           ",\"sentence\":" + quoted(entry.sentence) +
+           ",\"showsBackground\":" + (entry.showsBackground ? "true" : "false") + ",\"parameters\":" +
            list(player.parameters(), [](const Parameter& parameter) { return describe(parameter); }) + '}';
 }
 

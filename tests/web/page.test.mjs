@@ -127,27 +127,46 @@ test('settings change the picture and go into the link', async () => {
   assert.match(link, /#metaballs&radius=1\.5$/);
   await page.click('#reset');
   assert.equal(await valueOf(page, 'radius'), '1');
+  assert.ok(await page.isHidden('#background'), 'drops show no background');
   assert.match(page.url(), /#metaballs$/);
 });
 
 // [what the visitor does, the address, what the settings say] one after the other in one tab.
 test('a link says all settings of its scene, whatever the tab has shown before', async () => {
-  const page = await openPage('#metaballs&radius=1.5');
+  const page = await openPage('#particles&radius=60');
   const follow = (hash) => page.evaluate((text) => { location.hash = text; }, hash);
   const steps = [
-    [() => page.click('#next'), '#particles', { blend: '2' }],
-    [() => page.selectOption('[name=blend]', 'Screen'), '#particles&blend=3', { blend: '3' }],
-    [() => follow('#metaballs&hue=90'), '#metaballs&hue=90', { radius: '1', hue: '90' }],
-    [() => page.click('#next'), '#particles&blend=3', { blend: '3' }],
-    [() => page.goBack(), '#metaballs&hue=90', { radius: '1', hue: '90' }],
-    [() => follow('#metaballs&radius=lots&colour=3&quality=1e9'), '#metaballs&quality=6', { radius: '1' }],
-    [() => follow('#particles&blend=1.4'), '#particles&blend=1', { blend: '1' }],
+    [() => page.click('#next'), '#comet', { blend: '0' }],
+    [() => page.selectOption('[name=blend]', 'Screen'), '#comet&blend=3', { blend: '3' }],
+    [() => follow('#particles&hue=90'), '#particles&hue=90', { radius: '50', hue: '90' }],
+    [() => page.click('#next'), '#comet&blend=3', { blend: '3' }],
+    [() => page.goBack(), '#particles&hue=90', { radius: '50', hue: '90' }],
+    [() => follow('#particles&radius=lots&colour=3&quality=1e9'), '#particles&quality=6', { radius: '50' }],
+    [() => follow('#comet&blend=1.4'), '#comet&blend=1', { blend: '1' }],
   ];
   for (const [action, address, values] of steps) {
     await action();
     await page.waitForURL((url) => url.hash === address);
     for (const [name, value] of Object.entries(values)) assert.equal(await valueOf(page, name), value, address);
   }
+});
+
+// Every frame takes 10 ms on this page's clock.
+test('a pause costs no resolution', async () => {
+  const page = await browser.open('/page/#metaballs', { viewport: { width: 320, height: 300 } }, () => {
+    const request = requestAnimationFrame;
+    let time = 0;
+    performance.now = () => time;
+    window.requestAnimationFrame = (draw) => request(() => draw(time += 10));
+  });
+  await page.waitForSelector('.card', { state: 'attached' });
+  const width = () => page.$eval('#frame canvas', (canvas) => canvas.width);
+  const before = await width();
+  await page.keyboard.press('Space');
+  await pass(page, 60);
+  await page.keyboard.press('Space');
+  await pass(page, 60);
+  assert.equal(await width(), before);
 });
 
 test('a lost context comes back, in the full view and then in the gallery', async () => {
@@ -195,9 +214,10 @@ test('the keyboard reaches everything', async () => {
   const page = await openPage('');
   const arriveAt = (title) => page.waitForFunction((text) => document.getElementById('title').textContent === text, title);
   await page.focus('[href="#particles"]');
+  await page.keyboard.press('Space');
+  assert.equal(await page.textContent('#gallery .pause'), 'Play');
   await page.keyboard.press('Enter');
   await arriveAt('Particles');
-  await page.keyboard.press('Space');
   await page.keyboard.press('ArrowLeft');
   await arriveAt('Metaballs');
   await pass(page, 3);

@@ -42,8 +42,13 @@ class Page {
     }
     this.values[scene] = values;
     this.#applySettings();
-    if (previous < 0) this.stage.canvas.focus();
     scrollTo(0, 0);
+  }
+
+  #follow() {
+    const isFromGallery = this.scene < 0;
+    this.#open();
+    if (isFromGallery && this.scene >= 0) this.stage.canvas.focus({ preventScroll: true });
   }
 
   #set(name, value) {
@@ -97,7 +102,8 @@ class Page {
   async #showBackground(file) {
     try {
       await this.stage.showBackground(file);
-      say(`${file.name} is the background now.`);
+      const titles = this.stage.scenes.filter((entry) => entry.showsBackground).map((entry) => entry.title);
+      say(`${file.name} is the background now, in ${titles.join(', ')}.`);
     } catch {
       say(`${file.name} is not a picture that this browser can read.`);
     }
@@ -113,7 +119,7 @@ class Page {
       ArrowLeft: () => part('previous').click(),
       ArrowRight: () => part('next').click(),
     };
-    const belongsToControl = target.closest('input, select') || (key === ' ' && target.closest('button, a, label'));
+    const belongsToControl = target.closest('input, select') || (key === ' ' && target.closest('button, label'));
     const isForView = key !== ' ';
     if (!actions[key] || (belongsToControl && key !== 'Escape') || (isForView && this.scene < 0)) return;
     event.preventDefault();
@@ -121,7 +127,7 @@ class Page {
   }
 
   #listen() {
-    addEventListener('hashchange', () => this.#open());
+    addEventListener('hashchange', () => this.#follow());
     addEventListener('keydown', (event) => this.#press(event));
     for (const button of document.querySelectorAll('.pause')) {
       button.addEventListener('click', () => this.#setPaused(!this.paused));

@@ -20,6 +20,7 @@ export class View {
       changed(name, value);
     });
     this.clock = new FrameClock();
+    part('driver').textContent = stage.driver;
     const { canvas } = stage;
     canvas.tabIndex = 0;
     part('frame').append(canvas);
@@ -30,8 +31,12 @@ export class View {
       canvas.addEventListener(type, (event) => this.#pressEnter(event));
     }
     for (const type of ['webglcontextlost', 'webglcontextrestored']) {
-      canvas.addEventListener(type, () => { part('lost').hidden = !stage.lost; });
+      canvas.addEventListener(type, () => {
+        part('lost').hidden = !stage.lost;
+        this.clock.restart();
+      });
     }
+    document.addEventListener('visibilitychange', () => this.clock.restart());
   }
 
   /** @param address  of a scene */
@@ -41,28 +46,35 @@ export class View {
     const entry = scenes[scene];
     this.scene = scene;
     this.isStale = true;
+    this.scale = 1;
     part('title').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
+    part('background').hidden = !entry.showsBackground;
     part('previous').href = neighbour(-1);
     part('next').href = neighbour(1);
     canvas.setAttribute('aria-label', `${entry.title}. ${entry.sentence}`);
     this.settings.show(entry.parameters, values);
     this.#fitCanvas(); // before the first touch, which is counted in its pixels
+    this.#showTime('–');
     this.clock.restart();
   }
 
   /** Also while no time passes, what is new is shown, by one step. */
   advance(seconds) {
     this.#fitCanvas();
+    if (seconds === 0) this.clock.restart();
     if (!this.stage.advance(this.scene, seconds === 0 && this.isStale ? step : seconds)) return;
     this.isStale = false;
     const milliseconds = this.clock.tick();
     if (milliseconds === null) return;
-    const { width, height } = this.stage.canvas;
-    part('time').textContent =
-      `${milliseconds.toFixed(1)} ms per frame, ${width} × ${height} pixels, ${this.stage.driver}`;
+    this.#showTime(milliseconds.toFixed(1));
     const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in pixels
     if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
+  }
+
+  #showTime(milliseconds) {
+    const { width, height } = this.stage.canvas;
+    part('time').textContent = `${milliseconds} ms per frame, ${width} × ${height} pixels`;
   }
 
   #fitCanvas() {
@@ -93,6 +105,7 @@ export class View {
 
 /** Averages the time between frames over half a second. */
 class FrameClock {
+  /** To be called also when no frames are due, as that time is none of theirs. */
   restart() {
     this.start = performance.now();
     this.frames = 0;
