@@ -1,5 +1,6 @@
 #include "gallery/scenes/ParticlesScene.h"
 
+#include "gallery/Blend.h"
 #include "gallery/Color.h"
 
 #include <algorithm>
@@ -19,7 +20,6 @@ ParticlesScene::ParticlesScene() {
         {"radius", "Size of the blob under a finger", 10, 100, mRadius},
         {"opacity", "Opacity", 0.1F, 1, mOpacity},
         {"quality", "Pixels per field texel", 1, 6, mQuality},
-        {"blend", "Blend of the tint", blendNames(), mBlend},
         {"hue", "Colour", -180, 180, mHue},
     };
 }
@@ -111,7 +111,7 @@ void ParticlesScene::drawTint() {
     Color violet = turnHue({0.66F, 0.55F, 1.00F, 1}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
-    setBlend(mGraphics, toBlend(mBlend));
+    setBlend(mGraphics, Blend::Multiply);
     mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.1F * height, yellow.data(), 0.6F * height,
                                    coral.data());
     mGraphics.renderRadialGradient(0.5F * width, 0.95F * height, 0.4F * height, clear.data(), 1.0F * height,

@@ -2,7 +2,6 @@
 
 #include "effects/metaball/MetaballRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
-#include "gallery/Blend.h"
 #include "gallery/Scene.h"
 
 #include <array>
@@ -35,7 +34,6 @@ class ParticlesScene : public Scene {
     float mRadius = 50;
     float mOpacity = 1;
     float mQuality = 2;
-    float mBlend = static_cast<float>(Blend::Multiply);
     float mHue = 0;
 };
 
