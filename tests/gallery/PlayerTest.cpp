@@ -23,7 +23,8 @@ class CountingScene : public Scene {
     std::vector<Touch> demonstration(int) const override { return {{7, 8, TouchAction::Down, 2}}; }
 };
 
-const SceneEntry counting = {"", "", "", []() -> std::unique_ptr<Scene> { return std::make_unique<CountingScene>(); }};
+const SceneEntry counting = {"", "", "", false,
+                             []() -> std::unique_ptr<Scene> { return std::make_unique<CountingScene>(); }};
 
 } // namespace
 
