@@ -84,11 +84,19 @@ TEST_F(Viewer, KeysRestartSaveRemakeTheContextAndChangeScenes) {
     EXPECT_EQ(picture("tidalume-metaballs-1.png").width, 97);
 }
 
+// It takes a window manager to make a window fill the screen. What the surface does not cover stays black.
 TEST_F(Viewer, FollowsTheSizeOfTheWindow) {
-    runsWell(playing("5 resize 160x90\n60 save wide.png\n61 key f\n150 save full.png\n151 quit\n"));
-    for (const auto& [name, width, height] : {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}}) {
+    const std::string viewer = playing(
+        "60 resize 160x90\n120 save wide.png\n121 key f\n240 save full.png\n241 key f\n360 save back.png\n361 quit\n");
+    runsWell("openbox --sm-disable & manager=$!; sleep 1; " + viewer + "; status=$?; kill $manager; exit $status");
+    for (const auto& [name, width, height] :
+         {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}, {"back.png", 160, 90}}) {
         const Picture shown = picture(name);
         ASSERT_EQ(std::pair(shown.width, shown.height), std::pair(width, height)) << name;
+        int black = 0;
+        for (std::size_t i = 0; i < shown.rgba.size(); i += 4)
+            black += shown.rgba[i] + shown.rgba[i + 1] + shown.rgba[i + 2] == 0 ? 1 : 0;
+        EXPECT_EQ(black, 0) << name;
         EXPECT_GT(warmPixels(shown, width / 2, height / 2, height / 2 - 1), 500) << name;
     }
 }
