@@ -1,14 +1,12 @@
 // Each test draws in child processes, so that this one never has a GL context that they would inherit.
 
-#include "effects/vector/VectorGraphicRenderer.h"
-#include "effects/water/ShallowWater.h"
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
-#include "headless/Pixels.h"
+#include "tests/support/Effects.h"
+#include "tests/support/GLRecorder.h"
 #include "tests/support/LogCapture.h"
 
 #include <cstdlib>
-#include <dlfcn.h>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -20,51 +18,22 @@
 
 namespace {
 
-using namespace tidalume::headless;
+using tidalume::headless::HeadlessContext;
 
-constexpr int extent = 40;
 constexpr int notPossible = 77;
 
-/// Whether the driver loads binaries; Mesa does, but of another format than the one that the cache asks for.
-bool loadsBinaries = false;
-int loaded = 0;
-
-} // namespace
-
-/// Stands before the driver's own.
-extern "C" void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
-    static const auto real = reinterpret_cast<decltype(&glProgramBinary)>(dlsym(RTLD_NEXT, "glProgramBinary"));
-    GLint mesaFormat = 0;
-    glGetIntegerv(GL_PROGRAM_BINARY_FORMATS, &mesaFormat);
-    real(program, loadsBinaries ? static_cast<GLenum>(mesaFormat) : format, binary, length);
-    GLint linked = 0;
-    glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    loaded += linked;
-}
-
-namespace {
-
-/// Builds the five programs of the class and draws with two.
-std::vector<float> picture() {
-    VectorGraphicRenderer graphics;
-    graphics.init();
-    graphics.setScreenSize(extent, extent);
-    float blue[] = {0.1F, 0.2F, 0.9F, 1};
-    float green[] = {0.1F, 0.9F, 0.3F, 1};
-    graphics.renderRadialGradient(20, 20, 5, blue, 25, green);
-    graphics.renderCircle(10, 10, 8, green);
-    return readFramebuffer(extent, extent).rgba;
-}
+const EffectCase& vectorGraphics = effectCases()[2]; // of five programs, the most
+const EffectCase& pond = effectCases()[7];
 
 /// Draws through the cache, loading what is there in every second round, and compares with a picture without it.
 void drawInRounds(int rounds) {
     const LogCapture log;
-    const HeadlessContext context(extent, extent);
-    const std::vector<float> expected = picture();
+    const HeadlessContext context(AnyEffect::width, AnyEffect::height);
+    const std::vector<float> expected = vectorGraphics.ready()->picture();
     GlobalProperty::BINARY_SHADER = true;
     for (int round = 0; round < rounds; ++round) {
-        loadsBinaries = round % 2 == 1;
-        ASSERT_EQ(picture(), expected) << "in round " << round;
+        glRecorder().faults.acceptsProgramBinaries = round % 2 == 1;
+        ASSERT_EQ(vectorGraphics.ready()->picture(), expected) << "in round " << round;
     }
 }
 
@@ -101,11 +70,12 @@ TEST_F(Processes, TwoMayBuildIntoOneCacheFolderAtOnce) {
         EXPECT_EQ(statusOf(child), 0);
 
     const auto loadAll = [] {
-        const HeadlessContext context(extent, extent);
+        const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         GlobalProperty::BINARY_SHADER = true;
-        loadsBinaries = true;
-        picture();
-        EXPECT_EQ(loaded, 5);
+        glRecorder().faults.acceptsProgramBinaries = true;
+        vectorGraphics.make()->init();
+        EXPECT_EQ(glRecorder().counts["glProgramBinary"], 5);
+        EXPECT_EQ(glRecorder().counts["glCompileShader"], 0);
     };
     EXPECT_EQ(statusOf(start(loadAll)), 0) << "the next start finds usable files";
 }
@@ -127,22 +97,16 @@ TEST_F(Processes, AFullDiskCostsOnlyTheCache) {
 TEST_F(Processes, AScreenTooLargeForMemoryIsSurvived) {
     const pid_t child = start([] {
         LogCapture log;
-        const HeadlessContext context(extent, extent);
-        ShallowWater pond;
-        pond.init();
-        const auto drop = [&pond] {
-            float center[] = {20, 20};
-            pond.setScreenSize(extent, extent);
-            pond.addDrop(center, 16, 0.5F);
-            return readTexture(pond.getTexture(), extent, extent).rgba;
-        };
-        const std::vector<float> expected = drop();
+        const HeadlessContext context(AnyEffect::width, AnyEffect::height);
+        const auto effect = pond.ready();
+        const std::vector<float> expected = effect->picture();
         const rlimit limit = {2UL << 30, 2UL << 30};
         setrlimit(RLIMIT_AS, &limit);
-        pond.setScreenSize(16384, 16384);
-        EXPECT_THAT(log.take(),
-                    testing::Contains(testing::Field(&LogLine::message, testing::HasSubstr("OUT_OF_MEMORY"))));
-        EXPECT_EQ(drop(), expected);
+        effect->setScreenSize(16384, 16384);
+        const auto saysSo = testing::Field(&LogLine::message, testing::HasSubstr("OUT_OF_MEMORY"));
+        EXPECT_THAT(log.take(), testing::Contains(saysSo));
+        effect->prepare();
+        EXPECT_EQ(effect->picture(), expected);
     });
     EXPECT_EQ(statusOf(child), 0);
 }

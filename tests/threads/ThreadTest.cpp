@@ -1,83 +1,34 @@
-#include "effects/comet/CometRenderer.h"
-#include "effects/metaball/MetaballRenderer.h"
-#include "effects/vector/VectorGraphicRenderer.h"
-#include "effects/water/IntensityMapBuilder.h"
-#include "effects/water/NormalMapBuilder.h"
-#include "effects/water/ShallowWater.h"
-#include "effects/water/ShallowWaterIterative.h"
-#include "effects/water/ShallowWaterRenderer.h"
 #include "headless/HeadlessContext.h"
-#include "headless/Pixels.h"
+#include "tests/support/Effects.h"
 
-#include <cstdlib>
 #include <future>
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr int width = 64;
-constexpr int height = 96;
-constexpr int frames = 8;
+using Pictures = std::vector<std::vector<float>>;
 
-using Pixels = std::vector<float>;
-
-template <typename... Effects>
-void setUp(Effects&... effects) {
-    (..., (effects.init(), effects.setScreenSize(width, height)));
-}
-
-/// Waves with the slopes of another height field, above the heights of a pond.
-Pixels drawWater() {
-    tidalume::headless::HeadlessContext context(width, height);
-    ShallowWaterIterative waves;
-    ShallowWater pond;
-    IntensityMapBuilder shapes;
-    NormalMapBuilder normals;
-    ShallowWaterRenderer view;
-    setUp(waves, pond, shapes, normals, view);
-
-    float center[] = {30, 40};
-    float end[] = {50, 80};
-    waves.addDrop(center, 20, 10, 1);
-    pond.addDrop(center, 20, 0.5F);
-    for (int frame = 0; frame < frames; ++frame) {
-        glDisable(GL_BLEND);
-        waves.update();
-        pond.update();
-        shapes.addDropLine(center, end, 10, 5, 0.5F);
-        normals.build(shapes.getTexture());
-        view.setTexture(static_cast<int>(pond.getTexture()));
-        view.render(waves.getTexture(), normals.getTexture());
+/// Several frames of some effects, in a context of their own.
+Pictures draw(size_t firstEffect, size_t endEffect) {
+    const tidalume::headless::HeadlessContext context(AnyEffect::width, AnyEffect::height);
+    std::vector<std::unique_ptr<AnyEffect>> effects;
+    for (size_t i = firstEffect; i < endEffect; ++i)
+        effects.push_back(effectCases()[i].ready());
+    Pictures pictures;
+    for (int frame = 0; frame < 4; ++frame) {
+        for (const auto& effect : effects)
+            pictures.push_back(effect->picture());
     }
-    return tidalume::headless::readFramebuffer(width, height).rgba;
+    return pictures;
 }
 
-/// Comets, particles (with their metaballs) and vector graphics: also all that takes random numbers.
-Pixels drawGraphics() {
-    tidalume::headless::HeadlessContext context(width, height);
-    srand48(5);
-    CometRenderer comets;
-    MetaballRenderer particles;
-    VectorGraphicRenderer graphics;
-    particles.init(1);
-    particles.setScreenSize(width, height);
-    setUp(comets, graphics);
-
-    float inner[] = {0.1F, 0.2F, 0.9F, 1};
-    float outer[] = {0.1F, 0.9F, 0.3F, 1};
-    comets.push(30, 40, 0);
-    for (int frame = 0; frame < frames; ++frame) {
-        graphics.renderRadialGradient(20, 30, 5, inner, 60, outer);
-        particles.push(30 + 2 * frame, 40, frame == 0 ? 0 : 2);
-        particles.render(20, 0.8F);
-        comets.render(0.1 * frame);
-    }
-    return tidalume::headless::readFramebuffer(width, height).rgba;
-}
-
+/// Comets and particles, which share the random stream, and both kinds of metaballs, which share programs, on the same
+/// one.
 TEST(Threads, ContextsWithSeparateClassesDrawAsIfAlone) {
-    const Pixels water = drawWater();
-    const Pixels graphics = drawGraphics();
+    const auto drawGraphics = [] { return draw(0, 4); };
+    const auto drawWater = [] { return draw(4, effectCases().size()); };
+    const Pictures graphics = drawGraphics();
+    const Pictures water = drawWater();
     for (int round = 0; round < 20; ++round) {
         auto otherWater = std::async(std::launch::async, drawWater);
         EXPECT_TRUE(drawGraphics() == graphics);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <GLES3/gl3.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+/// Any effect, as far as its life goes, on a screen of 97 x 61 pixels.
+struct AnyEffect {
+    static constexpr int width = 97;
+    static constexpr int height = 61;
+
+    virtual ~AnyEffect() = default;
+    virtual void init() = 0;
+    virtual void setScreenSize(int width, int height) = 0;
+    virtual void GLContextDestroyed() = 0;
+    /// Makes every call that draws, disturbs or builds.
+    virtual void draw() = 0;
+    /// The texture that the effect draws into; 0 when that is framebuffer 0.
+    virtual GLuint texture() = 0;
+
+    /// Initialises for the screen.
+    void prepare();
+
+    /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.
+    /// @param channels  how many of a pixel are read
+    std::vector<float> picture(int channels = 3);
+};
+
+struct EffectCase {
+    std::string name;
+    std::unique_ptr<AnyEffect> (*make)();
+    std::vector<std::string> programNames; ///< in the cache: the class, "Program" and this
+    int targets = 0;                       ///< textures, each with a framebuffer, per object
+    int channels = 3;                      ///< that count; a wider format holds anything in its further ones
+    std::string programClass = name;       ///< whose programs it draws with
+    bool sharesPrograms = true;            ///< among all objects of the class
+
+    /// Makes one and prepares it.
+    std::unique_ptr<AnyEffect> ready() const;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const EffectCase& effect) {
+    return stream << effect.name;
+}
+
+/// All effects, those of the water last; add a row for a new one.
+const std::vector<EffectCase>& effectCases();
