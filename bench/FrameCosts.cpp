@@ -28,7 +28,8 @@ namespace tidalume::bench {
 void registerFrameCosts(Theatre& theatre, Results& results) {
     benchmark::RegisterBenchmark("frame of all effects", [&](benchmark::State& state) {
         Stage& stage = theatre.stage(64, 64);
-        std::vector<std::function<void()>> actions = {[&] { stage.particles.render(20.0F, 5.0F); }};
+        std::vector<std::function<void()>> actions = {[&] { stage.particles.render(20.0F, 5.0F); },
+                                                      [&] { stage.comets.push(20.0F, 30.0F, 0); }};
         for (const Operation& operation : stage.operations())
             actions.push_back(operation.run);
         const auto frame = [&] {
@@ -49,7 +50,7 @@ void registerFrameCosts(Theatre& theatre, Results& results) {
         results.frame = {count, record(frame).transfers};
         state.counters["allocations"] = results.frame->allocations;
         state.counters["transfers"] = results.frame->transfers;
-    })->Iterations(1);
+    })->Iterations(FrameCosts::frames);
 }
 
 } // namespace tidalume::bench

@@ -101,8 +101,8 @@ std::string scalingTable(const std::vector<Series>& series) {
 
 std::string frameCosts(const std::optional<FrameCosts>& frame) {
     if (!frame) return "";
-    return format("\n### Per frame\n\nHeap allocations in a frame of all effects: %d. Uploads and read-backs: %d.\n",
-                  frame->allocations, frame->transfers);
+    return format("\n### Per frame\n\nHeap allocations in %d frames of all effects: %d. Uploads and read-backs: %d.\n",
+                  FrameCosts::frames, frame->allocations, frame->transfers);
 }
 
 /// Those of at least two points, through which there is a line.

@@ -40,10 +40,11 @@ struct InstructionCount {
     double instructions;
 };
 
-/// What one frame of all effects does beside drawing.
+/// What frames of all effects do beside drawing.
 struct FrameCosts {
-    int allocations; ///< on the heap
-    int transfers;   ///< uploads and read-backs
+    static constexpr int frames = 100;
+    int allocations; ///< on the heap, in so many frames
+    int transfers;   ///< uploads and read-backs in one
 };
 
 struct Results {
