@@ -29,7 +29,8 @@ void registerFrameCosts(Theatre& theatre, Results& results) {
     benchmark::RegisterBenchmark("frame of all effects", [&](benchmark::State& state) {
         Stage& stage = theatre.stage(64, 64);
         std::vector<std::function<void()>> actions = {[&] { stage.particles.render(20.0F, 5.0F); },
-                                                      [&] { stage.comets.push(20.0F, 30.0F, 0); }};
+                                                      [&] { stage.comets.push(20.0F, 30.0F, 0); },
+                                                      [&] { stage.threeBuffers.update(); }};
         for (const Operation& operation : stage.operations())
             actions.push_back(operation.run);
         const auto frame = [&] {
