@@ -9,8 +9,6 @@ struct TestPeer {
         return effect.member;                                                                                          \
     }
 
-    TIDALUME_PEEK(mTextureWidth)
-    TIDALUME_PEEK(mTextureHeight)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mCurveCoefficients)
     TIDALUME_PEEK(mIndices)
