@@ -1,5 +1,4 @@
 #include "math/Matrix.h"
-#include "math/ScreenMapping.h"
 #include "math/Vector2.h"
 #include "math/Vector3.h"
 
@@ -8,7 +7,6 @@
 #include <cmath>
 #include <gmock/gmock.h>
 #include <limits>
-#include <random>
 
 namespace {
 
@@ -30,29 +28,18 @@ Matrix built(void (Matrix::*build)(Parameters...), Arguments... arguments) {
     return matrix;
 }
 
-TEST(Matrix, ProductAppliesTheFirstArgumentFirst) {
-    std::mt19937 random;
-    std::uniform_int_distribution element(-9, 9); // of integers, so that products and sums are exact
-    for (int i = 0; i < 100; ++i) {
-        Matrix a, b, product = {};
-        std::generate_n(a.m, 16, [&] { return element(random); });
-        std::generate_n(b.m, 16, [&] { return element(random); });
-        for (int row = 0; row < 16; row += 4)
-            for (int column = 0; column < 4; ++column)
-                for (int k = 0; k < 4; ++k)
-                    product.m[row + column] += b.m[row + k] * a.m[4 * k + column];
-        EXPECT_THAT(built(&Matrix::mul, &a, &b).m, ElementsAreArray(product.m));
-        Matrix inA = a;
-        inA.mul(&inA, &b);
-        EXPECT_THAT(inA.m, ElementsAreArray(product.m)) << "in place";
-    }
-}
+TEST(Matrix, AppliesTheFirstArgumentOfMulFirst) {
+    Matrix a = {{3, -1, 4, 1, -5, 9, 2, -6, 5, 3, -5, 8, -9, 7, 9, 3}};
+    Matrix b = {{2, 3, -8, 4, 6, -2, 6, -4, -3, 1, 8, 3, -2, 7, -9, 5}};
+    const int product[] = {-85, 29, 90, -68, 94, -34, -46, 54, -1, 57, -23, 64, -131, 73, 96, -101};
+    EXPECT_THAT(built(&Matrix::mul, &a, &b).m, ElementsAreArray(product));
+    a.mul(&a, &b);
+    EXPECT_THAT(a.m, ElementsAreArray(product)) << "in place";
 
-TEST(Matrix, AppendsAfterWhatItAlreadyDoes) {
-    Matrix matrix = built(&Matrix::setIdentity);
-    matrix.AppendTranslate(1, 2, 3);
-    matrix.AppendScale(2, 3, 4);
-    EXPECT_THAT(matrix.m, ElementsAre(2, 0, 0, 2, 0, 3, 0, 6, 0, 0, 4, 12, 0, 0, 0, 1));
+    Matrix appended = built(&Matrix::setIdentity);
+    appended.AppendTranslate(1, 2, 3);
+    appended.AppendScale(2, 3, 4);
+    EXPECT_THAT(appended.m, ElementsAre(2, 0, 0, 2, 0, 3, 0, 6, 0, 0, 4, 12, 0, 0, 0, 1));
 }
 
 /// The right-handed builders look along -z; their parallel projection also moves x.
@@ -64,8 +51,6 @@ TEST(Matrix, PutsPointsWhereItsBuilderSays) {
     const Point beside = {7, 2, 1}, above = {1, 3, 3};
     const float level = std::sqrt(40.0F);
     const float slope = std::tan(0.5F);
-    Matrix view, screen;
-    tidalume::buildOrtho(tidalume::screenCamera(1080, 1920), &view, &screen);
     const Matrix perspective[] = {built(&Matrix::PerspectiveOffCenterLH, l, r, b, t, zn, zf),
                                   built(&Matrix::PerspectiveOffCenterRH, l, r, b, t, zn, zf)};
     const Matrix parallel[] = {built(&Matrix::OrthoOffCenterLH, l, r, b, t, zn, zf),
@@ -91,8 +76,6 @@ TEST(Matrix, PutsPointsWhereItsBuilderSays) {
             {"PerspectiveFovLH", built(&Matrix::PerspectiveFovLH, 1, 2, 1, 3), {6 * slope, -3 * slope, 3}, {1, -1, 1}},
             // 0.01745328 radians to the degree, not the nearest float to pi / 180: 90 degrees fall short by 1.2e-6.
             {"RotationY", built(&Matrix::RotationY, 90), {1, 5, 0}, {1.15e-6F, 5, 1}},
-            {"screen", screen, {0, 0, 0}, {-1, 1, 0.5F}},
-            {"screen", screen, {540, 1920, 0}, {0, -1, 0.5F}},
         };
         for (const auto& [name, matrix, from, to, tolerance] : landings)
             EXPECT_THAT(transformed(matrix, from), Pointwise(FloatNear(tolerance), to)) << name << " " << right;
@@ -114,16 +97,12 @@ Vector normalized(Vector v) {
 
 template <typename Vector>
 void expectArithmetic(Vector v, float length, Vector unit) {
-    EXPECT_EQ(components(v * 3), components(v + v + v));
-    EXPECT_EQ(components(v * 3 - v / 4), components(v * 2.75F));
-    EXPECT_EQ((v / 0).x, std::numeric_limits<float>::infinity());
+    EXPECT_EQ(components(v + v + v - v / 4), components(v * 2.75F));
     EXPECT_EQ(Vector::length(&v.x), length);
-    EXPECT_EQ(Vector::dot(&v.x, &v.x), length * length);
+    EXPECT_FLOAT_EQ(Vector::dot(&v.x, &unit.x), length);
     EXPECT_THAT(components(normalized(v)), Pointwise(FloatNear(1e-7F), components(unit)));
-
-    Vector zero;
-    EXPECT_THAT(components(normalized(zero)), Each(0));
     Vector sum = v;
+    Vector zero;
     Vector::normalize(&sum.x, &zero.x);
     EXPECT_EQ(components(sum), components(v)) << "not written";
     (sum += v) += v;
