@@ -164,7 +164,8 @@ PASS_ON(glFramebufferTexture2D, (GLenum target, GLenum attachment, GLenum textar
 PASS_ON(glUseProgram, (GLuint program), (program), text(recorder.orderOfProgram[recorder.currentProgram = program]))
 PASS_ON(glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("texture", n, names)))
 PASS_ON(glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("framebuffer", n, names)))
-PASS_ON(glDeleteProgram, (GLuint program), (program), deleted("program", 1, &program))
+PASS_ON(glDeleteProgram, (GLuint program), (program),
+        (deleted("program", 1, &program), text(recorder.orderOfProgram[program])))
 PASS_ON(glDeleteShader, (GLuint shader), (shader), (deleted("shader", 1, &shader), ""))
 PASS_ON(glLinkProgram, (GLuint program), (program), "")
 PASS_ON(glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value), name(parameter))
