@@ -2,7 +2,9 @@
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <numeric>
 
 namespace tidalume::headless {
@@ -14,20 +16,24 @@ void clear(float red, float green, float blue, float alpha) {
     glClear(GL_COLOR_BUFFER_BIT);
 }
 
-TEST(HeadlessContext, ChangesSizeAndLosesItsNamesOnlyWhenRecreated) {
+TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
-    EXPECT_THROW(HeadlessContext(1000000, 10), Error);
-    HeadlessContext context(7, 5);
-    const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
-    context.resize(33, 17);
-    EXPECT_THROW(context.resize(10, 0), Error) << "and stays as it was";
-    HeadlessContext(2, 2).makeCurrent();
+    HeadlessContext context(1, 1);
+    context.resize(2, 2);
+    EXPECT_THROW(context.resize(1000000, 10), Error) << "and stays as it was";
+    HeadlessContext(3, 3).makeCurrent();
     context.makeCurrent();
+    clear(0, 0, 1, 0);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(1, 0, 1, 1);
+    clear(1, 0, 0, 0.25F);
+    const int redBelowRight[] = {0, 0, 255, 255, 0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0, 255};
+    EXPECT_THAT(framebufferPicture(2, 2).rgba, ElementsAreArray(redBelowRight));
+
+    const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
     EXPECT_TRUE(glIsTexture(texture));
     context.recreate();
     EXPECT_FALSE(glIsTexture(texture));
-    clear(0, 0, 1, 1);
-    EXPECT_EQ(readFramebuffer(33, 17).at(32, 16)[2], 1);
 }
 
 // Every format, odd sizes, floats and bytes: each texel comes back where it was put, absent channels as 0 and alpha 1.
@@ -40,15 +46,13 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
         const int channels = channelCount(format);
         std::vector<std::uint8_t> bytes(5 * 3 * channels);
         std::iota(bytes.begin(), bytes.end(), 1);
-        std::vector<float> floats(bytes.begin(), bytes.end());
-        for (float& value : floats)
-            value /= 255;
+        std::vector<float> floats;
+        std::transform(bytes.begin(), bytes.end(), std::back_inserter(floats), [](int byte) { return byte / 255.0F; });
         for (const GLuint texture : {makeTexture(format, 5, 3, floats), makeTexture(format, 5, 3, bytes)}) {
             const PixelArray pixels = readTexture(texture, 5, 3);
             for (int i = 0; i < 5 * 3 * 4; ++i) {
                 const int channel = i % 4;
-                const float missing = channel == 3 ? 1 : 0;
-                const float expected = channel < channels ? floats[i / 4 * channels + channel] : missing;
+                const float expected = channel < channels ? floats[i / 4 * channels + channel] : channel == 3;
                 // A half float keeps 11 bits; drivers round or truncate.
                 EXPECT_NEAR(pixels.rgba[i], expected, expected / 1024) << format << " " << i;
             }
@@ -62,16 +66,6 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
     glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &bindings[1]);
     EXPECT_THAT(bindings, ElementsAre(0, framebuffer)) << "left as they were";
     EXPECT_EQ(glGetError(), GL_NO_ERROR);
-}
-
-TEST(Pixels, AFramebufferPictureIsUprightAndOpaque) {
-    const HeadlessContext context(2, 2);
-    clear(0, 0, 1, 0);
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(1, 0, 1, 1);
-    clear(1, 0, 0, 0.25F);
-    const int redBelowRight[] = {0, 0, 255, 255, 0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0, 255};
-    EXPECT_THAT(framebufferPicture(2, 2).rgba, ElementsAreArray(redBelowRight));
 }
 
 } // namespace tidalume::headless
