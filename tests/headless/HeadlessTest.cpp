@@ -13,11 +13,6 @@ namespace tidalume::headless {
 using namespace std::string_literals;
 using namespace testing;
 
-void clear(float red, float green, float blue, float alpha) {
-    glClearColor(red, green, blue, alpha);
-    glClear(GL_COLOR_BUFFER_BIT);
-}
-
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
@@ -25,15 +20,16 @@ TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(context.resize(1000000, 10), Error) << "and stays as it was";
     HeadlessContext(3, 3).makeCurrent();
     context.makeCurrent();
-    clear(0, 0, 1, 0);
+    glClearColor(0, 0, 1, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_SCISSOR_TEST);
     glScissor(1, 0, 1, 1);
-    clear(1, 0, 0, 0.25F);
+    glClearColor(1, 0, 0, 0.25F);
+    glClear(GL_COLOR_BUFFER_BIT);
     const int redBelowRight[] = {0, 0, 255, 255, 0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0, 255};
     EXPECT_THAT(framebufferPicture(2, 2).rgba, ElementsAreArray(redBelowRight));
 
     const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
-    EXPECT_TRUE(glIsTexture(texture));
     context.recreate();
     EXPECT_FALSE(glIsTexture(texture));
 }
@@ -62,7 +58,6 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
     }
     EXPECT_THROW(makeTexture(GL_R16F, 2, 1, std::vector<float>(4)), Error);
     EXPECT_THROW(makeTexture(GL_R32F, 2, 2, std::vector<float>(4)), Error);
-    EXPECT_THROW(readTexture(12345, 1, 1), Error);
     GLint bindings[2];
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bindings[0]);
     glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &bindings[1]);
@@ -70,35 +65,32 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
     EXPECT_EQ(glGetError(), GL_NO_ERROR);
 }
 
-/// Red grows to the right, green downwards.
-Picture gradient(int width, int height, int blue = 0) {
+/// Opaque, in stripes around a shade.
+Picture pattern(int width, int height, int shade = 0) {
     Picture picture(width, height);
-    for (int i = 0; i < width * height; ++i) {
-        const int rgba[] = {i % width * 4, i / width * 5, blue, 255};
-        std::copy_n(rgba, 4, &picture.rgba[4 * i]);
-    }
+    for (std::size_t i = 0; i < picture.rgba.size(); ++i)
+        picture.rgba[i] = i % 4 == 3 ? 255 : shade + i % 15;
     return picture;
 }
 
 using PictureFile = gallery::ProgramTest;
 
-/// 64 x 48 pixels of the gradient.
+/// 64 x 48 pixels in which red grows to the right and green downwards.
 const char jpeg[] = TIDALUME_SOURCE_DIR "/tests/headless/gradient.jpg";
 
 TEST_F(PictureFile, PngKeepsEveryByte) {
-    Picture picture = gradient(37, 21, 99);
+    Picture picture = pattern(37, 21);
     picture.pixel(3, 2)[3] = 128;
     writePng(path("a.png"), picture);
     EXPECT_EQ(readPicture(path("a.png")).rgba, picture.rgba);
-    EXPECT_THROW(writePng(path("absent/a.png"), picture), Error);
     EXPECT_THROW(writePng("/dev/full", picture), Error);
 }
 
 TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
     WebPAnimation animation(64, 48);
     for (int i = 0; i < 3; ++i)
-        animation.add(gradient(64, 48, i * 120), 16 + i);
-    EXPECT_THROW(animation.add(gradient(63, 48), 16), Error);
+        animation.add(pattern(64, 48, i * 120), 16 + i);
+    EXPECT_THROW(animation.add(pattern(63, 48), 16), Error);
     animation.write(path("a.webp"));
     const std::string bytes = load("a.webp");
     const WebPData data = {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
@@ -128,9 +120,9 @@ TEST_F(PictureFile, JpegIsTurnedUpright) {
 }
 
 TEST_F(PictureFile, DamagedFilesAreRefusedOrRead) {
-    writePng(path("a.png"), gradient(64, 48));
+    writePng(path("a.png"), pattern(64, 48));
     WebPAnimation animation(64, 48);
-    animation.add(gradient(64, 48), 40);
+    animation.add(pattern(64, 48), 40);
     animation.write(path("a.webp"));
     for (const std::string name : {"a.png", "a.webp", jpeg}) {
         EXPECT_EQ(picture(name).width, 64);
