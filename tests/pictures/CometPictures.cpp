@@ -1,84 +1,45 @@
 #include "effects/comet/CometRenderer.h"
 #include "tests/pictures/PictureCase.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
 namespace tidalume::pictures {
 namespace {
 
-constexpr double pi = 3.141592;
-constexpr int columns = 100;
 const Values background = {0.1, 0.2, 0.4, 0.5};
 
-/// In pixels from the bottom-left corner.
+/// In pixels from the bottom-left corner, and how white it is there.
 struct Point {
-    double x, y;
+    double x, y, alpha = 0.0;
 };
 
-double cross(Point o, Point a, Point b) {
+double cross(const Point& o, const Point& a, const Point& b) {
     return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
 }
 
 /// The alpha of something white at a point.
-using Layer = std::function<double(Point)>;
+using Layer = std::function<double(const Point&)>;
 
 /// A triangle whose alpha is linear between its corners.
-Layer triangle(Point a, Point b, Point c, Values alphas) {
-    const double area = cross(a, b, c);
-    const auto [bottom, top] = std::minmax({a.y, b.y, c.y});
-    return [=, bottom = bottom, top = top](Point p) {
-        if (area == 0.0 || p.y < bottom || p.y > top) return 0.0;
-        const double first = cross(b, c, p) / area;
-        const double second = cross(c, a, p) / area;
-        const double third = 1.0 - first - second;
+Layer triangle(const Point& a, const Point& b, const Point& c) {
+    return [=, area = cross(a, b, c)](const Point& p) {
+        const double first = cross(b, c, p) / area, second = cross(c, a, p) / area, third = 1.0 - first - second;
         const bool inside = first >= 0.0 && second >= 0.0 && third > 0.0;
-        return inside ? first * alphas[0] + second * alphas[1] + third * alphas[2] : 0.0;
+        return inside ? first * a.alpha + second * b.alpha + third * c.alpha : 0.0;
     };
 }
 
 /// Everything between two distances from a centre.
-Layer annulus(Point centre, double inner, double outer, double alpha) {
-    return [=](Point p) {
+Layer annulus(const Point& centre, double inner, double outer, double alpha) {
+    return [=](const Point& p) {
         const double d = std::hypot(p.x - centre.x, p.y - centre.y);
         return d >= inner && d <= outer ? alpha : 0.0;
     };
 }
 
-/// What a frame at progress t consists of, made of the comets' meshes.
-/// @param screenWidth  in pixels, of the screen that sizes the cores and rings
-std::vector<Layer> layersOf(CometRenderer& comets, int width, int height, int screenWidth, double t) {
-    std::vector<Layer> layers;
-    const auto vertex = [&](int mesh, int row, int column) -> Point {
-        const float* v = comets.getVertices(mesh) + 3 * (row * (columns + 1) + column);
-        return {(v[0] + 1.0) * 0.5 * width, (v[2] + 1.0) * 0.5 * height};
-    };
-    // Their centre line is the path up to t: the whole path at 1.
-    comets.updateMesh(1.0F);
-    for (const int mesh : {0, 2}) {
-        const auto addRing = [&](int column, double start, double alpha, double growth) {
-            const double radius = 0.5 * screenWidth * growth * (t - start);
-            const double faded = alpha * (1.0 - t) / (1.0 - start);
-            if (t > start) layers.push_back(annulus(vertex(mesh, 1, column), radius - 3.0, radius, faded));
-        };
-        addRing(25, 0.75, 0.5, 1.0 / 3.0);
-        addRing(15, 0.85, 0.3, 0.3 / 0.85);
-    }
-    comets.updateMesh(static_cast<float>(t));
-    const double glow = 0.2 * std::sin(t * pi);
-    for (const int mesh : {0, 2})
-        layers.push_back(annulus(vertex(mesh, 1, 10), 0.0, 0.02 * screenWidth * (1.0 - std::pow(t, 2.5)), glow));
-    for (int strip = 0; strip < 8; ++strip) {
-        const auto corner = [&](int i) { return vertex(strip / 2, strip % 2 + i % 2, i / 2); };
-        const auto alpha = [&](int i) { return (1.0 - i / 2 / 100.0) * glow; };
-        for (int i = 0; i < 2 * columns; ++i)
-            layers.push_back(triangle(corner(i), corner(i + 1), corner(i + 2), {alpha(i), alpha(i + 1), alpha(i + 2)}));
-    }
-    return layers;
-}
-
-/// A frame at progress t. The screen that sizes the cores and rings may be larger than the picture.
+/// A frame at progress t, and what it consists of by the comets' meshes.
+/// @param screenWidth  in pixels, of the screen that sizes the cores and rings: it may be larger than the picture
 Comparison comets(int width, int height, int screenWidth, double t) {
     const int screenHeight = screenWidth * height / width;
     CometRenderer renderer;
@@ -93,7 +54,28 @@ Comparison comets(int width, int height, int screenWidth, double t) {
     renderer.render(t);
     const headless::PixelArray drawn = headless::readFramebuffer(width, height);
 
-    const std::vector<Layer> layers = layersOf(renderer, width, height, screenWidth, t);
+    std::vector<Layer> layers;
+    const double glow = 0.2 * std::sin(t * 3.141592);
+    const auto vertex = [&](int mesh, int row, int column) -> Point {
+        const float* v = renderer.getVertices(mesh) + 3 * (row * 101 + column);
+        return {(v[0] + 1.0) * 0.5 * width, (v[2] + 1.0) * 0.5 * height, (1.0 - column / 100.0) * glow};
+    };
+    for (int strip = 0; strip < 8; ++strip) {
+        const auto corner = [&](int i) { return vertex(strip / 2, strip % 2 + i % 2, i / 2); };
+        for (int i = 0; i < 200; ++i)
+            layers.push_back(triangle(corner(i), corner(i + 1), corner(i + 2)));
+    }
+    for (const int mesh : {0, 2})
+        layers.push_back(annulus(vertex(mesh, 1, 10), 0.0, 0.02 * screenWidth * (1.0 - std::pow(t, 2.5)), glow));
+    renderer.updateMesh(1.0F); // its centre line is the whole path
+    const auto addRing = [&](const Point& centre, double radius) {
+        layers.push_back(annulus(centre, radius - 3.0, radius, 2.0 * (1.0 - t)));
+    };
+    for (const int mesh : {0, 2}) {
+        addRing(vertex(mesh, 1, 25), screenWidth * (t - 0.75) / 6.0);
+        addRing(vertex(mesh, 1, 15), screenWidth * (t - 0.85) * 0.15 / 0.85);
+    }
+
     const auto colorAt = [&](double x, double y) -> Values {
         double through = 1.0;
         for (const Layer& layer : layers)
@@ -103,7 +85,7 @@ Comparison comets(int width, int height, int screenWidth, double t) {
     return compare(drawn, [&](int column, int row) {
         Values color = colorAt(column + 0.5, row + 0.5);
         // Where the picture is another a little further on, an outline passes: coverage there is the driver's choice.
-        for (const auto& [x, y] : {Point{0.25, 0.5}, {0.75, 0.5}, {0.5, 0.25}, {0.5, 0.75}})
+        for (const auto& [x, y] : {std::pair(0.25, 0.5), {0.75, 0.5}, {0.5, 0.25}, {0.5, 0.75}})
             color[abs(colorAt(column + x, row + y) - color) >= 0.01] = open;
         return color;
     });

@@ -8,46 +8,48 @@
 
 namespace tidalume::pictures {
 
-/// Texels of one to four channels, rows from the bottom, with coordinates clamped to the edge.
-struct Field {
-    int width, height, channels;
-    std::vector<double> values = {};
+/// A texture, and what it holds as the driver has stored it. Coordinates are clamped to the edge.
+struct Field : headless::PixelArray {
+    GLuint texture;
 
-    Values at(int x, int y) const {
-        const int pixel = std::clamp(y, 0, height - 1) * width + std::clamp(x, 0, width - 1);
-        return {&values[static_cast<size_t>(pixel * channels)], static_cast<size_t>(channels)};
+    Field(GLuint texture, int width, int height)
+        : PixelArray(headless::readTexture(texture, width, height)), texture(texture) {}
+
+    double at(int x, int y, int channel = 0) const {
+        return PixelArray::at(std::clamp(x, 0, width - 1), std::clamp(y, 0, height - 1))[channel];
     }
 
-    /// With linear filter, at shares of the width and height.
-    Values sample(double u, double v) const {
-        const int x = static_cast<int>(std::floor(u * width - 0.5));
-        const int y = static_cast<int>(std::floor(v * height - 0.5));
-        const double share = u * width - 0.5 - x;
-        return mix(mix(at(x, y), at(x + 1, y), share), mix(at(x, y + 1), at(x + 1, y + 1), share),
-                   v * height - 0.5 - y);
-    }
+    Values texel(int x, int y) const { return {at(x, y, 0), at(x, y, 1), at(x, y, 2), at(x, y, 3)}; }
+
+    /// Sum of the four next texels' first channel.
+    double neighbours(int x, int y) const { return at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1); }
 };
 
-/// Random multiples of 1/unit within [lowest, highest].
-inline Field randomField(int width, int height, int channels, double lowest, double highest, double unit,
-                         unsigned seed = 0) {
-    std::mt19937 random(seed + static_cast<unsigned>(channels));
-    std::uniform_int_distribution<int> steps(static_cast<int>(lowest * unit), static_cast<int>(highest * unit));
-    Field field = {width, height, channels};
-    for (int i = 0; i < width * height * channels; ++i)
-        field.values.push_back(steps(random) / unit);
-    return field;
+inline std::vector<float> noise(int count, float lowest, float highest) {
+    std::mt19937 random;
+    std::uniform_real_distribution<float> between(lowest, highest);
+    std::vector<float> values(static_cast<size_t>(count));
+    std::generate(values.begin(), values.end(), [&] { return between(random); });
+    return values;
 }
 
-/// A field in a texture, which it owns.
-struct Texture {
-    Texture(GLenum format, const Field& texels)
-        : texels(texels), name(headless::makeTexture(format, texels.width, texels.height, floats(texels.values))) {}
-    ~Texture() { glDeleteTextures(1, &name); }
-    Texture(const Texture&) = delete;
+/// Noise in a new texture, which lives as long as the context.
+inline Field noiseTexture(GLenum format, int width, int height, float lowest = 0.0F, float highest = 1.0F) {
+    const int count = width * height * headless::channelCount(format);
+    return {headless::makeTexture(format, width, height, noise(count, lowest, highest)), width, height};
+}
 
-    const Field texels;
-    const GLuint name;
-};
+template <typename... Effects>
+void makeReady(int width, int height, Effects&... effects) {
+    (..., (effects.init(), effects.setScreenSize(width, height)));
+}
+
+/// Makes the three-buffer simulation run its next step.
+template <typename Pond>
+void runStep(Pond& pond) {
+    const GLuint before = pond.getTexture();
+    while (pond.getTexture() == before)
+        pond.update();
+}
 
 } // namespace tidalume::pictures

@@ -1,14 +1,8 @@
 #include "effects/metaball/Metaball2DRenderer.h"
-#include "tests/pictures/PictureCase.h"
-
-#include <cmath>
-#include <random>
+#include "tests/pictures/Field.h"
 
 namespace tidalume::pictures {
 namespace {
-
-constexpr double margin = 120.0;
-constexpr double spriteScale = 1.2093284;
 
 struct Ball {
     float x, y, radius;
@@ -17,33 +11,29 @@ struct Ball {
 
 /// Balls with centres up to 60 pixels outside the screen, and two of a radius that draws nothing.
 std::vector<Ball> randomBalls(int count, int width, int height) {
-    std::mt19937 random(7);
-    const auto between = [&](double low, double high) {
-        return std::uniform_real_distribution<float>(low, high)(random);
-    };
+    const std::vector<float> shares = noise(3 * count, 0.0F, 1.0F);
     std::vector<Ball> balls = {{48.0F, 30.0F, 0.0F}, {20.0F, 30.0F, -15.0F}};
-    for (int i = 0; i < count; ++i)
-        balls.push_back({between(-60, width + 60), between(-60, height + 60), between(10, 35)});
+    for (const float* share = shares.data(); count > 0; --count, share += 3)
+        balls.push_back({share[0] * (width + 120) - 60, share[1] * (height + 120) - 60, share[2] * 25 + 10});
     return balls;
 }
 
-Comparison field(int width, int height, float quality, int count) {
+/// The field reaches 120 pixels beyond each border.
+Comparison field(int width, int height, int quality, int count) {
     std::vector<Ball> balls = randomBalls(count, width, height);
     Metaball2DRenderer renderer;
     renderer.init(quality);
     renderer.setScreenSize(width, height);
-    renderer.addMetaballs(&balls[0].x, static_cast<unsigned int>(balls.size()));
+    renderer.addMetaballs(&balls[0].x, balls.size());
 
-    const auto texels = [&](int screen) {
-        return static_cast<int>(std::round(screen / quality) + 2.0F * (120.0F / quality));
-    };
+    const auto texels = [&](double pixels) { return std::lround(pixels / quality) + 240 / quality; };
     const int columns = texels(width), rows = texels(height);
     return compare(headless::readTexture(renderer.getTexture(), columns, rows), [&](int column, int row) -> Values {
-        const double x = (column + 0.5) / columns * (width + 2.0 * margin) - margin;
-        const double y = (1.0 - (row + 0.5) / rows) * (height + 2.0 * margin) - margin;
+        const double x = (column + 0.5) / columns * (width + 240.0) - 120.0;
+        const double y = (1.0 - (row + 0.5) / rows) * (height + 240.0) - 120.0;
         double sum = 0.0;
         for (const Ball& ball : balls) {
-            const double d = std::hypot(x - ball.x, y - ball.y) / (ball.radius * spriteScale);
+            const double d = std::hypot(x - ball.x, y - ball.y) / (ball.radius * 1.2093284);
             if (ball.radius > 0.0F && d < 1.0) sum += std::pow(1.0 - d * d, 2.0);
         }
         return {sum};
@@ -51,7 +41,7 @@ Comparison field(int width, int height, float quality, int count) {
 }
 
 /// One ball, painted with alpha 0.5 over a colour: a disc of the ball's radius.
-Comparison disc(int width, int height, float quality, float x, float y, float radius) {
+Comparison disc(int width, int height, int quality, float x, float y, float radius) {
     Ball ball = {x, y, radius};
     Metaball2DRenderer renderer;
     renderer.init(quality);
@@ -64,8 +54,7 @@ Comparison disc(int width, int height, float quality, float x, float y, float ra
 
     return compare(headless::readFramebuffer(width, height), [&](int column, int row) -> Values {
         const double distance = std::hypot(column + 0.5 - x, height - row - 0.5 - y) - radius;
-        // The outline may lie anywhere within a texel of the field.
-        if (std::fabs(distance) < quality) return {open, open, open, open};
+        if (std::fabs(distance) < quality) return {}; // the outline may lie anywhere within a texel of the field
         if (distance < 0.0) return {0.5, 0.375, 0.5, 0.5 + 0.25 * 0.5};
         return {0.0, 0.5, 1.0, 0.25};
     });
@@ -81,12 +70,12 @@ constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
 PictureTable metaballPictures() {
     return {
-        {"metaball_field_97x61", [] { return field(97, 61, 1.0F, 12); }, fieldTolerance},
-        {"metaball_field_64x160_quality2", [] { return field(64, 160, 2.0F, 12); }, fieldTolerance},
-        {"metaball_field_97x61_quality3", [] { return field(97, 61, 3.0F, 12); }, fieldTolerance},
-        {"metaball_field_400_balls", [] { return field(64, 160, 1.0F, 400); }, crowdTolerance},
-        {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2.0F, -3.0F, 155.0F, 31.0F); }, byteStep},
-        {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3.0F, 60.0F, 5.0F, 25.0F); }, byteStep},
+        {"metaball_field_97x61", [] { return field(97, 61, 1, 12); }, fieldTolerance},
+        {"metaball_field_64x160_quality2", [] { return field(64, 160, 2, 12); }, fieldTolerance},
+        {"metaball_field_97x61_quality3", [] { return field(97, 61, 3, 12); }, fieldTolerance},
+        {"metaball_field_400_balls", [] { return field(64, 160, 1, 400); }, crowdTolerance},
+        {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
+        {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
     };
 }
 

@@ -15,12 +15,12 @@ Comparison compare(const headless::PixelArray& drawn, const std::function<Values
     for (int i = 0; i < drawn.width * drawn.height; ++i) {
         const int x = i % drawn.width, y = i / drawn.width;
         const Values expected = formula(x, y);
-        for (int c = 0; c < static_cast<int>(expected.size()); ++c) {
-            const double value = expected[static_cast<size_t>(c)], found = drawn.at(x, y)[c];
+        for (size_t channel = 0; channel < expected.size(); ++channel) {
+            const double value = expected[channel], found = drawn.at(x, y)[channel];
             if (std::isnan(value)) continue;
             ++compared;
             const double difference = std::isnan(found) ? infinity : std::fabs(value - found);
-            if (difference > worst.largest) worst = {difference, x, y, c, found, value};
+            if (difference > worst.largest) worst = {difference, x, y, found, value};
         }
     }
     if (2 * compared <= drawn.width * drawn.height) worst.largest = infinity;

@@ -20,16 +20,10 @@ inline Values mix(const Values& from, const Values& to, double share) {
     return from + (to - from) * share;
 }
 
-/// As the GL and the effects take them.
-template <typename Numbers>
-std::vector<float> floats(const Numbers& values) {
-    return {std::begin(values), std::end(values)};
-}
-
 /// The largest difference between what was drawn and its formula, and where it is.
 struct Comparison {
     double largest; ///< infinite where a number is missing, or where the formula leaves half of the pixels open
-    int x, y, channel;
+    int x, y;
     double drawn, expected;
 };
 

@@ -3,6 +3,7 @@
 
 #include <android/log.h>
 
+#include <gmock/gmock.h>
 #include <iostream>
 
 namespace tidalume::pictures {
@@ -13,23 +14,20 @@ void PrintTo(const PictureCase& picture, std::ostream* stream) {
 
 namespace {
 
-class PictureTest : public GLTest, public testing::WithParamInterface<PictureCase> {};
+using namespace testing;
+
+class PictureTest : public GLTest, public WithParamInterface<PictureCase> {};
 
 TEST_P(PictureTest, MatchesFormula) {
-    const PictureCase& picture = GetParam();
     context.resize(160, 160);
-    const double tolerance = toleranceHere(picture);
-    const Comparison found = picture.run();
-    for (const LogLine& line : log.take())
-        EXPECT_EQ(line.priority, ANDROID_LOG_VERBOSE) << line;
-
-    std::cout << picture.name << ": largest difference " << found.largest << "\n";
-    EXPECT_LE(found.largest, tolerance) << found.drawn << " instead of " << found.expected << " at (" << found.x << ", "
-                                        << found.y << "), channel " << found.channel
-                                        << "; tolerance: " << picture.tolerance.reason;
+    const auto [largest, x, y, drawn, expected] = GetParam().run();
+    EXPECT_THAT(log.take(), Each(Field(&LogLine::priority, ANDROID_LOG_VERBOSE)));
+    std::cout << GetParam().name << ": largest difference " << largest << "\n";
+    EXPECT_LE(largest, toleranceHere(GetParam())) << drawn << " instead of " << expected << " at (" << x << ", " << y
+                                                  << "); tolerance: " << GetParam().tolerance.reason;
 }
 
-INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, testing::ValuesIn(allPictures()),
+INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures()),
                          [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

@@ -11,11 +11,23 @@ const Color cleared = {0.2, 0.6, 1.0, 0.4};
 const Color gold = {1.0, 0.7, 0.1, 0.5};
 const Color blue = {0.0, 0.3, 0.8, 1.0};
 const Color clear = {0.4, 0.0, 0.6, 0.0};
-const Color green = {0.0, 1.0, 0.0, 0.25};
+
+/// As the renderer takes them.
+std::vector<float> floats(const Color& color) {
+    return {std::begin(color), std::end(color)};
+}
 
 Color withAlpha(Color color, double alpha) {
     color[3] = alpha;
     return color;
+}
+
+/// A bitmap's colour with linear filter, at shares of its width and height.
+Color sample(const Field& bitmap, double u, double v) {
+    const double x = u * bitmap.width - 0.5, y = v * bitmap.height - 0.5;
+    const int left = static_cast<int>(std::floor(x)), bottom = static_cast<int>(std::floor(y));
+    const auto row = [&](int y) { return mix(bitmap.texel(left, y), bitmap.texel(left + 1, y), x - left); };
+    return mix(row(bottom), row(bottom + 1), y - bottom);
 }
 
 /// The blend state that a new object has, and another with four factors of its own.
@@ -32,16 +44,12 @@ struct Point {
     double x, y, u, v;
 };
 
-/// One drawing call and its formula: the colour at a point, none where it covers nothing.
-struct Layer {
-    std::function<void(VectorGraphicRenderer&)> draw;
-    std::function<Color(const Point&)> color;
-};
-
-Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& layers) {
+/// @param colorsAt  what the calls blend at a point, one after another: none where a call covers nothing
+template <typename Draw>
+Comparison paint(int width, int height, Blend blend, Draw draw,
+                 const std::function<std::vector<Color>(const Point&)>& colorsAt) {
     VectorGraphicRenderer graphics;
-    graphics.init();
-    graphics.setScreenSize(width, height);
+    makeReady(width, height, graphics);
     if (blend == subtracting) {
         graphics.setBlendEquation(GL_FUNC_REVERSE_SUBTRACT);
         graphics.setBlendFunction(GL_CONSTANT_COLOR, GL_ONE, GL_ONE, GL_CONSTANT_COLOR);
@@ -49,14 +57,10 @@ Comparison paint(int width, int height, Blend blend, const std::vector<Layer>& l
     }
     glClearColor(cleared[0], cleared[1], cleared[2], cleared[3]);
     glClear(GL_COLOR_BUFFER_BIT);
-    for (const Layer& layer : layers)
-        layer.draw(graphics);
-
+    draw(graphics);
     return compare(headless::readFramebuffer(width, height), [&](int x, int y) {
-        const Point point = {x + 0.5, height - y - 0.5, (x + 0.5) / width, (y + 0.5) / height};
         Color color = cleared;
-        for (const Layer& layer : layers) {
-            const Color source = layer.color(point);
+        for (const Color& source : colorsAt({x + 0.5, height - y - 0.5, (x + 0.5) / width, (y + 0.5) / height})) {
             if (source.size() == 0) continue;
             color = blended(blend, source, color).apply([](double c) { return std::clamp(c, 0.0, 1.0); });
         }
@@ -69,86 +73,64 @@ Comparison gradient(int width, int height, Blend blend, float x, float y, float 
     const auto draw = [&](VectorGraphicRenderer& graphics) {
         graphics.renderRadialGradient(x, y, begin, floats(beginColor).data(), end, floats(endColor).data());
     };
-    const auto color = [&](const Point& p) {
+    return paint(width, height, blend, draw, [&](const Point& p) -> std::vector<Color> {
         const double way = std::hypot(p.x - x, p.y - y) - begin;
-        return mix(beginColor, endColor, std::clamp(way / (end - begin), 0.0, 1.0));
-    };
-    return paint(width, height, blend, {{draw, color}});
+        return {mix(beginColor, endColor, std::clamp(way / (end - begin), 0.0, 1.0))};
+    });
 }
 
-/// In one colour, or in a bitmap's with the alpha of that colour.
-Layer disc(float x, float y, float radius, const Color& color, const Texture* bitmap) {
-    const auto draw = [=](VectorGraphicRenderer& graphics) {
-        if (bitmap)
-            graphics.renderBitmapCircle(x, y, 2.0F * radius, floats(color).data(), bitmap->name);
-        else
-            graphics.renderCircle(x, y, radius, floats(color).data());
-    };
-    const auto colorAt = [=](const Point& p) -> Color {
-        const double distance = std::hypot(p.x - x, p.y - y) - radius;
-        if (std::fabs(distance) < 0.3) return Color(open, 4); // drivers may round the very edge either way
-        if (distance > 0.0) return {};
-        return bitmap ? withAlpha(bitmap->texels.sample(p.u, p.v), color[3]) : color;
-    };
-    return {draw, colorAt};
-}
-
-/// In place of a rotation code: a rectangle that is not to be turned.
-constexpr int plain = 99;
-
-/// A plain or turned rectangle of 17 pixels in height, with a mask or without.
-Layer rectangle(float x, float y, float width, int rotation, const Texture& bitmap, const Texture* mask) {
-    constexpr float height = 17.0F;
-    const auto draw = [=, texture = bitmap.name](VectorGraphicRenderer& graphics) {
-        if (mask && rotation != plain)
-            graphics.renderRotatedAlphaMaskedBitmapRectangle(x, y, width, height, texture, rotation, mask->name);
-        else if (mask)
-            graphics.renderAlphaMaskedBitmapRectangle(x, y, width, height, texture, mask->name);
-        else if (rotation != plain)
-            graphics.renderRotatedBitmapRectangle(x, y, width, height, texture, rotation);
-        else
-            graphics.renderBitmapRectangle(x, y, width, height, texture);
-    };
-    const auto color = [=, &bitmap](const Point& p) -> Color {
-        const double sx = (p.x - x) / width;
-        const double sy = 1.0 - (p.y - y) / height;
-        if (sx < 0.0 || sx > 1.0 || sy < 0.0 || sy > 1.0) return {};
-        // Where each rotation code looks into the bitmap; any other code stands for 0.
-        const double u[6] = {sx, 1.0 - sy, 1.0 - sx, sy, sx, 1.0 - sx};
-        const double v[6] = {sy, sx, 1.0 - sy, 1.0 - sx, 1.0 - sy, sy};
-        const int code = rotation >= 0 && rotation < 6 ? rotation : 0;
-        const Color texel = bitmap.texels.sample(u[code], v[code]);
-        return mask ? withAlpha(texel, mask->texels.sample(p.u, p.v)[0]) : texel;
-    };
-    return {draw, color};
-}
-
-Field randomBytes(int width, int height, unsigned seed) {
-    return randomField(width, height, 4, 0.0, 1.0, 255.0, seed);
-}
-
+/// Discs in one colour, and in a bitmap's with the alpha of that colour.
 Comparison discs(int width, int height, Blend blend) {
-    const Texture exact(GL_RGBA8, randomBytes(width, height, 5));
-    const Texture coarse(GL_RGBA8, randomBytes(6, 5, 6));
-    return paint(width, height, blend,
-                 {disc(40.5F, 25.25F, 25.0F, gold, nullptr), disc(60.0F, 55.0F, 18.5F, green, &coarse),
-                  disc(2.0F, 50.0F, 31.0F, blue, &exact), disc(20.0F, 3.0F, 12.0F, blue, nullptr)});
+    const Field exact = noiseTexture(GL_RGBA8, width, height);
+    const Field coarse = noiseTexture(GL_RGBA8, 6, 5);
+    const auto draw = [&](VectorGraphicRenderer& graphics) {
+        graphics.renderCircle(40.5F, 25.25F, 25.0F, floats(gold).data());
+        graphics.renderBitmapCircle(60.0F, 55.0F, 37.0F, floats(gold).data(), coarse.texture);
+        graphics.renderBitmapCircle(2.0F, 50.0F, 62.0F, floats(blue).data(), exact.texture);
+        graphics.renderCircle(20.0F, 3.0F, 12.0F, floats(blue).data());
+    };
+    return paint(width, height, blend, draw, [&](const Point& p) -> std::vector<Color> {
+        const auto disc = [&](double x, double y, double radius, const Color& color) -> Color {
+            const double distance = std::hypot(p.x - x, p.y - y) - radius;
+            if (std::fabs(distance) < 0.3) return Color(open, 4); // drivers may round the very edge either way
+            return distance < 0.0 ? color : Color();
+        };
+        return {disc(40.5, 25.25, 25.0, gold), disc(60.0, 55.0, 18.5, withAlpha(sample(coarse, p.u, p.v), gold[3])),
+                disc(2.0, 50.0, 31.0, withAlpha(sample(exact, p.u, p.v), blue[3])), disc(20.0, 3.0, 12.0, blue)};
+    });
 }
 
 /// Every rotation code and two unknown ones, without a mask and with it, and a plain rectangle after each.
 Comparison rotations(Blend blend) {
-    const Texture bitmap(GL_RGBA8, randomBytes(5, 4, 3));
-    const Texture mask(GL_RGBA8, randomBytes(7, 3, 4));
-    std::vector<Layer> layers;
-    float y = 1.25F; // a quarter of a pixel keeps edges clear of pixel centres
-    for (const int rotation : {0, 1, 2, 3, 4, 5, 6, -1}) {
-        layers.push_back(rectangle(2.25F, y, 37.0F, rotation, bitmap, nullptr));
-        layers.push_back(rectangle(41.25F, y, 37.0F, plain, bitmap, &mask));
-        layers.push_back(rectangle(80.25F, y, 37.0F, rotation, bitmap, &mask));
-        layers.push_back(rectangle(119.25F, y, 37.0F, plain, bitmap, nullptr));
-        y += 18.5F;
-    }
-    return paint(150, 150, blend, layers);
+    constexpr int codes[] = {0, 1, 2, 3, 4, 5, 6, -1};
+    constexpr float width = 37.0F, height = 17.0F;
+    // A quarter of a pixel keeps edges clear of pixel centres.
+    const auto left = [](int column) { return 2.25F + 39.0F * static_cast<float>(column); };
+    const auto top = [](int row) { return 1.25F + 18.5F * static_cast<float>(row); };
+    const Field bitmap = noiseTexture(GL_RGBA8, 5, 4);
+    const Field mask = noiseTexture(GL_RGBA8, 7, 3);
+    const auto draw = [&](VectorGraphicRenderer& graphics) {
+        const auto picture = static_cast<int>(bitmap.texture), alpha = static_cast<int>(mask.texture);
+        for (int row = 0; row < 8; ++row) {
+            const float y = top(row);
+            graphics.renderRotatedBitmapRectangle(left(0), y, width, height, bitmap.texture, codes[row]);
+            graphics.renderAlphaMaskedBitmapRectangle(left(1), y, width, height, picture, alpha);
+            graphics.renderRotatedAlphaMaskedBitmapRectangle(left(2), y, width, height, picture, codes[row], alpha);
+            graphics.renderBitmapRectangle(left(3), y, width, height, bitmap.texture);
+        }
+    };
+    return paint(158, 149, blend, draw, [&](const Point& p) -> std::vector<Color> {
+        const int column = static_cast<int>((p.x - 2.25) / 39.0), row = static_cast<int>((p.y - 1.25) / 18.5);
+        const double x = (p.x - left(column)) / width, y = 1.0 - (p.y - top(row)) / height;
+        if (x < 0.0 || x > 1.0 || y < 0.0 || y > 1.0) return {};
+        // Where each rotation code looks into the bitmap; any other code stands for 0.
+        const double u[6] = {x, 1.0 - y, 1.0 - x, y, x, 1.0 - x};
+        const double v[6] = {y, x, 1.0 - y, 1.0 - x, 1.0 - y, y};
+        const int code = column % 2 == 0 && row < 6 ? codes[row] : 0;
+        const Color texel = sample(bitmap, u[code], v[code]);
+        const bool masked = column == 1 || column == 2;
+        return {masked ? withAlpha(texel, sample(mask, p.u, p.v)[0]) : texel};
+    });
 }
 
 // Drivers may blend, and weigh texels, in 8 bits.
