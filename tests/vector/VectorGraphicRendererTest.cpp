@@ -9,11 +9,13 @@ namespace {
 
 class VectorGraphicRendererTest : public CallsTest {
   protected:
+    VectorGraphicRendererTest() { graphics.init(); }
+
     VectorGraphicRenderer graphics;
     float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
     float other[4] = {0.0F, 0.5F, 0.0F, 0.5F};
 
-    const std::function<void()> drawingCalls[7] = {
+    const std::function<void()> draws[7] = {
         [&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
         [&] { graphics.renderCircle(40.0F, 30.0F, 12.0F, color); },
         [&] { graphics.renderBitmapCircle(40.0F, 30.0F, 12.0F, color, 7); },
@@ -24,7 +26,6 @@ class VectorGraphicRendererTest : public CallsTest {
 };
 
 TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
-    graphics.init();
     const std::string gradient = R"(glUseProgram 1; matrixMVP 1; referencePosition 40 30; gradientBegin 5
         gradientBeginColor 1 0.5 0.25 1; gradientEnd 25.5; gradientEndColor 0 0.5 0 0.5; quad;)";
     const std::string point = "; Enable vertices; Pointer vertices 3 12; glDrawArrays POINTS 0 1;";
@@ -40,7 +41,7 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
     const std::string steps[7] = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
     const auto expectDraws = [&](const std::string& blend) {
         for (size_t i = 0; i < 7; ++i) {
-            expectCalls(drawingCalls[i],
+            expectCalls(draws[i],
                         "glViewport 0 0 97 61; glEnable BLEND;" + blend + steps[i] + "glUseProgram 0; glDisable BLEND");
         }
     };
@@ -57,23 +58,16 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
             graphics.rotateTexture(2);
         },
         "");
-    const std::string blend = R"(glBlendEquation 0x8008; glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0
-        glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)";
-    expectDraws(blend);
-    expectCalls([&] { graphics.setBlend(); }, blend);
+    expectDraws(R"(glBlendEquation 0x8008; glBlendFuncSeparate 0x1 SRC_COLOR DST_COLOR 0x0
+        glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)");
 }
 
 TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
-    graphics.init();
     for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}, {97, 61}}) {
-        for (const auto& draw : drawingCalls)
+        for (const auto& draw : draws)
             expectCalls(draw, "");
         graphics.setScreenSize(w, h);
     }
-    graphics.GLContextDestroyed();
-    context.recreate();
-    graphics.init();
-    EXPECT_FALSE(glRecorder().record(drawingCalls[0]).empty()) << "the size outlives the context";
 }
 
 TEST_F(VectorGraphicRendererTest, UnknownCodesKeepTheRotation) {
