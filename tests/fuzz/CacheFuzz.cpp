@@ -22,38 +22,23 @@ constexpr char vertexSource[] = "#version 300 es\nvoid main() { gl_Position = ve
 constexpr char fragmentSource[] =
     "#version 300 es\nprecision highp float;\nout vec4 color;\nvoid main() { color = vec4(1.0); }";
 
-/// What the stand-in of glProgramBinary does.
-struct Driver {
-    bool accepts = false;
-    GLuint accepted = 0;    ///< the program that counts as linked
-    std::string handedOver; ///< the binary it got, read whole
-} driver;
-
+bool accepts;           ///< what the stand-in of glProgramBinary does
+GLuint accepted;        ///< the program that counts as linked
+std::string handedOver; ///< the binary that it got, read whole
 std::string folder;
-
-std::string fileContent(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-GLint valueOf(GLuint program, GLenum name) {
-    GLint value = 0;
-    glGetProgramiv(program, name, &value);
-    return value;
-}
 
 } // namespace
 
 extern "C" {
 void glProgramBinary(GLuint program, GLenum /*format*/, const void* binary, GLsizei length) {
-    driver.handedOver.assign(static_cast<const char*>(binary), static_cast<size_t>(length));
-    if (driver.accepts) driver.accepted = program;
+    handedOver.assign(static_cast<const char*>(binary), static_cast<size_t>(length));
+    if (accepts) accepted = program;
 }
 
 void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
     static const auto real = reinterpret_cast<decltype(&glGetProgramiv)>(dlsym(RTLD_NEXT, "glGetProgramiv"));
     real(program, name, value);
-    if (name == GL_LINK_STATUS && program != 0 && program == driver.accepted) *value = GL_TRUE;
+    if (name == GL_LINK_STATUS && program != 0 && program == accepted) *value = GL_TRUE;
 }
 
 int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
@@ -69,22 +54,26 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 /// One byte tells what the driver does, the others are the file.
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzedDataProvider bytes(data, size);
-    driver = {};
-    driver.accepts = bytes.ConsumeBool();
+    accepts = bytes.ConsumeBool();
+    accepted = 0;
+    handedOver.clear();
     const std::string content = bytes.ConsumeRemainingBytesAsString();
     const std::string path = folder + "/Program.dat";
     std::ofstream(path, std::ios::binary) << content;
 
     const GLuint program = createProgram(vertexSource, fragmentSource, "Program");
-    require(valueOf(program, GL_LINK_STATUS) == GL_TRUE, "a program whatever the file holds");
-    require(driver.handedOver == content, "the driver gets the whole file and nothing else");
-    if (driver.accepts) {
-        require(program == driver.accepted, "an accepted binary is used");
-        require(fileContent(path) == content, "the file of an accepted binary stays");
-    } else {
-        const auto length = static_cast<size_t>(valueOf(program, GL_PROGRAM_BINARY_LENGTH));
-        require(fileContent(path).size() == length, "a rejected file is replaced by the new binary");
-    }
+    GLint isLinked = 0;
+    glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
+    require(isLinked == GL_TRUE, "a program whatever the file holds");
+    require(handedOver == content, "the driver gets the whole file and nothing else");
+    require(accepted == (accepts ? program : 0), "an accepted binary is used");
+
+    std::ifstream stream(path, std::ios::binary);
+    const std::string after(std::istreambuf_iterator<char>(stream), {});
+    GLint length = 0;
+    glGetProgramiv(program, GL_PROGRAM_BINARY_LENGTH, &length);
+    require(accepts ? after == content : after.size() == static_cast<size_t>(length),
+            "an accepted file stays, a rejected one is replaced by the new binary");
     glDeleteProgram(program);
     for (GLuint name = 1; name <= program; ++name)
         require(!glIsProgram(name), "no program is left");
