@@ -23,13 +23,11 @@ public class RipplesTest {
         context.close();
     }
 
-    /** Red above green; the first row is the top, as of a bitmap. */
-    private int createPicture() {
-        return context.createTexture(HeadlessContext.GL_RGBA8, 1, 2, new float[] {1, 0, 0, 1, 0, 1, 0, 1});
-    }
-
     private float[] drawNewSurface() {
-        ripples.contextCreated(createPicture());
+        // Red above green; the first row is the top, as of a bitmap.
+        ripples.contextCreated(
+                context.createTexture(HeadlessContext.GL_RGBA8, 1, 2, new float[] {1, 0, 0, 1, 0, 1, 0, 1}));
+        ripples.touchDown(10, 10); // before there is a surface: ignored
         ripples.sizeChanged(WIDTH, HEIGHT);
         return draw(0);
     }
@@ -50,12 +48,8 @@ public class RipplesTest {
     }
 
     @Test
-    public void stillWaterShowsThePictureUpright() {
+    public void touchesRippleAPictureThatIsUpright() {
         assertArrayEquals("the lower left corner", new float[] {0, 1, 0, 1}, Arrays.copyOf(still, 4), 1.01f / 255);
-    }
-
-    @Test
-    public void touchesRippleAndDoNotJumpAfterAPause() {
         ripples.touchDown(48, 32);
         final float[] drop = draw(0);
         assertFalse(Arrays.equals(still, drop));
@@ -65,27 +59,16 @@ public class RipplesTest {
         final float[] afterAnHour = draw(3600 * SECOND);
         assertFalse("the water moves on", Arrays.equals(line, afterAnHour));
         assertArrayEquals("and has no time to make up for", afterAnHour, draw(3600 * SECOND), 0);
+        for (int loss = 0; loss < 3; loss++) {
+            context.recreate();
+            assertArrayEquals(still, drawNewSurface(), 0);
+            ripples.touchDown(48, 32);
+            assertArrayEquals(drop, draw(0), 0);
+        }
     }
 
     @Test
     public void wavesAreAsFastOnEveryDisplay() {
-        final float[] at60Hz = dropAt(60);
-        assertFalse(Arrays.equals(still, at60Hz));
-        assertArrayEquals(at60Hz, dropAt(120), 0);
-    }
-
-    @Test
-    public void everyLossOfTheContextIsSurvived() {
-        ripples.touchDown(48, 32);
-        final float[] drop = draw(0);
-        for (int loss = 0; loss < 3; loss++) {
-            context.recreate();
-            ripples.contextCreated(createPicture());
-            ripples.touchDown(10, 10); // before there is a surface: ignored
-            ripples.sizeChanged(WIDTH, HEIGHT);
-            assertArrayEquals(still, draw(SECOND), 0);
-            ripples.touchDown(48, 32);
-            assertArrayEquals(drop, draw(SECOND), 0);
-        }
+        assertArrayEquals(dropAt(60), dropAt(120), 0);
     }
 }
