@@ -1,6 +1,7 @@
 #include "bench/plain/CometMesh.h"
 #include "effects/comet/CometRenderer.h"
 #include "tests/support/CallsTest.h"
+#include "tests/support/FailingMalloc.h"
 #include "tests/support/TestPeer.h"
 
 #include <cfloat>
@@ -10,8 +11,6 @@
 #include <random>
 
 namespace {
-
-using testing::ElementsAre;
 
 class CometTest : public CallsTest {
   protected:
@@ -119,7 +118,7 @@ TEST_F(CometTest, MeshTopology) {
     for (int quad = 0; quad < 200; ++quad, indices += 6) {
         const int a = quad + quad / 100; // a row has a vertex more than quads
         const int b = a + 101;
-        EXPECT_THAT(std::vector<int>(indices, indices + 6), ElementsAre(b, a + 1, a, b, b + 1, a + 1));
+        EXPECT_THAT(std::vector<int>(indices, indices + 6), testing::ElementsAre(b, a + 1, a, b, b + 1, a + 1));
     }
 }
 
@@ -147,9 +146,14 @@ TEST_F(CometTest, Frame) {
                                                  "glUseProgram 0; glDisable BLEND");
     comets.push(1.0F, 1.0F, -1);
     expectCalls([&] { comets.render(0.5); }, ""); // hidden
-    CometRenderer unready;
-    unready.push(500.0F, 900.0F, 0);
-    expectCalls([&] { unready.render(0.5); }, "");
+    for (int refused = 0; refused < 6; ++refused) {
+        CometRenderer incomplete;
+        incomplete.push(500.0F, 900.0F, 0);
+        failingMalloc(refused);
+        incomplete.init();
+        EXPECT_TRUE(failingMalloc(-1)) << refused;
+        expectCalls([&] { incomplete.render(0.5); }, ""); // without one of its arrays
+    }
 }
 
 } // namespace
