@@ -74,7 +74,7 @@ TEST(Matrix, PutsPointsWhereItsBuilderSays) {
              {3, -1.5F, 3},
              {1, -1, 1}},
             // 0.01745328 radians to the degree, not the nearest float to pi / 180: 90 degrees fall short by 1.2e-6.
-            {"RotationY", built(&Matrix::RotationY, 90), {1, 5, 0}, {1.15e-6F, 5, 1}},
+            {"RotationY", built(&Matrix::RotationY, 90), {1, 5, 0.5F}, {1.15e-6F - 0.5F, 5, 1.0000006F}},
         };
         for (const auto& [name, matrix, from, to, tolerance] : landings)
             EXPECT_THAT(transformed(matrix, from), Pointwise(FloatNear(tolerance), to)) << name << " " << right;
