@@ -10,24 +10,22 @@
 
 namespace tidalume::headless {
 
-using namespace std::string_literals;
 using namespace testing;
 
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
-    context.resize(2, 2);
+    context.resize(1, 2);
     EXPECT_THROW(context.resize(1000000, 10), Error) << "and stays as it was";
     HeadlessContext(3, 3).makeCurrent();
     context.makeCurrent();
     glClearColor(0, 0, 1, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_SCISSOR_TEST);
-    glScissor(1, 0, 1, 1);
+    glScissor(0, 0, 1, 1);
     glClearColor(1, 0, 0, 0.25F);
     glClear(GL_COLOR_BUFFER_BIT);
-    const int redBelowRight[] = {0, 0, 255, 255, 0, 0, 255, 255, 0, 0, 255, 255, 255, 0, 0, 255};
-    EXPECT_THAT(framebufferPicture(2, 2).rgba, ElementsAreArray(redBelowRight));
+    EXPECT_THAT(framebufferPicture(1, 2).rgba, ElementsAre(0, 0, 255, 255, 255, 0, 0, 255)) << "red below blue";
 
     const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
     context.recreate();
@@ -75,7 +73,7 @@ Picture pattern(int width, int height, int shade = 0) {
 
 using PictureFile = gallery::ProgramTest;
 
-/// 64 x 48 pixels in which red grows to the right and green downwards.
+/// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.
 const char jpeg[] = TIDALUME_SOURCE_DIR "/tests/headless/gradient.jpg";
 
 TEST_F(PictureFile, PngKeepsEveryByte) {
@@ -107,11 +105,7 @@ TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
 TEST_F(PictureFile, JpegIsTurnedUpright) {
     const char* const topLeft[] = {"", "LT", "RT", "RB", "LB", "LT", "LB", "RB", "RT"};
     for (int orientation = 1; orientation <= 8; ++orientation) {
-        // A big-endian EXIF block whose one directory holds the tag Orientation (0x0112, SHORT, count 1).
-        const std::string exif = "\xFF\xE1\0\x22"
-                                 "Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0"s +
-                                 static_cast<char>(orientation) + "\0\0\0\0\0\0"s;
-        write("turned", load(jpeg).insert(2, exif));
+        write("turned", load(jpeg).replace(31, 1, 1, static_cast<char>(orientation)));
         const Picture read = readPicture(path("turned"));
         EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << orientation;
         EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << orientation;
@@ -129,7 +123,7 @@ TEST_F(PictureFile, DamagedFilesAreRefusedOrRead) {
         const std::string sample = load(name);
         write("cut", sample.substr(0, sample.size() / 2));
         EXPECT_THROW(picture("cut"), Error) << name;
-        for (std::size_t i = 0; i < sample.size(); i += 7) {
+        for (std::size_t i = 0; i < sample.size(); i += 8) {
             std::string damaged = sample;
             damaged[i] ^= 0xFF;
             std::filesystem::remove(path("damaged")); // some file systems wait for the disk when a file is overwritten
