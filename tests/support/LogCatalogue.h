@@ -12,7 +12,7 @@ inline bool isInCatalogue(const LogLine& line) {
         R"(6 (\w+): \1 Shader Init : (?!0\.00)\d{1,5}\.\d{6} ms|)"
         R"(2 ShallowWater: addDrop center\[\S+,\S+\] radius\[\S+\] strength\[\S+\]|)"
         R"(6 EGLUtils: after .+\(\) glError \(0x[0-9a-f]+\)( GL_[A-Z_]+)?\n|)"
-        R"(6 EGLUtils: Could not (compile shader (35633|35632)|link program):\n[\s\S]*\n)");
+        R"(6 EGLUtils: Could not (compile shader (35633|35632)|link program):\n[\s\S]+\n)");
     std::ostringstream text;
     text << line;
     return std::regex_match(text.str(), catalogue);
