@@ -61,14 +61,14 @@ export class View {
 
   /** Also while no time passes, what is new is shown, by one step. */
   advance(seconds) {
-    this.#fitCanvas();
+    const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in the canvas's pixels
+    if (!isTouched) this.#fitCanvas();
     if (seconds === 0) this.clock.restart();
     if (!this.stage.advance(this.scene, seconds === 0 && this.isStale ? step : seconds)) return;
     this.isStale = false;
     const milliseconds = this.clock.tick();
     if (milliseconds === null) return;
     this.#showTime(milliseconds.toFixed(1));
-    const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in pixels
     if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
   }
 
