@@ -27,8 +27,7 @@ TEST_P(PictureTest, MatchesFormula) {
                                                   << "); tolerance: " << GetParam().tolerance.reason;
 }
 
-INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures()),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures()), PrintToStringParamName());
 
 } // namespace
 } // namespace tidalume::pictures
