@@ -184,22 +184,24 @@ TEST_F(WaterTest, PondTimeAndALossOfTheContext) {
     EXPECT_EQ(state(), before);
 }
 
-/// Neither a NaN nor an infinity may come into a height field.
+/// No disturbance may bring a NaN or an infinity into a height field, nor does one without a radius draw.
 TEST_F(WaterTest, IgnoresDisturbancesThatAreNoNumbers) {
-    const float nan = std::nanf("");
-    const float infinity = std::numeric_limits<float>::infinity();
-    float nowhere[2] = {20.0F, infinity};
-    expectCalls(
-        [&] {
-            painted.addDropLine(a, nowhere, 10, 0.5F, 1);
-            painted.addHorizontalWave(30, 10, 0.5F, nan, 2, 1);
-            water.addDrop(a, infinity, 0.5F, 1);
-            water.addDropLine(nowhere, b, 10, 0.5F, 1);
-            water.addHorizontalWave(30, 10, 0.5F, 7, 2, nan);
-            pond.addDrop(nowhere, 10, 0.5F);
-            pond.addDropLine(a, b, 0, 0.5F); // nor what a radius of 0 divides
-        },
-        "");
+    const int readers[8] = {7, 5, 3, 3, 7, 7, 5, 2}; // how many of all seven disturbances read argument i
+    for (size_t i = 0; i < 8; ++i) {
+        for (const float bad : {std::nanf(""), i == 4 ? 0.0F : std::numeric_limits<float>::infinity()}) {
+            float c[8] = {20.0F, 30.0F, 40.0F, 35.0F, 10.0F, 0.5F, 0.5F, 0.5F};
+            c[i] = bad;
+            glRecorder().counts.clear();
+            painted.addDropLine(c, c + 2, c[4], c[5], c[6]);
+            painted.addHorizontalWave(c[0], c[4], c[5], c[6], c[7], c[6]);
+            water.addDrop(c, c[4], c[5], c[6]);
+            water.addDropLine(c, c + 2, c[4], c[5], c[6]);
+            water.addHorizontalWave(c[0], c[4], c[5], c[6], c[7], c[6]);
+            pond.addDrop(c, c[4], c[5]);
+            pond.addDropLine(c, c + 2, c[4], c[5]);
+            EXPECT_EQ(glRecorder().counts["glDrawArrays"], 7 - readers[i]) << bad << " as argument " << i;
+        }
+    }
     log.take();
 }
 
