@@ -175,31 +175,25 @@ public final class PictureTest {
             assertPixel(new float[] {0.5f, 0.5f, 0, 0.75f}, 20, 47);
             assertEquals("BBBBBBBBBBBB" + "BBWBBBWWBBRB" + "BRGBBBGGBBGW"
                     + "BBBBBBBBBBBB" + "BGGGBBBBRRRB" + "BBBBBBRRBBBB", colors());
-
+        });
+        drawInThreeContexts(new VectorGraphicRenderer(), graphics -> {
             context.clear(0.8f, 0.8f, 0.8f, 1);
             graphics.setBlendEquation(EQUATION_REVERSE_SUBTRACT);
             graphics.setBlendFunction(FACTOR_CONSTANT_COLOR, FACTOR_ONE, FACTOR_CONSTANT_ALPHA, FACTOR_ZERO);
             graphics.setBlendColor(0.2f, 0.4f, 0.6f, 0.9f);
             graphics.renderCircle(70, 20, 10, WHITE);
             assertPixel(new float[] {0.6f, 0.4f, 0.2f, 0}, 70, 20);
-            graphics.setBlendEquation(EQUATION_ADD); // it outlives the context
-            graphics.setBlendFunction(
-                    FACTOR_SRC_ALPHA, FACTOR_ONE_MINUS_SRC_ALPHA, FACTOR_SRC_ALPHA, FACTOR_ONE_MINUS_SRC_ALPHA);
         });
     }
 
     @Test
-    public void heights() throws Exception {
+    public void heightsOfWater() throws Exception {
         drawInThreeContexts(new IntensityMapBuilder(), heights -> {
             heights.addDropLine(A, B, 8, 0.5f, 1);
             heights.addHorizontalWave(40, 6, 0.25f, 9, 1, 0.5f);
             assertEquals(0.5f, height(heights.getTexture(), 40, 10), HALF_FLOAT_STEP);
             assertEquals("a quarter of a period is downwards", 0.25f, height(heights.getTexture(), 24, 48), 0.02f);
         });
-    }
-
-    @Test
-    public void ripples() throws Exception {
         drawInThreeContexts(new ShallowWaterIterative(), water -> {
             water.addDrop(A, 8, 1, 1);
             water.addDropLine(A, B, 8, 0.25f, 0.5f);
@@ -212,10 +206,6 @@ public final class PictureTest {
             water.update();
             assertNotEquals("an odd number of passes", before, water.getTexture());
         });
-    }
-
-    @Test
-    public void pond() throws Exception {
         drawInThreeContexts(new ShallowWater(), pond -> {
             pond.addDrop(A, 16, 0.5f);
             // The strength squared and half the radius, from the bottom.
@@ -230,21 +220,18 @@ public final class PictureTest {
         });
     }
 
-    /** A plane 266 pixels high, whose normal moves a picture by 62 pixels along y. */
     @Test
     public void normalsAndRefraction() throws Exception {
-        final float[] slope = new float[WIDTH * HEIGHT];
-        for (int i = 0; i < slope.length; i++) {
-            slope[i] = i % WIDTH / 64f;
-        }
         final float[] tilted = {0.146447f, 0.5f, 0.853553f, 1};
         drawInThreeContexts(new NormalMapBuilder(), normals -> {
             normals.setHeightMax(64);
-            normals.build(context.createTexture(HeadlessContext.GL_R16F, WIDTH, HEIGHT, slope));
-            final float[] normal = pixel(context.readTexture(normals.getTexture(), WIDTH, HEIGHT), 80, 30);
+            // A step in the middle, which is a slope of 1 between the columns beside it.
+            normals.build(context.createTexture(HeadlessContext.GL_R16F, 2, 1, new float[] {0, 2 / 64f}));
+            final float[] normal = pixel(context.readTexture(normals.getTexture(), WIDTH, HEIGHT), 48, 30);
             assertArrayEquals(tilted, normal, HALF_FLOAT_STEP);
         });
         drawInThreeContexts(new ShallowWaterRenderer(), renderer -> {
+            // A plane 266 pixels high, whose normal moves a picture by 62 pixels along y.
             final int height = context.createTexture(HeadlessContext.GL_R16F, 1, 1, new float[] {1});
             final int normal = context.createTexture(HeadlessContext.GL_RGBA16F, 1, 1, tilted);
             renderer.setTexture(createQuarters());
