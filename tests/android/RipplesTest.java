@@ -4,8 +4,7 @@ import static org.junit.Assert.*;
 
 import com.vyn.effect.tidalume.headless.HeadlessContext;
 import java.util.Arrays;
-import org.junit.After;
-import org.junit.Test;
+import org.junit.*;
 
 /** The sample application's drawing, driven as its activity drives it. */
 public class RipplesTest {

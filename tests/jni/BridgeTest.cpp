@@ -83,21 +83,12 @@ TEST_F(BridgeTest, AnyNonZeroByteSwitchesASettingOn) {
 }
 
 TEST_F(BridgeTest, ADirectoryFitsWholeOrIsIgnored) {
-    const auto set = [&](const char* directory) {
-        NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(const_cast<char*>(directory)));
-        return std::exchange(asked, "");
-    };
-    const std::string longest(1023, 'x');
-    const std::string tooLong(1024, 'y');
-    EXPECT_EQ(set(longest.c_str()), "pin, release, ");
-    EXPECT_EQ(set(tooLong.c_str()), "pin, release, ");
+    std::string longest(1023, 'x');
+    std::string tooLong(1024, 'y');
+    for (char* directory : {longest.data(), tooLong.data(), static_cast<char*>(nullptr)})
+        NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(directory));
     EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
-    const char* shorter = "/shorter/";
-    set(shorter);
-    EXPECT_EQ(set(nullptr), "");
-    unpinnable = longest.c_str();
-    EXPECT_EQ(set(longest.c_str()), "pin, ");
-    EXPECT_STREQ(GlobalProperty::ROOT_DIR, shorter);
+    EXPECT_EQ(std::exchange(asked, ""), "pin, release, pin, release, ");
 }
 
 /// Arrays are pinned in parameter order up to one that is null or fails, since its exception may be pending, and
