@@ -86,6 +86,8 @@ test('a link says all settings of its scene, whatever the tab has shown before',
     [() => follow('#particles&radius=lots&colour=3&quality=1e9'), '#particles&quality=6', { radius: '50' }],
     [() => page.click('#reset'), '#particles', { quality: '2' }],
     [() => follow('#comet&blend=1.4'), '#comet&blend=1', { blend: '1' }],
+    [() => page.click('#back'), '', {}],
+    [() => page.click('[href^="#comet"]'), '#comet&blend=1', { blend: '1' }],
   ];
   for (const [action, hash, values] of steps) {
     await action();
