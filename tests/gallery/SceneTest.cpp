@@ -152,6 +152,48 @@ TEST_P(EveryScene, ShowsEverySetting) {
     }
 }
 
+class Metaballs : public testing::Test {
+  protected:
+    static Player start() {
+        Player player(sceneTable()[3], 1);
+        player.setUp(width, height, {});
+        return player;
+    }
+
+    const headless::HeadlessContext context{width, height};
+};
+
+// A display's frames come a little early or late; a slow machine's come much too late.
+TEST_F(Metaballs, StepsFollowTime) {
+    for (const double rate : {50.0, 144.0}) {
+        Player player = start();
+        int steps = 0;
+        for (int i = 0; i < 2 * rate; ++i)
+            steps += player.advance(1 / rate);
+        EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
+    }
+    Player player = start();
+    const double step = Player::step;
+    std::vector<int> steps;
+    for (const double seconds :
+         {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})
+        steps.push_back(player.advance(seconds));
+    EXPECT_THAT(steps, testing::ElementsAre(1, 1, 1, 1, 1, 1, 0, 1, 2, 1));
+}
+
+TEST_F(Metaballs, TheFirstTouchEndsTheDemonstration) {
+    const auto picture = [](int touchedAt, int frames) {
+        Player player = start();
+        for (int frame = 0; frame < frames; ++frame) {
+            if (frame == touchedAt) player.touch({0, 0, TouchAction::Up, 9});
+            player.drawStep();
+        }
+        return headless::framebufferPicture(width, height).rgba;
+    };
+    EXPECT_NE(picture(0, 60), picture(60, 60));
+    EXPECT_EQ(picture(0, 100), picture(60, 100)) << "the demonstration's finger is lifted";
+}
+
 // Columns are opaque and half transparent by turns, in colours that lie side by side: the middle is kept, and the ends
 // are cut.
 TEST(Background, CoverFitCutsTheEndsAveragesAndLaysOverBlack) {
