@@ -128,7 +128,7 @@ TEST_F(CometTest, Frame) {
     comets.setScreenSize(1080, 1920);
     expectCalls([&] { comets.render(0.5); }, ""); // before the first push
     comets.push(500.0F, 900.0F, 0);
-    const std::vector<const char*> values = {"t0", "radius"};
+    const std::string values = "t0|radius";
     expectCalls([&] { comets.render(0.1); }, "t0 0.1; t0 0.0618034; radius 43.0634", values);
     expectCalls([&] { comets.render(0.8); }, "t0 0.8; t0 0.117557; radius 18.4709; t0 0.4; radius 18", values);
     const std::string beforeTails = R"(

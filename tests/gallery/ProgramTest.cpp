@@ -1,29 +1,54 @@
-#include "tests/gallery/ProgramTest.h"
-
 #include "gallery/SceneTable.h"
+#include "headless/PictureFile.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <numeric>
+#include <sys/wait.h>
 
 namespace tidalume::gallery {
 
 namespace {
 
-/// The viewer's window is on the display that the environment names.
-class Programs : public ProgramTest {
+using headless::readPicture;
+
+/// The programs run in a folder of the test's own. The viewer's window is on the display that the environment names.
+class Programs : public testing::Test {
   protected:
+    /// Runs a command line of the shell and leaves its standard output and error in the file "output".
+    /// @return its status
+    static int run(const std::string& command) {
+        return WEXITSTATUS(std::system(("exec >output 2>&1; " + command).c_str()));
+    }
+
+    static void runsWell(const std::string& command) {
+        ASSERT_EQ(run(command), 0) << command << ": " << fileContent("output");
+    }
+
+    /// The command says why it does nothing, in one line, and ends with status 2.
+    static void isRefused(const std::string& command, const std::string& reason) {
+        EXPECT_EQ(run(command), 2) << command;
+        const std::string output = fileContent("output");
+        EXPECT_THAT(output, testing::HasSubstr(reason)) << command;
+        EXPECT_EQ(output.find('\n') + 1, output.size()) << "one line: " << output;
+    }
+
     static std::string gallery(const std::string& options) { return GALLERY_PROGRAM " --size 97x161 " + options; }
 
     /// Plays a script.
-    std::string viewer(const std::string& script, const std::string& options = "--scene metaballs") const {
-        write("script", script);
+    static std::string viewer(const std::string& script, const std::string& options = "--scene metaballs") {
+        writeFile("script", script);
         return "timeout 300 " VIEWER_PROGRAM " --size 97x161 --script script " + options;
     }
 
     /// The last frame of a scene.
-    Picture headlessPicture(const std::string& scene, int frames, const std::string& options = "") const {
+    static Picture headlessPicture(const std::string& scene, int frames, const std::string& options = "") {
         runsWell(gallery("--out drawn --scene " + scene + " --frames " + std::to_string(frames) + options));
-        return picture("drawn/" + scene + ".png");
+        return readPicture("drawn/" + scene + ".png");
     }
+
+  private:
+    const TemporaryFolder mFolder;
 };
 
 } // namespace
@@ -32,7 +57,7 @@ class Programs : public ProgramTest {
 TEST_F(Programs, ShowTheSamePictures) {
     Picture photo(31, 17);
     std::iota(photo.rgba.begin(), photo.rgba.end(), 0);
-    headless::writePng(path("photo.png"), photo);
+    headless::writePng("photo.png", photo);
     for (const std::string options : {"", " --background photo.png"}) {
         std::string script;
         for (std::size_t i = 0; i < sceneTable().size(); ++i) {
@@ -43,9 +68,9 @@ TEST_F(Programs, ShowTheSamePictures) {
         runsWell(gallery("--out all --frames 30" + options));
         for (const SceneEntry& entry : sceneTable()) {
             const std::string name = entry.name;
-            EXPECT_EQ(picture(name + ".png").rgba, picture("all/" + name + ".png").rgba) << name << options;
-            EXPECT_THAT(load("all/" + name + ".webp"), testing::StartsWith("RIFF"));
-            EXPECT_THAT(load("all/index.html"), testing::HasSubstr("src=\"" + name + ".webp\""));
+            EXPECT_EQ(readPicture(name + ".png").rgba, readPicture("all/" + name + ".png").rgba) << name << options;
+            EXPECT_THAT(fileContent("all/" + name + ".webp"), testing::StartsWith("RIFF"));
+            EXPECT_THAT(fileContent("all/index.html"), testing::HasSubstr("src=\"" + name + ".webp\""));
         }
     }
 }
@@ -54,13 +79,13 @@ TEST_F(Programs, ShowTheSamePictures) {
 TEST_F(Programs, ViewerTakesMouseAndFingers) {
     runsWell(viewer("20 down 48 30\n20 down 15 100 0\n20 down 80 100 7\n30 move 48 60\n30 move 80 60 7\n"
                     "60 save down.png\n61 up 48 60\n61 up 15 100 0\n61 up 80 60 7\n119 save up.png\n120 quit\n"));
-    const Picture down = picture("down.png");
+    const Picture down = readPicture("down.png");
     const Picture untouched = headlessPicture("metaballs", 61);
     for (const auto& [x, y] : {std::pair(48, 60), {15, 100}, {80, 60}}) {
         EXPECT_GT(down.pixel(x, y)[0], 140) << x << ", " << y;
         EXPECT_LT(untouched.pixel(x, y)[0], 140) << x << ", " << y;
     }
-    EXPECT_EQ(picture("up.png").rgba, headlessPicture("metaballs", 120).rgba);
+    EXPECT_EQ(readPicture("up.png").rgba, headlessPicture("metaballs", 120).rgba);
 }
 
 // What the window is made to show during a pause adds no step to the two as it begins and ends.
@@ -79,9 +104,9 @@ TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
         {"tidalume-metaballs-1.png", "metaballs", 31, " --seed 2"},
     };
     for (const auto& [file, scene, frames, options] : rows)
-        EXPECT_EQ(picture(file).rgba, headlessPicture(scene, frames, options).rgba) << file;
-    EXPECT_NE(picture("restarted.png").rgba, picture("left.png").rgba) << "another seed";
-    EXPECT_EQ(picture("wide.png").width, 120);
+        EXPECT_EQ(readPicture(file).rgba, headlessPicture(scene, frames, options).rgba) << file;
+    EXPECT_NE(readPicture("restarted.png").rgba, readPicture("left.png").rgba) << "another seed";
+    EXPECT_EQ(readPicture("wide.png").width, 120);
 }
 
 // It takes a window manager to make a window fill the screen. What the surface does not cover stays black.
@@ -92,7 +117,7 @@ TEST_F(Programs, ViewerFollowsTheSizeOfTheWindow) {
              "; status=$?; kill $manager; exit $status");
     for (const auto& [file, width, height] :
          {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}, {"back.png", 160, 90}}) {
-        const Picture shown = picture(file);
+        const Picture shown = readPicture(file);
         EXPECT_EQ(std::pair(shown.width, shown.height), std::pair(width, height)) << file;
         for (std::size_t i = 0; i < shown.rgba.size(); i += 4)
             ASSERT_GT(shown.rgba[i] + shown.rgba[i + 1] + shown.rgba[i + 2], 0) << file;
@@ -102,11 +127,11 @@ TEST_F(Programs, ViewerFollowsTheSizeOfTheWindow) {
 TEST_F(Programs, ViewersTitleShowsSceneFrameTimeAndDriver) {
     run(viewer("100000000 quit\n") + R"( & for i in $(seq 2000); do
         sleep 0.1; xwininfo -root -tree | grep '"Metaballs' && break; done; kill $!)");
-    EXPECT_THAT(load("output"), testing::ContainsRegex("\"Metaballs - [0-9]+\\.[0-9] ms - .*llvmpipe"));
+    EXPECT_THAT(fileContent("output"), testing::ContainsRegex("\"Metaballs - [0-9]+\\.[0-9] ms - .*llvmpipe"));
 }
 
 TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
-    write("broken.png", "\x89PNG\r\n\x1A\n");
+    writeFile("broken.png", "\x89PNG\r\n\x1A\n");
     isRefused(gallery("--scene volcano"), "--scene: there is no scene \"volcano\"; the scenes are: water, waves");
     isRefused(GALLERY_PROGRAM " --size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT");
     isRefused(GALLERY_PROGRAM " --size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of");
@@ -114,7 +139,7 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--background absent.png"), "--background absent.png: there is no such file");
     isRefused(gallery("--background broken.png"), "--background broken.png: broken PNG");
     isRefused(gallery("--out broken.png"), "--out broken.png: ");
-    EXPECT_FALSE(std::filesystem::exists(path("out"))) << "bad input leaves no folder behind";
+    EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
     isRefused(viewer("0 quit\n", "--background absent.png"), "--background absent.png: there is no such file");
     isRefused(viewer("# first\n\n0 down 5\n"), "script, line 3: two coordinates");

@@ -2,9 +2,10 @@
 #include "headless/HeadlessContext.h"
 #include "headless/PictureFile.h"
 #include "headless/Pixels.h"
-#include "tests/gallery/ProgramTest.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
+#include <gmock/gmock.h>
 #include <numeric>
 #include <webp/demux.h>
 
@@ -71,7 +72,10 @@ Picture pattern(int width, int height, int shade = 0) {
     return picture;
 }
 
-using PictureFile = gallery::ProgramTest;
+/// Files lie in a folder of the test's own.
+class PictureFile : public Test {
+    const TemporaryFolder mFolder;
+};
 
 /// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.
 const char jpeg[] = TIDALUME_SOURCE_DIR "/tests/headless/gradient.jpg";
@@ -79,8 +83,8 @@ const char jpeg[] = TIDALUME_SOURCE_DIR "/tests/headless/gradient.jpg";
 TEST_F(PictureFile, PngKeepsEveryByte) {
     Picture picture = pattern(37, 21);
     picture.pixel(3, 2)[3] = 128;
-    writePng(path("a.png"), picture);
-    EXPECT_EQ(readPicture(path("a.png")).rgba, picture.rgba);
+    writePng("a.png", picture);
+    EXPECT_EQ(readPicture("a.png").rgba, picture.rgba);
     EXPECT_THROW(writePng("/dev/full", picture), Error);
 }
 
@@ -89,8 +93,8 @@ TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
     for (int i = 0; i < 3; ++i)
         animation.add(pattern(64, 48, i * 120), 16 + i);
     EXPECT_THROW(animation.add(pattern(63, 48), 16), Error);
-    animation.write(path("a.webp"));
-    const std::string bytes = load("a.webp");
+    animation.write("a.webp");
+    const std::string bytes = fileContent("a.webp");
     const WebPData data = {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
     WebPAnimDecoder* decoder = WebPAnimDecoderNew(&data, nullptr);
     std::vector<int> ends;
@@ -105,8 +109,8 @@ TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
 TEST_F(PictureFile, JpegIsTurnedUpright) {
     const char* const topLeft[] = {"", "LT", "RT", "RB", "LB", "LT", "LB", "RB", "RT"};
     for (int orientation = 1; orientation <= 8; ++orientation) {
-        write("turned", load(jpeg).replace(31, 1, 1, static_cast<char>(orientation)));
-        const Picture read = readPicture(path("turned"));
+        writeFile("turned", fileContent(jpeg).replace(31, 1, 1, static_cast<char>(orientation)));
+        const Picture read = readPicture("turned");
         EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << orientation;
         EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << orientation;
         EXPECT_NEAR(read.rgba[1], topLeft[orientation][1] == 'B' ? 255 : 0, 16) << orientation;
@@ -114,31 +118,31 @@ TEST_F(PictureFile, JpegIsTurnedUpright) {
 }
 
 TEST_F(PictureFile, DamagedFilesAreRefusedOrRead) {
-    writePng(path("a.png"), pattern(64, 48));
+    writePng("a.png", pattern(64, 48));
     WebPAnimation animation(64, 48);
     animation.add(pattern(64, 48), 40);
-    animation.write(path("a.webp"));
+    animation.write("a.webp");
     for (const std::string name : {"a.png", "a.webp", jpeg}) {
-        EXPECT_EQ(picture(name).width, 64);
-        const std::string sample = load(name);
-        write("cut", sample.substr(0, sample.size() / 2));
-        EXPECT_THROW(picture("cut"), Error) << name;
+        EXPECT_EQ(readPicture(name).width, 64);
+        const std::string sample = fileContent(name);
+        writeFile("cut", sample.substr(0, sample.size() / 2));
+        EXPECT_THROW(readPicture("cut"), Error) << name;
         for (std::size_t i = 0; i < sample.size(); i += 8) {
             std::string damaged = sample;
             damaged[i] ^= 0xFF;
-            std::filesystem::remove(path("damaged")); // some file systems wait for the disk when a file is overwritten
-            write("damaged", damaged);
+            std::filesystem::remove("damaged"); // some file systems wait for the disk when a file is overwritten
+            writeFile("damaged", damaged);
             try {
-                picture("damaged");
+                readPicture("damaged");
             } catch (const Error&) { // is as good as a picture
             }
         }
     }
-    write("empty", "");
-    write("gif", "GIF89a");
-    EXPECT_THAT([&] { picture("empty"); }, ThrowsMessage<Error>("the file is empty"));
-    EXPECT_THAT([&] { picture("gif"); }, ThrowsMessage<Error>("is neither PNG nor JPEG nor WebP"));
-    EXPECT_THAT([&] { picture("/dev/zero"); }, ThrowsMessage<Error>("is not a regular file"));
+    writeFile("empty", "");
+    writeFile("gif", "GIF89a");
+    EXPECT_THAT([&] { readPicture("empty"); }, ThrowsMessage<Error>("the file is empty"));
+    EXPECT_THAT([&] { readPicture("gif"); }, ThrowsMessage<Error>("is neither PNG nor JPEG nor WebP"));
+    EXPECT_THAT([&] { readPicture("/dev/zero"); }, ThrowsMessage<Error>("is not a regular file"));
 }
 
 } // namespace tidalume::headless

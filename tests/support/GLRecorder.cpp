@@ -1,6 +1,5 @@
 #include "tests/support/GLRecorder.h"
 
-#include <algorithm>
 #include <dlfcn.h>
 #include <regex>
 #include <sstream>
@@ -82,29 +81,15 @@ GLRecorder& glRecorder() {
     return recorder;
 }
 
-GLRecorder::Calls GLRecorder::record(const std::function<void()>& action) {
+std::string GLRecorder::record(const std::function<void()>& action) {
     mCalls.clear();
     action();
     return std::exchange(mCalls, {});
 }
 
-std::string GLRecorder::sequence(const std::function<void()>& action, const std::vector<const char*>& words) {
-    std::string lines;
-    for (const std::string& call : record(action)) {
-        const auto contained = [&](const char* word) { return call.find(word) != std::string::npos; };
-        if (std::any_of(words.begin(), words.end(), contained)) lines += call + "\n";
-    }
-    return lines;
-}
-
-std::string calls(const std::string& text) {
-    const std::string lines = std::regex_replace(text + "\n", std::regex("\\s*[;\n][;\\s]*"), "\n");
-    return lines.front() == '\n' ? lines.substr(1) : lines;
-}
-
 void GLRecorder::call(const char* name, const std::string& arguments) {
     ++counts[name];
-    mCalls.push_back(arguments.empty() ? name : name + (" " + arguments));
+    mCalls += (arguments.empty() ? name : name + (" " + arguments)) + "\n";
 }
 
 // The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.

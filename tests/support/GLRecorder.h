@@ -13,15 +13,10 @@
 /// driver, and can write it down, count what lives, or make it fail. One for the process; see GLTest, which resets it.
 class GLRecorder {
   public:
-    using Calls = std::vector<std::string>;
-
-    /// The calls that an action makes. A call reads "glUniform1f radius 12" (uniforms and attributes by their GLSL
-    /// names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture TEXTURE_2D 3",
-    /// "checkGLError glTexImage2D mTexture"; pointers, matrices and glGetError are left out.
-    Calls record(const std::function<void()>& action);
-
-    /// The same as text, one call per line: those with one of these words in them.
-    std::string sequence(const std::function<void()>& action, const std::vector<const char*>& words = {""});
+    /// The calls that an action makes, one per line. A call reads "glUniform1f radius 12" (uniforms and attributes by
+    /// their GLSL names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture
+    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers, matrices and glGetError are left out.
+    std::string record(const std::function<void()>& action);
 
     /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
     std::map<std::string, std::set<GLuint>> live;
@@ -61,10 +56,7 @@ class GLRecorder {
     std::map<GLuint, int> orderOfProgram;
 
   private:
-    Calls mCalls;
+    std::string mCalls;
 };
 
 GLRecorder& glRecorder();
-
-/// Calls as tests write them down, separated by semicolons or line ends, in the form of GLRecorder::sequence.
-std::string calls(const std::string& text);

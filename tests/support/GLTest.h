@@ -28,7 +28,7 @@ class GLTest : public testing::Test {
     void TearDown() override {
         glRecorder().faults = {};
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
-        EXPECT_EQ(log.take(), std::vector<LogLine>{});
+        EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
 
     /// GL objects that live, other than shaders of programs that live.
