@@ -70,9 +70,6 @@ TEST_F(FoundationTest, LogsToTheLetter) {
 6 EGLUtils: after eglTest() eglError EGL_BAD_CONFIG (0x3005)
 6 EGLUtils: GL Version = )" +
                   version + "\n");
-}
-
-TEST_F(FoundationTest, NamesEGLErrors) {
     EXPECT_STREQ(stringEGLError(EGL_SUCCESS - 1), "UNKNOWN");
     EXPECT_STREQ(stringEGLError(EGL_SUCCESS), "EGL_SUCCESS");
     EXPECT_STREQ(stringEGLError(EGL_CONTEXT_LOST), "EGL_CONTEXT_LOST");

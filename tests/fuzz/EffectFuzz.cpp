@@ -14,17 +14,6 @@ JNIEnv* java = nullptr;
 jclass target = nullptr;
 jmethodID play = nullptr;
 
-/// Starts the process's machine. It interprets only and handles no signal that it can do without, so that sanitizers
-/// see what there is to see.
-JNIEnv* startJavaVm() {
-    setenv("JAVA_TOOL_OPTIONS", TIDALUME_JAVA_PATHS " -Xint -Xrs -Xmx64m -XX:+UseSerialGC -XX:-UsePerfData", 1);
-    JavaVMInitArgs arguments = {JNI_VERSION_1_8, 0, nullptr, JNI_FALSE};
-    JavaVM* machine = nullptr;
-    void* environment = nullptr;
-    require(JNI_CreateJavaVM(&machine, &environment, &arguments) == JNI_OK, "no Java virtual machine");
-    return static_cast<JNIEnv*>(environment);
-}
-
 } // namespace
 
 /// The machine raises and handles SIGSEGV on purpose, and keeps what it has allocated until the process ends.
@@ -33,7 +22,12 @@ extern "C" const char* __asan_default_options() {
 }
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    java = startJavaVm();
+    // The machine interprets only and handles no signal that it can do without, so that sanitizers see what there is.
+    setenv("JAVA_TOOL_OPTIONS", TIDALUME_JAVA_PATHS " -Xint -Xrs -Xmx64m -XX:+UseSerialGC -XX:-UsePerfData", 1);
+    JavaVMInitArgs arguments = {JNI_VERSION_1_8, 0, nullptr, JNI_FALSE};
+    JavaVM* machine = nullptr;
+    const jint started = JNI_CreateJavaVM(&machine, reinterpret_cast<void**>(&java), &arguments);
+    require(started == JNI_OK, "no Java virtual machine");
     target = java->FindClass("com/vyn/effect/tidalume/FuzzTarget");
     require(target != nullptr, "no class FuzzTarget");
     play = java->GetStaticMethodID(target, "play", "([B)V");

@@ -141,10 +141,8 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--out broken.png"), "--out broken.png: ");
     EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
-    isRefused(viewer("0 quit\n", "--background absent.png"), "--background absent.png: there is no such file");
     isRefused(viewer("# first\n\n0 down 5\n"), "script, line 3: two coordinates");
     isRefused(viewer("0 down 5 5 10\n"), "line 1: the finger is a number from 0 to 9");
-    isRefused(viewer("0 resize -5x5\n"), "is not WIDTHxHEIGHT");
     isRefused(viewer("0 key Nose\n"), "no key \"Nose\"");
     isRefused(viewer("0 save\n"), "something is missing");
     isRefused(viewer("first quit\n"), "begins with the number of a frame");

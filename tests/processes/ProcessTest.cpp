@@ -46,11 +46,11 @@ pid_t start(const std::function<void()>& body) noexcept {
     _exit(testing::Test::HasFailure() ? 1 : 0);
 }
 
-/// How a process ended: the status, or minus the signal.
-int statusOf(pid_t child) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+/// How a process ended: with status 0, another one, or a signal.
+int endOf(pid_t child) {
+    int end = 0;
+    waitpid(child, &end, 0);
+    return end;
 }
 
 class Processes : public testing::Test {
@@ -63,8 +63,7 @@ class Processes : public testing::Test {
 TEST_F(Processes, TwoMayBuildIntoOneCacheFolderAtOnce) {
     const auto draw = [] { drawInRounds(60); };
     for (const pid_t child : {start(draw), start(draw)})
-        EXPECT_EQ(statusOf(child), 0);
-
+        EXPECT_EQ(endOf(child), 0);
     const auto loadAll = [] {
         const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         GlobalProperty::BINARY_SHADER = true;
@@ -73,11 +72,11 @@ TEST_F(Processes, TwoMayBuildIntoOneCacheFolderAtOnce) {
         EXPECT_EQ(glRecorder().counts["glProgramBinary"], 5);
         EXPECT_EQ(glRecorder().counts["glCompileShader"], 0);
     };
-    EXPECT_EQ(statusOf(start(loadAll)), 0) << "the next start finds usable files";
+    EXPECT_EQ(endOf(start(loadAll)), 0) << "the next start finds usable files";
 }
 
 TEST_F(Processes, AFullDiskCostsOnlyTheCache) {
-    const int status = statusOf(start([] {
+    const int end = endOf(start([] {
         // Mounted in a name space of the child, it ends with the child.
         if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) _exit(notPossible);
         mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
@@ -86,13 +85,13 @@ TEST_F(Processes, AFullDiskCostsOnlyTheCache) {
         drawInRounds(4);
         EXPECT_EQ(std::filesystem::space(".").available, 0U);
     }));
-    if (status == notPossible) GTEST_SKIP() << "no tmpfs can be mounted here";
-    EXPECT_EQ(status, 0);
+    if (WEXITSTATUS(end) == notPossible) GTEST_SKIP() << "no tmpfs can be mounted here";
+    EXPECT_EQ(end, 0);
 }
 
 /// A size that the driver allows, in an address space that has no room for it.
 TEST_F(Processes, AScreenTooLargeForMemoryIsSurvived) {
-    const pid_t child = start([] {
+    const int end = endOf(start([] {
         LogCapture log;
         const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         const auto effect = pond.ready();
@@ -103,8 +102,8 @@ TEST_F(Processes, AScreenTooLargeForMemoryIsSurvived) {
         EXPECT_THAT(log.take(), testing::Contains(testing::HasSubstr("OUT_OF_MEMORY")));
         effect->prepare();
         EXPECT_EQ(effect->picture(), expected);
-    });
-    EXPECT_EQ(statusOf(child), 0);
+    }));
+    EXPECT_EQ(end, 0);
 }
 
 } // namespace

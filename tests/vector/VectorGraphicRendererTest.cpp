@@ -68,6 +68,10 @@ TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
             expectCalls(draw, "");
         graphics.setScreenSize(w, h);
     }
+    graphics.GLContextDestroyed();
+    context.recreate();
+    graphics.init();
+    EXPECT_NE(glRecorder().record(draws[0]), "") << "the size outlives the context";
 }
 
 TEST_F(VectorGraphicRendererTest, UnknownCodesKeepTheRotation) {

@@ -141,7 +141,7 @@ TEST_F(WaterTest, AWholeRunFollowsTheRecurrence) {
         if (pass % 8 == 0) water.update();
     }
     const double crest = largest(water.getTexture());
-    EXPECT_LT(crest, 0.01) << "waves decay";
+    EXPECT_NEAR(crest, 0.005, 0.0045) << "waves decay, but are still there";
     const Field run(water.getTexture(), width, height);
     const double oneStep = std::ldexp(1.0, std::ilogb(crest) - 10);
     EXPECT_LE(compare(run, [&](int x, int y) { return state.texel(x, y); }).largest, oneStep);
