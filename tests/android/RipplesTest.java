@@ -26,7 +26,7 @@ public class RipplesTest {
         // Red above green; the first row is the top, as of a bitmap.
         ripples.contextCreated(
                 context.createTexture(HeadlessContext.GL_RGBA8, 1, 2, new float[] {1, 0, 0, 1, 0, 1, 0, 1}));
-        ripples.touchDown(10, 10); // before there is a surface: ignored
+        ripples.touchDown(0, 10, 10); // before there is a surface: ignored
         ripples.sizeChanged(WIDTH, HEIGHT);
         return draw(0);
     }
@@ -39,7 +39,7 @@ public class RipplesTest {
     /** A drop at 0 and the water a fifth of a second later, on a display of so many frames per second. */
     private float[] dropAt(int frequency) {
         drawNewSurface();
-        ripples.touchDown(48, 32);
+        ripples.touchDown(0, 48, 32);
         for (int frame = 1; frame < frequency / 5; frame++) {
             draw(frame * SECOND / frequency);
         }
@@ -49,10 +49,10 @@ public class RipplesTest {
     @Test
     public void touchesRippleAPictureThatIsUpright() {
         assertArrayEquals("the lower left corner", new float[] {0, 1, 0, 1}, Arrays.copyOf(still, 4), 1.01f / 255);
-        ripples.touchDown(48, 32);
+        ripples.touchDown(0, 48, 32);
         final float[] drop = draw(0);
         assertFalse(Arrays.equals(still, drop));
-        ripples.touchMove(60, 40);
+        ripples.touchMove(0, 60, 40);
         final float[] line = draw(0);
         assertFalse(Arrays.equals(drop, line));
         final float[] afterAnHour = draw(3600 * SECOND);
@@ -61,9 +61,23 @@ public class RipplesTest {
         for (int loss = 0; loss < 3; loss++) {
             context.recreate();
             assertArrayEquals(still, drawNewSurface(), 0);
-            ripples.touchDown(48, 32);
+            ripples.touchDown(0, 48, 32);
             assertArrayEquals(drop, draw(0), 0);
         }
+    }
+
+    @Test
+    public void everyFingerLeavesATrailOfItsOwn() {
+        ripples.touchDown(0, 48, 32);
+        ripples.touchDown(1, 10, 50);
+        ripples.touchMove(0, 60, 40);
+        ripples.touchMove(1, 10, 50); // rests
+        final float[] trails = draw(0);
+        drawNewSurface();
+        ripples.touchDown(1, 10, 50);
+        ripples.touchDown(0, 48, 32);
+        ripples.touchMove(0, 60, 40);
+        assertArrayEquals(trails, draw(0), 1.01f / 255);
     }
 
     @Test

@@ -3,6 +3,9 @@ package com.vyn.effect.tidalume.sample;
 import com.vyn.effect.tidalume.NormalMapBuilder;
 import com.vyn.effect.tidalume.ShallowWaterIterative;
 import com.vyn.effect.tidalume.ShallowWaterRenderer;
+import java.util.Arrays;
+import java.util.HashMap;
+import java.util.Map;
 
 /**
  * A picture under water that ripples where it is touched. Knows nothing of Android, so that it runs wherever there is
@@ -20,8 +23,8 @@ final class Ripples implements AutoCloseable {
     private final ShallowWaterIterative water = new ShallowWaterIterative();
     private final NormalMapBuilder normals = new NormalMapBuilder();
     private final ShallowWaterRenderer renderer = new ShallowWaterRenderer();
-    private final float[] from = new float[2];
-    private final float[] to = new float[2];
+    /** Where each finger was last, by its number. */
+    private final Map<Integer, float[]> fingers = new HashMap<>();
     private boolean sized;
     private boolean clockRuns;
     private long stepsDoneUntil;
@@ -54,21 +57,19 @@ final class Ripples implements AutoCloseable {
     }
 
     /** A finger goes down at a point, in pixels from the top left. Ignored while there is no surface. */
-    void touchDown(float x, float y) {
-        to[0] = x;
-        to[1] = y;
+    void touchDown(int finger, float x, float y) {
+        final float[] point = {x, y};
+        fingers.put(finger, point);
         if (sized) {
-            water.addDrop(to, RADIUS, STRENGTH, 1);
+            water.addDrop(point, RADIUS, STRENGTH, 1);
         }
     }
 
-    /** The finger has moved to a point. Ignored while there is no surface. */
-    void touchMove(float x, float y) {
-        from[0] = to[0];
-        from[1] = to[1];
-        to[0] = x;
-        to[1] = y;
-        if (sized) {
+    /** A finger has moved to a point, or rests where it was. Ignored while there is no surface. */
+    void touchMove(int finger, float x, float y) {
+        final float[] to = {x, y};
+        final float[] from = fingers.put(finger, to);
+        if (sized && from != null && !Arrays.equals(from, to)) {
             water.addDropLine(from, to, RADIUS, STRENGTH, 1);
         }
     }

@@ -38,17 +38,30 @@ public final class RipplesActivity extends Activity {
 
     @Override
     public boolean onTouchEvent(MotionEvent event) {
-        final float x = event.getX();
-        final float y = event.getY();
         switch (event.getActionMasked()) {
             case MotionEvent.ACTION_DOWN:
-                view.queueEvent(() -> renderer.touchDown(x, y));
+            case MotionEvent.ACTION_POINTER_DOWN:
+                queue(renderer::touchDown, event, event.getActionIndex());
                 return true;
             case MotionEvent.ACTION_MOVE:
-                view.queueEvent(() -> renderer.touchMove(x, y));
+                for (int i = 0; i < event.getPointerCount(); i++) {
+                    queue(renderer::touchMove, event, i);
+                }
                 return true;
             default:
                 return super.onTouchEvent(event);
         }
+    }
+
+    private interface Touch {
+        void at(int finger, float x, float y);
+    }
+
+    /** Hands a finger of the event to the GL thread. The event itself is Android's again before that thread runs. */
+    private void queue(Touch touch, MotionEvent event, int index) {
+        final int finger = event.getPointerId(index);
+        final float x = event.getX(index);
+        final float y = event.getY(index);
+        view.queueEvent(() -> touch.at(finger, x, y));
     }
 }

@@ -33,12 +33,12 @@ final class RipplesRenderer implements GLSurfaceView.Renderer {
         ripples.drawFrame(System.nanoTime());
     }
 
-    void touchDown(float x, float y) {
-        ripples.touchDown(x, y);
+    void touchDown(int finger, float x, float y) {
+        ripples.touchDown(finger, x, y);
     }
 
-    void touchMove(float x, float y) {
-        ripples.touchMove(x, y);
+    void touchMove(int finger, float x, float y) {
+        ripples.touchMove(finger, x, y);
     }
 
     void close() {
