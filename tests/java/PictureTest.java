@@ -91,7 +91,10 @@ public final class PictureTest {
 
     @Test
     public void metaballsAndTheirCachedPrograms() throws Exception {
-        GlobalProperty.setROOTDIR(folder.getRoot() + "/");
+        final String root = folder.getRoot() + "/";
+        GlobalProperty.setROOTDIR(root + "/".repeat(1023 - root.length()));
+        GlobalProperty.setROOTDIR("x".repeat(1024)); // too long
+        GlobalProperty.setROOTDIR(null);
         GlobalProperty.setDEBUGLOG(false);
         GlobalProperty.setBINARYSHADER(true);
         drawInThreeContexts(new Metaball2DRenderer(), metaballs -> {

@@ -14,7 +14,6 @@
 extern "C" {
 void NATIVE(GlobalProperty_setDEBUGLOG)(JNIEnv*, jclass, jboolean);
 void NATIVE(GlobalProperty_setBINARYSHADER)(JNIEnv*, jclass, jboolean);
-void NATIVE(GlobalProperty_setROOTDIR)(JNIEnv*, jclass, jstring);
 jlong NATIVE(VectorGraphicRenderer_Alloc)(JNIEnv*, jclass);
 void NATIVE(VectorGraphicRenderer_Free)(JNIEnv*, jclass, jlong);
 void NATIVE(VectorGraphicRenderer_renderRadialGradient)(JNIEnv*, jclass, jlong, jfloat, jfloat, jfloat, jfloatArray,
@@ -23,36 +22,28 @@ void NATIVE(VectorGraphicRenderer_renderRadialGradient)(JNIEnv*, jclass, jlong, 
 
 namespace {
 
-/// What the wrappers ask of the virtual machine, written down. Java arrays and strings are the C ones they show.
+/// What the wrappers ask of the virtual machine, written down. Java arrays are the C ones they show.
 std::string asked;
 float first[4] = {1.0F, 1.0F, 1.0F, 1.0F};
 float second[4] = {1.0F, 1.0F, 1.0F, 1.0F};
-const void* unpinnable = nullptr;
+const float* unpinnable = nullptr;
 
-template <typename Object, typename Element>
-Element* pin(JNIEnv*, Object object, jboolean*) {
-    const void* address = object;
-    asked += address == second ? "pin second, " : "pin, ";
-    return address == unpinnable ? nullptr : reinterpret_cast<Element*>(object);
+jfloat* pin(JNIEnv*, jfloatArray array, jboolean*) {
+    auto* const elements = reinterpret_cast<float*>(array);
+    asked += elements == second ? "pin second, " : "pin, ";
+    return elements == unpinnable ? nullptr : elements;
 }
 
-void releaseFloats(JNIEnv*, jfloatArray array, jfloat* elements, jint mode) {
+void release(JNIEnv*, jfloatArray array, jfloat* elements, jint mode) {
     EXPECT_EQ(elements, reinterpret_cast<jfloat*>(array));
     asked += (elements == second ? "release second " : "release ") + std::to_string(mode) + ", ";
-}
-
-void releaseString(JNIEnv*, jstring string, const char* characters) {
-    EXPECT_EQ(characters, reinterpret_cast<const char*>(string));
-    asked += "release, ";
 }
 
 class BridgeTest : public GLTest {
   protected:
     BridgeTest() {
-        functions.GetFloatArrayElements = pin<jfloatArray, jfloat>;
-        functions.ReleaseFloatArrayElements = releaseFloats;
-        functions.GetStringUTFChars = pin<jstring, const char>;
-        functions.ReleaseStringUTFChars = releaseString;
+        functions.GetFloatArrayElements = pin;
+        functions.ReleaseFloatArrayElements = release;
         env.functions = &functions;
     }
 
@@ -80,15 +71,6 @@ TEST_F(BridgeTest, AnyNonZeroByteSwitchesASettingOn) {
         NATIVE(GlobalProperty_setBINARYSHADER)(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::BINARY_SHADER, byte != 0);
     }
-}
-
-TEST_F(BridgeTest, ADirectoryFitsWholeOrIsIgnored) {
-    std::string longest(1023, 'x');
-    std::string tooLong(1024, 'y');
-    for (char* directory : {longest.data(), tooLong.data(), static_cast<char*>(nullptr)})
-        NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(directory));
-    EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
-    EXPECT_EQ(std::exchange(asked, ""), "pin, release, pin, release, ");
 }
 
 /// Arrays are pinned in parameter order up to one that is null or fails, since its exception may be pending, and
