@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <string>
 #include <utility>
-#include <vector>
 
 #define NATIVE(name) Java_com_vyn_effect_tidalume_##name
 

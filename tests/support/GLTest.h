@@ -7,7 +7,6 @@
 #include "tests/support/LogCapture.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <vector>
 
 /// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
