@@ -130,6 +130,7 @@ TEST_F(CometTest, Frame) {
     comets.push(500.0F, 900.0F, 0);
     const std::string values = "t0|radius";
     expectCalls([&] { comets.render(0.1); }, "t0 0.1; t0 0.0618034; radius 43.0634", values);
+    const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
     expectCalls([&] { comets.render(0.8); }, "t0 0.8; t0 0.117557; radius 18.4709; t0 0.4; radius 18", values);
     const std::string beforeTails = R"(
         glDisable DEPTH_TEST; glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 0x1 ONE_MINUS_SRC_ALPHA; glEnable BLEND
@@ -144,6 +145,7 @@ TEST_F(CometTest, Frame) {
     expectCalls([&] { comets.render(0.9); }, beforeTails + tail + tail + tail + tail + cores + points + rings + "54" +
                                                  points + rings + "19.0588" + points +
                                                  "glUseProgram 0; glDisable BLEND");
+    EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
     expectCalls([&] { comets.render(0.5); }, ""); // hidden
     for (int refused = 0; refused < 6; ++refused) {
@@ -153,6 +155,7 @@ TEST_F(CometTest, Frame) {
         incomplete.init();
         EXPECT_TRUE(failingMalloc(-1)) << refused;
         expectCalls([&] { incomplete.render(0.5); }, ""); // without one of its arrays
+        incomplete.updateMesh(0.5F);                      // writes nowhere
     }
 }
 

@@ -1,11 +1,13 @@
 #include "foundation/Diagnostics.h"
 #include "foundation/ProgramBuilder.h"
+#include "foundation/ProgramTable.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <EGL/egl.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -72,6 +74,7 @@ TEST_F(FoundationTest, LogsToTheLetter) {
                   version + "\n");
     EXPECT_STREQ(stringEGLError(EGL_SUCCESS - 1), "UNKNOWN");
     EXPECT_STREQ(stringEGLError(EGL_SUCCESS), "EGL_SUCCESS");
+    EXPECT_STREQ(stringEGLError(EGL_BAD_MATCH), "EGL_BAD_MATCH");
     EXPECT_STREQ(stringEGLError(EGL_CONTEXT_LOST), "EGL_CONTEXT_LOST");
     EXPECT_STREQ(stringEGLError(EGL_CONTEXT_LOST + 1), "UNKNOWN");
 }
@@ -99,6 +102,26 @@ TEST_F(FoundationTest, ReportsWhatTheCompilerAndTheLinkerSay) {
     EXPECT_THAT(log.take(), ElementsAre(ContainsRegex("^6 EGLUtils: Could not compile shader 35632:\n.*error.*\n$"),
                                         ContainsRegex("^6 EGLUtils: Could not link program:\n.*absent.*\n$")));
     EXPECT_TRUE(std::filesystem::is_empty(".")) << "a failed build is not saved";
+}
+
+/// The time is logged when the last program was among those built.
+TEST_F(FoundationTest, LogsTheTimeOfMissingPrograms) {
+    GlobalProperty::DEBUG_LOG = true;
+    GLuint ids[2] = {};
+    const tidalume::ProgramTable table = {"Effect",
+                                          {{&ids[0], "First", "first", vertexSource, fragmentSource, {}, {}},
+                                           {&ids[1], "Last", "last", vertexSource, fragmentSource, {}, {}}}};
+    const auto start = std::chrono::steady_clock::now();
+    tidalume::buildPrograms(table);
+    const std::chrono::duration<double, std::milli> whole = std::chrono::steady_clock::now() - start;
+    const std::string line = log.take().at(0);
+    EXPECT_LE(std::stod(line.substr(line.rfind(':') + 1)), whole.count()) << "in ms";
+    for (const int missing : {0, 1}) {
+        glDeleteProgram(std::exchange(ids[missing], 0));
+        tidalume::buildPrograms(table);
+        EXPECT_THAT(log.take(), SizeIs(missing));
+    }
+    tidalume::deletePrograms(table);
 }
 
 /// What is called without a cache file, with one that the driver rejects, and with one that it accepts.

@@ -130,6 +130,11 @@ public final class PictureTest {
             particles.push(32, 20, MetaballRenderer.ACTION_STREAM);
             IntStream.range(0, 100).forEach(frame -> particles.render(10, 12.5f));
             assertTrue(litPixels() > 700);
+            particles.push(32, 20, MetaballRenderer.ACTION_RELEASE);
+            IntStream.range(0, 400).forEach(frame -> particles.render(10, 12.5f));
+            context.clear(0, 0, 0, 1);
+            particles.render(10, 12.5f);
+            assertTrue("particles shrink and leave", litPixels() < 330);
         });
     }
 
@@ -150,6 +155,10 @@ public final class PictureTest {
             comets.render(0.69); // between 1/1.5 and 1/1.4
             assertTrue(isAtTouch(comets.getCore1X(), comets.getCore1Y()));
             assertFalse(isAtTouch(comets.getCore2X(), comets.getCore2Y()));
+            comets.push(60, 20, CometRenderer.ACTION_HIDE);
+            context.clear(0, 0, 0, 1);
+            comets.render(0.5);
+            assertEquals("hidden", 0, litPixels());
         });
     }
 

@@ -13,6 +13,7 @@
 extern "C" {
 void NATIVE(GlobalProperty_setDEBUGLOG)(JNIEnv*, jclass, jboolean);
 void NATIVE(GlobalProperty_setBINARYSHADER)(JNIEnv*, jclass, jboolean);
+void NATIVE(GlobalProperty_setROOTDIR)(JNIEnv*, jclass, jstring);
 jlong NATIVE(VectorGraphicRenderer_Alloc)(JNIEnv*, jclass);
 void NATIVE(VectorGraphicRenderer_Free)(JNIEnv*, jclass, jlong);
 void NATIVE(VectorGraphicRenderer_renderRadialGradient)(JNIEnv*, jclass, jlong, jfloat, jfloat, jfloat, jfloatArray,
@@ -63,7 +64,9 @@ TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     NATIVE(VectorGraphicRenderer_Free)(&env, nullptr, handle);
 }
 
-TEST_F(BridgeTest, AnyNonZeroByteSwitchesASettingOn) {
+TEST_F(BridgeTest, SettingsTakeAnyByteAndNoStringThatCannotBePinned) {
+    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) -> const char* { return nullptr; };
+    NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(first));
     for (const int byte : {2, 0, 128}) {
         NATIVE(GlobalProperty_setDEBUGLOG)(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::DEBUG_LOG, byte != 0);

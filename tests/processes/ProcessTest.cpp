@@ -7,6 +7,7 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <functional>
@@ -23,8 +24,13 @@ using tidalume::headless::HeadlessContext;
 
 constexpr int notPossible = 77;
 
-const EffectCase& vectorGraphics = effectCases()[2]; // of five programs, the most
-const EffectCase& pond = effectCases()[7];
+const EffectCase& effectCase(const std::string& name) {
+    const auto isNamed = [&](const EffectCase& effect) { return effect.name == name; };
+    return *std::find_if(effectCases().begin(), effectCases().end(), isNamed);
+}
+
+const EffectCase& vectorGraphics = effectCase("VectorGraphicRenderer"); // of five programs, the most
+const EffectCase& pond = effectCase("ShallowWater");
 
 /// Draws through the cache, loading what is there in every second round, and compares with a picture without it.
 void drawInRounds(int rounds) {

@@ -15,7 +15,7 @@
 
 namespace {
 
-// What each effect draws on a screen .
+// What each effect draws on a screen.
 
 float orange[4] = {1, 0.5F, 0, 1};
 float ends[4] = {20, 10, 70, 15};

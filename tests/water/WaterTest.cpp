@@ -68,6 +68,10 @@ TEST_F(WaterTest, ShallowWaterIterative) {
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])",
                 "TexImage2D|mTexture|mFBO");
+    expectCalls([&] { normals.setScreenSize(61, 97); }, "RGB16F 61 97 mTextureNormal", "TexImage2D");
+    expectCalls([&] { pond.setScreenSize(61, 97); }, R"([glGenFramebuffers mFBOsWater[0]]
+        [glBindFramebuffer mFBOsWater[0]]; [glBindFramebuffer mFBOWater[1]]; [glBindFramebuffer mFBOWater[2]])",
+                "FBOs?Water\\[.\\]$");
 }
 
 TEST_F(WaterTest, ShallowWaterRenderer) {
@@ -203,7 +207,7 @@ TEST_F(WaterTest, IgnoresDisturbancesThatAreNoNumbers) {
             EXPECT_EQ(glRecorder().counts["glDrawArrays"], 7 - readers[i]) << bad << " as argument " << i;
         }
     }
-    log.take();
+    EXPECT_EQ(log.take().size(), 16U) << "each drop in the pond is logged";
 }
 
 /// A drop under a picture of noise, each effect in its own frame: where it falls the picture moves, elsewhere not.
