@@ -22,6 +22,8 @@ final class Session {
     private static final int MOST_EFFECTS = 6;
     /** The first textures of a context, which live as long as it does. */
     private static final int PICTURES = 5;
+    /** At least between two losses of the context: making one takes as long as many calls. */
+    private static final int STEPS_PER_CONTEXT = 20;
     /** Above the GL names that a driver gives. */
     private static final int INVENTED = 1000;
 
@@ -30,6 +32,7 @@ final class Session {
     private final ByteBuffer choices;
     private final Caller caller;
     private final List<AutoCloseable> effects = new ArrayList<>();
+    private int stepsInContext = STEPS_PER_CONTEXT;
 
     /**
      * @param isNative calls the native methods, with live handles, arrays of the length that is read or none, and
@@ -56,6 +59,7 @@ final class Session {
     }
 
     private void step() throws Exception {
+        stepsInContext++;
         final int choice = below(256);
         if (effects.isEmpty() || choice < 24 && effects.size() < MOST_EFFECTS) {
             effects.add(pick(CLASSES).getConstructor().newInstance());
@@ -64,7 +68,8 @@ final class Session {
             }
         } else if (choice < 36) {
             effects.remove(0).close();
-        } else if (choice < 40) {
+        } else if (choice < 40 && stepsInContext > STEPS_PER_CONTEXT) {
+            stepsInContext = 0;
             for (AutoCloseable effect : effects) {
                 call(effect, "GLContextDestroyed");
             }
