@@ -217,7 +217,6 @@ TEST_P(LifeCycleTest, DrawsOnADriverThatCanDoLess) {
     EXPECT_EQ(picture(*ready()), expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases()),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases()), PrintToStringParamName());
 
 } // namespace

@@ -42,8 +42,8 @@ struct EffectCase {
     std::unique_ptr<AnyEffect> ready() const;
 };
 
-inline std::ostream& operator<<(std::ostream& stream, const EffectCase& effect) {
-    return stream << effect.name;
+inline void PrintTo(const EffectCase& effect, std::ostream* stream) {
+    *stream << effect.name;
 }
 
 /// All effects, those of the water last; add a row for a new one.
