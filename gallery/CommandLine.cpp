@@ -1,7 +1,8 @@
 #include "gallery/CommandLine.h"
 
+#include "gallery/Size.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <iostream>
 
@@ -38,14 +39,6 @@ CLI::Validator sizeCheck(int& width, int& height) {
 
 CLI::Validator namedCheck(const std::string& kind) {
     return {[kind](const std::string& name) { return name.empty() ? "no " + kind + " is named" : ""; }, ""};
-}
-
-bool parseSize(const std::string& text, int& width, int& height) {
-    const char* const end = text.data() + text.size();
-    const auto first = std::from_chars(text.data(), end, width);
-    if (first.ec != std::errc() || first.ptr == end || *first.ptr != 'x') return false;
-    const auto second = std::from_chars(first.ptr + 1, end, height);
-    return second.ec == std::errc() && second.ptr == end && width >= 1 && height >= 1;
 }
 
 void parse(CLI::App& app, int argc, char** argv) {

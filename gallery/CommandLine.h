@@ -17,9 +17,6 @@ CLI::Validator sizeCheck(int& width, int& height);
 /// Accepts anything but the empty string, of which it says that nothing of the kind is named.
 CLI::Validator namedCheck(const std::string& kind);
 
-/// The two numbers of "540x960", each 1 or more; false where the text is something else.
-bool parseSize(const std::string& text, int& width, int& height);
-
 /// Parses the command line. Where it asks for help, or is wrong, prints that, in one line that begins with the
 /// program's name, and ends the process with status 0 or 2.
 void parse(CLI::App& app, int argc, char** argv);

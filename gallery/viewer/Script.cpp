@@ -1,6 +1,6 @@
 #include "gallery/viewer/Script.h"
 
-#include "gallery/CommandLine.h"
+#include "gallery/Size.h"
 #include "headless/Error.h"
 
 #include <SDL.h>

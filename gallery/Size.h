@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace tidalume::gallery {
+
+/// The two numbers of "540x960", each 1 or more; false where the text is something else.
+bool parseSize(const std::string& text, int& width, int& height);
+
+} // namespace tidalume::gallery
