@@ -9,15 +9,6 @@
 
 namespace tidalume::bench {
 
-TemporaryFolder::TemporaryFolder() : mPath(std::filesystem::temp_directory_path() / "tidalume-bench-XXXXXX") {
-    if (!mkdtemp(mPath.data())) throw std::runtime_error("cannot make a folder like " + mPath);
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(mPath, ignored);
-}
-
 std::string runSelf(const std::string& before, const std::string& options) {
     const std::string self = std::filesystem::read_symlink("/proc/self/exe");
     const std::string command = before + " '" + self + "' " + options;

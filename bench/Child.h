@@ -7,20 +7,6 @@
 
 namespace tidalume::bench {
 
-/// A new folder that lives as long as this object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::string& path() const { return mPath; }
-
-  private:
-    std::string mPath;
-};
-
 /// Runs this program again and returns what it printed.
 /// @param before   environment variables, or a tool that runs it
 /// @param options  of the program

@@ -1,5 +1,6 @@
 #include "bench/Benchmarks.h"
 #include "bench/Child.h"
+#include "bench/shared/TemporaryFolder.h"
 #include "math/Matrix.h"
 
 #include <string>

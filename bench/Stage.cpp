@@ -1,10 +1,10 @@
 #include "bench/Stage.h"
 
+#include "bench/shared/Noise.h"
 #include "foundation/ProgramBuilder.h"
 #include "headless/Pixels.h"
 
 #include <cstdlib>
-#include <random>
 
 namespace tidalume::bench {
 namespace {
@@ -33,15 +33,6 @@ void main() {
     gl_Position = vec4(vertices, 0.0, 1.0);
 }
 )");
-
-std::vector<float> noise(unsigned int seed, int count, float lowest, float highest) {
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> distribution(lowest, highest);
-    std::vector<float> values(static_cast<size_t>(count));
-    for (float& value : values)
-        value = distribution(random);
-    return values;
-}
 
 void fill(const Surface& surface) {
     const std::vector<float> values =

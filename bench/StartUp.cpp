@@ -2,6 +2,7 @@
 #include "bench/Child.h"
 #include "bench/GLReplay.h"
 #include "bench/Measure.h"
+#include "bench/shared/TemporaryFolder.h"
 #include "foundation/GlobalProperty.h"
 
 #include <benchmark/benchmark.h>

@@ -3,7 +3,7 @@
 #include "foundation/ProgramTable.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Files.h"
 
 #include <EGL/egl.h>
 
@@ -34,7 +34,7 @@ class FoundationTest : public CallsTest {
     FoundationTest() { std::strcpy(GlobalProperty::ROOT_DIR, "./"); }
 
     void TearDown() override {
-        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
+        EXPECT_THAT(glRecorder().live, Each(Pair(_, IsEmpty()))) << "GL objects leaked";
         CallsTest::TearDown();
     }
 
@@ -50,7 +50,7 @@ class FoundationTest : public CallsTest {
         return lines;
     }
 
-    const TemporaryFolder folder;
+    const WorkingFolder folder;
 };
 
 TEST_F(FoundationTest, LogsToTheLetter) {
@@ -127,8 +127,8 @@ TEST_F(FoundationTest, LogsTheTimeOfMissingPrograms) {
 /// What is called without a cache file, with one that the driver rejects, and with one that it accepts.
 TEST_F(FoundationTest, CallsTheDriverInOrder) {
     const std::string textBuild = R"(
-        glCreateShader vertex; glShaderSource; glCompileShader; glGetShaderiv 0x8b81
-        glCreateShader fragment; glShaderSource; glCompileShader; glGetShaderiv 0x8b81
+        glCreateShader VERTEX_SHADER; glShaderSource; glCompileShader; glGetShaderiv 0x8b81
+        glCreateShader FRAGMENT_SHADER; glShaderSource; glCompileShader; glGetShaderiv 0x8b81
         glCreateProgram; glAttachShader; [glAttachShader]; glAttachShader; [glAttachShader]
         glLinkProgram; glDeleteShader; glDeleteShader; glGetProgramiv 0x8b82; )";
     const std::string save = "glGetProgramiv 0x8741; [glGetProgramiv]; glGetProgramBinary; [glGetProgramBinary]; ";

@@ -1,16 +1,17 @@
 // Cache files of any content, before a driver that accepts or rejects what is in them.
 
+#include "bench/shared/DriversOwn.h"
 #include "foundation/GlobalProperty.h"
 #include "foundation/ProgramBuilder.h"
 #include "headless/HeadlessContext.h"
-#include "tests/fuzz/Require.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Files.h"
+#include "tests/support/LiveNames.h"
 
 #include <GLES3/gl3.h>
 #include <android/log.h>
 
+#include <cassert>
 #include <cstring>
-#include <dlfcn.h>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <string>
 
@@ -32,7 +33,7 @@ void glProgramBinary(GLuint program, GLenum /*format*/, const void* binary, GLsi
 }
 
 void glGetProgramiv(GLuint program, GLenum name, GLint* value) {
-    static const auto real = reinterpret_cast<decltype(&glGetProgramiv)>(dlsym(RTLD_NEXT, "glGetProgramiv"));
+    static const auto real = DRIVERS_OWN(glGetProgramiv);
     real(program, name, value);
     if (name == GL_LINK_STATUS && program != 0 && program == accepted) *value = GL_TRUE;
 }
@@ -56,18 +57,17 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const GLuint program = createProgram(vertexSource, fragmentSource, "Program");
     GLint isLinked = 0;
     glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    require(isLinked == GL_TRUE, "a program whatever the file holds");
-    require(handedOver == content, "the driver gets the whole file and nothing else");
-    require(accepted == (accepts ? program : 0), "an accepted binary is used");
+    assert(isLinked == GL_TRUE && "a program whatever the file holds");
+    assert(handedOver == content && "the driver gets the whole file and nothing else");
+    assert((accepted == (accepts ? program : 0)) && "an accepted binary is used");
 
     const std::string after = fileContent("Program.dat");
     GLint length = 0;
     glGetProgramiv(program, GL_PROGRAM_BINARY_LENGTH, &length);
-    require(accepts ? after == content : after.size() == static_cast<size_t>(length),
-            "an accepted file stays, a rejected one is replaced by the new binary");
+    assert((accepts ? after == content : after.size() == static_cast<size_t>(length)) &&
+           "an accepted file stays, a rejected one is replaced by the new binary");
     glDeleteProgram(program);
-    for (GLuint name = 1; name <= program; ++name)
-        require(!glIsProgram(name), "no program is left");
+    assert(liveNames() == 0 && "no program is left");
     return 0;
 }
 }

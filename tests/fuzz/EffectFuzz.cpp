@@ -1,18 +1,18 @@
 // A hostile caller: in a real JVM, a Session turns bytes into calls of the native functions on a real GL context.
 
-#include "tests/fuzz/Require.h"
+#include "tests/support/LiveNames.h"
 
-#include <GLES3/gl3.h>
 #include <android/log.h>
 #include <jni.h>
 
+#include <cassert>
 #include <cstdlib>
 
 namespace {
 
 JNIEnv* java = nullptr;
-jclass target = nullptr;
-jmethodID play = nullptr;
+jclass session = nullptr;
+jmethodID playNative = nullptr;
 
 } // namespace
 
@@ -27,10 +27,10 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     JavaVMInitArgs arguments = {JNI_VERSION_1_8, 0, nullptr, JNI_FALSE};
     JavaVM* machine = nullptr;
     const jint started = JNI_CreateJavaVM(&machine, reinterpret_cast<void**>(&java), &arguments);
-    require(started == JNI_OK, "no Java virtual machine");
-    target = java->FindClass("com/vyn/effect/tidalume/FuzzTarget");
-    require(target != nullptr, "no class FuzzTarget");
-    play = java->GetStaticMethodID(target, "play", "([B)V");
+    assert(started == JNI_OK && "no Java virtual machine");
+    session = java->FindClass("com/vyn/effect/tidalume/Session");
+    assert(session != nullptr && "no class Session");
+    playNative = java->GetStaticMethodID(session, "playNative", "([B)V");
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
     return 0;
 }
@@ -40,15 +40,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto count = static_cast<jsize>(size);
     jbyteArray choices = java->NewByteArray(count);
     java->SetByteArrayRegion(choices, 0, count, reinterpret_cast<const jbyte*>(data));
-    java->CallStaticVoidMethod(target, play, choices);
+    java->CallStaticVoidMethod(session, playNative, choices);
     java->DeleteLocalRef(choices);
     if (java->ExceptionCheck()) {
         java->ExceptionDescribe();
-        require(false, "a native function left a Java exception");
+        assert(false && "a native function left a Java exception");
     }
-    for (GLuint name = 1; name < 100; ++name) {
-        require(!glIsTexture(name) && !glIsFramebuffer(name), "a texture or a framebuffer was leaked");
-        require(!glIsProgram(name) && !glIsShader(name), "a program or a shader was leaked");
-    }
+    assert(liveNames() == 0 && "a GL object was leaked");
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "gallery/SceneTable.h"
 #include "headless/PictureFile.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Files.h"
 
 #include <gmock/gmock.h>
 #include <numeric>
@@ -48,7 +48,7 @@ class Programs : public testing::Test {
     }
 
   private:
-    const TemporaryFolder mFolder;
+    const WorkingFolder mFolder;
 };
 
 } // namespace

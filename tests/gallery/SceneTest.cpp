@@ -2,6 +2,7 @@
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
+#include "tests/support/LiveNames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,7 +27,6 @@ using testing::Lt;
 
 constexpr int width = 96;
 constexpr int height = 160;
-constexpr GLuint highestName = 500;
 
 /// Resident memory in KiB, without what the allocator keeps for later. Comparable where a context has just begun:
 /// within a context the driver gathers what it has not drawn yet.
@@ -38,17 +38,10 @@ long residentMemory() {
     return resident * sysconf(_SC_PAGESIZE) / 1024;
 }
 
-int liveNames() {
-    int live = 0;
-    for (GLuint name = 1; name <= highestName; ++name)
-        live += glIsTexture(name) + glIsFramebuffer(name) + glIsProgram(name) + glIsShader(name) + glIsBuffer(name);
-    return live;
-}
-
 /// Whether a live texture holds a value that is not a number. A field of metaballs reaches 120 pixels beyond the screen
 /// on every side.
 bool holdsNaN() {
-    for (GLuint name = 1; name <= highestName; ++name) {
+    for (GLuint name = 1; name < endOfNames; ++name) {
         if (!glIsTexture(name)) continue;
         const std::vector<float> values = headless::readTexture(name, width + 240, height + 240).rgba;
         if (std::any_of(values.begin(), values.end(), [](float value) { return std::isnan(value); })) return true;
@@ -156,27 +149,24 @@ TEST_P(EveryScene, ShowsEverySetting) {
     }
 }
 
-class Metaballs : public testing::Test {
-  protected:
-    static Player start() {
-        Player player(sceneTable()[3], 1);
-        player.setUp(width, height, {});
-        return player;
-    }
-
-    const headless::HeadlessContext context{width, height};
-};
+/// A player of the metaballs, which look alike after as many frames, whoever has touched them before.
+Player metaballs() {
+    Player player(sceneTable()[3], 1);
+    player.setUp(width, height, {});
+    return player;
+}
 
 // A display's frames come a little early or late; a slow machine's come much too late.
-TEST_F(Metaballs, StepsFollowTime) {
+TEST(Player, StepsFollowTime) {
+    const headless::HeadlessContext context(width, height);
     for (const double rate : {50.0, 144.0}) {
-        Player player = start();
+        Player player = metaballs();
         int steps = 0;
         for (int i = 0; i < 2 * rate; ++i)
             steps += player.advance(1 / rate);
         EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
     }
-    Player player = start();
+    Player player = metaballs();
     const double step = Player::step;
     std::vector<int> steps;
     for (const double seconds :
@@ -185,9 +175,10 @@ TEST_F(Metaballs, StepsFollowTime) {
     EXPECT_THAT(steps, testing::ElementsAre(1, 1, 1, 1, 1, 1, 0, 1, 2, 1));
 }
 
-TEST_F(Metaballs, TheFirstTouchEndsTheDemonstration) {
+TEST(Player, TheFirstTouchEndsTheDemonstration) {
+    const headless::HeadlessContext context(width, height);
     const auto picture = [](int touchedAt, int frames, int finger = 9) {
-        Player player = start();
+        Player player = metaballs();
         for (int frame = 0; frame < frames; ++frame) {
             if (frame == touchedAt) player.touch({0, 0, TouchAction::Up, finger});
             player.drawStep();

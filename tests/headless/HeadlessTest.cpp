@@ -2,7 +2,7 @@
 #include "headless/HeadlessContext.h"
 #include "headless/PictureFile.h"
 #include "headless/Pixels.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Files.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -74,7 +74,7 @@ Picture pattern(int width, int height, int shade = 0) {
 
 /// Files lie in a folder of the test's own.
 class PictureFile : public Test {
-    const TemporaryFolder mFolder;
+    const WorkingFolder mFolder;
 };
 
 /// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.

@@ -2,7 +2,6 @@ package com.vyn.effect.tidalume;
 
 import static org.junit.Assert.*;
 
-import com.vyn.effect.tidalume.headless.HeadlessContext;
 import java.lang.reflect.*;
 import java.util.*;
 import java.util.stream.*;
@@ -73,9 +72,7 @@ public final class CallTest {
     public void everyCallWorksOrSaysWhyNot() throws Exception {
         final byte[] choices = new byte[100000];
         new Random(7).nextBytes(choices);
-        try (HeadlessContext context = HeadlessContext.create(97, 61)) {
-            new Session(context, false, choices, this::call).run();
-        }
+        new Session(false, choices, this::call).run();
     }
 
     @Test

@@ -27,7 +27,9 @@ final class Session {
     /** Above the GL names that a driver gives. */
     private static final int INVENTED = 1000;
 
-    private final HeadlessContext context;
+    /** Stays current, for who looks at what a session has left in it. */
+    private static final HeadlessContext CONTEXT = HeadlessContext.create(64, 64);
+
     private final boolean isNative;
     private final ByteBuffer choices;
     private final Caller caller;
@@ -39,11 +41,18 @@ final class Session {
      *     counts within them; else the public ones, which check what they are given
      * @param choices each of them one byte; the session ends with them
      */
-    Session(HeadlessContext context, boolean isNative, byte[] choices, Caller caller) {
-        this.context = context;
+    Session(boolean isNative, byte[] choices, Caller caller) {
         this.isNative = isNative;
         this.choices = ByteBuffer.wrap(choices);
         this.caller = caller;
+    }
+
+    /** Calls of the native methods, with the settings at their defaults; an exception of one comes through. */
+    static void playNative(byte[] choices) throws Exception {
+        GlobalProperty.setDEBUGLOG(false);
+        GlobalProperty.setBINARYSHADER(false);
+        GlobalProperty.setROOTDIR("");
+        new Session(true, choices, Method::invoke).run();
     }
 
     /** Makes all calls, and frees what it has made. */
@@ -55,7 +64,7 @@ final class Session {
         for (AutoCloseable effect : effects) {
             effect.close();
         }
-        IntStream.rangeClosed(1, PICTURES).forEach(context::deleteTexture);
+        IntStream.rangeClosed(1, PICTURES).forEach(CONTEXT::deleteTexture);
     }
 
     private void step() throws Exception {
@@ -86,9 +95,9 @@ final class Session {
     }
 
     private void newContext() {
-        context.recreate();
+        CONTEXT.recreate();
         for (int i = 0; i < PICTURES; i++) {
-            context.createTexture(HeadlessContext.GL_RGBA8, 2, 1, new float[] {1, 0, 0, 1, 0, 1, 0, 0.5f});
+            CONTEXT.createTexture(HeadlessContext.GL_RGBA8, 2, 1, new float[] {1, 0, 0, 1, 0, 1, 0, 0.5f});
         }
     }
 
@@ -164,9 +173,6 @@ final class Session {
                 return below(18) - 2;
             case "addMetaballs":
                 return isNative ? below(3) : pick(2, 2, -1, 3, Integer.MAX_VALUE, Integer.MIN_VALUE);
-            case "setBlendEquation":
-            case "setBlendFunction":
-                return pick(0, 1, 0x0302, 0x0303, 0x8003, 0x8006, 0x8008, 0x800B, -1, 7);
             case "push":
                 return isOdd() ? pick(-1, Integer.MAX_VALUE, Integer.MIN_VALUE) : below(9);
             // Names that are kept must not be those of effects: GL would make them anew when they are bound.
@@ -174,8 +180,9 @@ final class Session {
                 return pick(0, INVENTED);
             case "setTexture":
                 return pick(0, PICTURES, INVENTED);
-            default: // a texture, or a rotation, for which such numbers do too
-                return pick(0, 1, 2, 3, 4, PICTURES, INVENTED, textureOf(pick(effects)));
+            default: // a texture, a rotation or a blend code: some of these do for each
+                return pick(0, 1, 2, 3, 4, PICTURES, INVENTED, textureOf(pick(effects)), -1, 0x0302, 0x0303, 0x8003,
+                        0x8006, 0x8008, 0x800B);
         }
     }
 

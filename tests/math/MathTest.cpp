@@ -54,6 +54,7 @@ TEST(Matrix, PutsPointsWhereItsBuilderSays) {
         const Matrix parallel =
             built(right ? &Matrix::OrthoOffCenterRH : &Matrix::OrthoOffCenterLH, l, r, b, t, zn, zf);
         const Matrix camera = built(right ? &Matrix::LookAtRH : &Matrix::LookAtLH, eye.data(), at.data(), up.data());
+        const Matrix fov = built(&Matrix::PerspectiveFovLH, 2 * std::atan(0.5F), 2, 1, 3);
         const float z = right ? -1 : 1;
         const float moved = right * 2 * (r + l) / (r - l);
         const struct {
@@ -69,10 +70,7 @@ TEST(Matrix, PutsPointsWhereItsBuilderSays) {
             {"LookAt", camera, at, {0, 0, z * 7}, 1e-6F},
             {"LookAt", camera, beside, {z * 6.3245553F, 0, 0}},
             {"LookAt", camera, above, {0, 6.3245553F / 7, z * 3 / 7}, 1e-6F},
-            {"PerspectiveFovLH",
-             built(&Matrix::PerspectiveFovLH, 2 * std::atan(0.5F), 2, 1, 3),
-             {3, -1.5F, 3},
-             {1, -1, 1}},
+            {"PerspectiveFovLH", fov, {3, -1.5F, 3}, {1, -1, 1}},
             // 0.01745328 radians to the degree, not the nearest float to pi / 180: 90 degrees fall short by 1.2e-6.
             {"RotationY", built(&Matrix::RotationY, 90), {1, 5, 0.5F}, {1.15e-6F - 0.5F, 5, 1.0000006F}},
         };

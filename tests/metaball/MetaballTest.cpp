@@ -46,7 +46,7 @@ TEST_F(MetaballTest, AnotherQualityReplacesTheFieldAtTheNextSize) {
     metaballs.setScreenSize(width, height);
     metaballs.init(2.0F);
     // 48.5 and 30.5 texels are rounded away from 0.
-    expectCalls([&] { metaballs.setScreenSize(width, height); }, "glDeleteTextures 1 1; R16F 169 151 mTexture",
+    expectCalls([&] { metaballs.setScreenSize(width, height); }, "glDeleteTextures 1; R16F 169 151 mTexture",
                 "glDeleteTextures|TexImage2D");
     for (const float impossible : {0.0F, -1.0F, NAN, 1e-30F, 1e30F}) {
         metaballs.init(impossible);
@@ -71,14 +71,14 @@ TEST_F(MetaballTest, CallsInOrder) {
         glCheckFramebufferStatus; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer FRAMEBUFFER 0)");
     expectCalls([&] { metaballs.addMetaballs(balls, 2); }, R"(
         glBindFramebuffer FRAMEBUFFER 1; glFramebufferTexture2D 1; glViewport 0 0 337 301; glClearColor 0 0 0 1
-        glClear COLOR_BUFFER_BIT; glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 0x1 0x1; glUseProgram 1
-        radiusMultiplyFactor 1.20933; qualityMultiplyFactor 1; matrixMVP 1; Enable metaballs; Pointer metaballs 4 24
+        glClear COLOR_BUFFER_BIT; glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 1 1; glUseProgram 1
+        radiusMultiplyFactor 1.20933; qualityMultiplyFactor 1; matrixMVP *; Enable metaballs; Pointer metaballs 4 24
         glDrawArrays POINTS 0 2; glFlush; Disable metaballs; glUseProgram 0; glDisable BLEND
         glBindFramebuffer FRAMEBUFFER 0)");
     expectCalls([&] { metaballs.render(color); }, R"(
         glViewport 0 0 97 61; glDisable DEPTH_TEST; glEnable BLEND; glBlendEquation FUNC_ADD
-        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 0x1 ONE_MINUS_SRC_ALPHA; glUseProgram 2; color 1 0.5 0.25 1
-        cut 0.1; matrixMVP 1; textureField 0; unit 0 texture 1; Enable vertices; Pointer vertices 3 0; Enable texcoords
+        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glUseProgram 2; color 1 0.5 0.25 1
+        cut 0.1; matrixMVP *; textureField 0; unit 0 texture 1; Enable vertices; Pointer vertices 3 0; Enable texcoords
         Pointer texcoords 2 0; glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices
         glBindTexture TEXTURE_2D 0; glUseProgram 0; glDisable BLEND)");
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "bench/shared/Noise.h"
 #include "tests/pictures/PictureCase.h"
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace tidalume::pictures {
+
+using bench::noise;
 
 /// A texture, and what it holds as the driver has stored it. Coordinates are clamped to the edge.
 struct Field : headless::PixelArray {
@@ -25,18 +27,10 @@ struct Field : headless::PixelArray {
     double neighbours(int x, int y) const { return at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1); }
 };
 
-inline std::vector<float> noise(int count, float lowest, float highest) {
-    std::mt19937 random;
-    std::uniform_real_distribution<float> between(lowest, highest);
-    std::vector<float> values(static_cast<size_t>(count));
-    std::generate(values.begin(), values.end(), [&] { return between(random); });
-    return values;
-}
-
 /// Noise in a new texture, which lives as long as the context.
 inline Field noiseTexture(GLenum format, int width, int height, float lowest = 0.0F, float highest = 1.0F) {
     const int count = width * height * headless::channelCount(format);
-    return {headless::makeTexture(format, width, height, noise(count, lowest, highest)), width, height};
+    return {headless::makeTexture(format, width, height, noise(1, count, lowest, highest)), width, height};
 }
 
 template <typename... Effects>

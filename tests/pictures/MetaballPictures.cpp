@@ -11,7 +11,7 @@ struct Ball {
 
 /// Balls with centres up to 60 pixels outside the screen, and two of a radius that draws nothing.
 std::vector<Ball> randomBalls(int count, int width, int height) {
-    const std::vector<float> shares = noise(3 * count, 0.0F, 1.0F);
+    const std::vector<float> shares = noise(1, 3 * count, 0.0F, 1.0F);
     std::vector<Ball> balls = {{48.0F, 30.0F, 0.0F}, {20.0F, 30.0F, -15.0F}};
     for (const float* share = shares.data(); count > 0; --count, share += 3)
         balls.push_back({share[0] * (width + 120) - 60, share[1] * (height + 120) - 60, share[2] * 25 + 10});

@@ -69,7 +69,7 @@ struct HorizontalWave {
 template <typename Effect>
 Field makeRough(Effect& effect, int width, int height, GLenum channels) {
     makeReady(width, height, effect);
-    const std::vector<float> state = noise(2 * width * height, -0.25F, 0.25F);
+    const std::vector<float> state = noise(1, 2 * width * height, -0.25F, 0.25F);
     glBindTexture(GL_TEXTURE_2D, effect.getTexture());
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, channels, GL_FLOAT, state.data());
     return {effect.getTexture(), width, height};

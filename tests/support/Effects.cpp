@@ -12,6 +12,7 @@
 #include "headless/Pixels.h"
 
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -87,32 +88,26 @@ void draw(ShallowWaterRenderer& effect) {
 
 enum Output { Screen, Target };
 
-template <typename Effect, Output output, int... quality>
-struct Adapter : AnyEffect {
-    Effect effect;
-    void init() override { effect.init(quality...); }
-    void setScreenSize(int width, int height) override { effect.setScreenSize(width, height); }
-    void GLContextDestroyed() override { effect.GLContextDestroyed(); }
-    void draw() override { ::draw(effect); }
-    GLuint texture() override {
-        if constexpr (output == Target) return effect.getTexture();
-        return 0;
-    }
-};
-
 template <typename Effect, Output output = Screen, int... quality>
-std::unique_ptr<AnyEffect> make() {
-    return std::make_unique<Adapter<Effect, output, quality...>>();
+AnyEffect make() {
+    const auto effect = std::make_shared<Effect>();
+    return {[=] { effect->init(quality...); }, [=](int width, int height) { effect->setScreenSize(width, height); },
+            [=] { effect->GLContextDestroyed(); }, [=] { draw(*effect); },
+            [=] {
+                if constexpr (output == Target) return effect->getTexture();
+                return GLuint{0};
+            }};
 }
 
 } // namespace
 
-void AnyEffect::prepare() {
+AnyEffect AnyEffect::prepare() const {
     init();
     setScreenSize(width, height);
+    return *this;
 }
 
-std::vector<float> AnyEffect::picture(int channels) {
+std::vector<float> AnyEffect::picture(int channels) const {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -123,12 +118,6 @@ std::vector<float> AnyEffect::picture(int channels) {
     for (int i = 0; i < width * height; ++i)
         drawn.insert(drawn.end(), &pixels.rgba[4 * i], &pixels.rgba[4 * i] + channels);
     return drawn;
-}
-
-std::unique_ptr<AnyEffect> EffectCase::ready() const {
-    auto effect = make();
-    effect->prepare();
-    return effect;
 }
 
 const std::vector<EffectCase>& effectCases() {

@@ -2,44 +2,38 @@
 
 #include <GLES3/gl3.h>
 
-#include <memory>
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
 
-/// Any effect, as far as its life goes, on a screen of 97 x 61 pixels.
+/// Any effect, as far as its life goes, on a screen of 97 x 61 pixels. It is destroyed with its last copy.
 struct AnyEffect {
     static constexpr int width = 97;
     static constexpr int height = 61;
 
-    virtual ~AnyEffect() = default;
-    virtual void init() = 0;
-    virtual void setScreenSize(int width, int height) = 0;
-    virtual void GLContextDestroyed() = 0;
-    /// Makes every call that draws, disturbs or builds.
-    virtual void draw() = 0;
-    /// The texture that the effect draws into; 0 when that is framebuffer 0.
-    virtual GLuint texture() = 0;
+    std::function<void()> init;
+    std::function<void(int, int)> setScreenSize;
+    std::function<void()> GLContextDestroyed;
+    std::function<void()> draw;      ///< makes every call that draws, disturbs or builds
+    std::function<GLuint()> texture; ///< that the effect draws into; 0 when that is framebuffer 0
 
     /// Initialises for the screen.
-    void prepare();
+    AnyEffect prepare() const;
 
     /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.
     /// @param channels  how many of a pixel are read
-    std::vector<float> picture(int channels = 3);
+    std::vector<float> picture(int channels = 3) const;
 };
 
 struct EffectCase {
     std::string name;
-    std::unique_ptr<AnyEffect> (*make)();
+    AnyEffect (*make)();
     std::vector<std::string> programNames; ///< in the cache: the class, "Program" and this
     int targets = 0;                       ///< textures, each with a framebuffer, per object
     int channels = 3;                      ///< that count; a wider format holds anything in its further ones
     std::string programClass = name;       ///< whose programs it draws with
     bool sharesPrograms = true;            ///< among all objects of the class
-
-    /// Makes one and prepares it.
-    std::unique_ptr<AnyEffect> ready() const;
 };
 
 inline void PrintTo(const EffectCase& effect, std::ostream* stream) {

@@ -1,14 +1,12 @@
 #include "tests/support/GLRecorder.h"
 
-#include <dlfcn.h>
+#include "bench/shared/DriversOwn.h"
+
 #include <regex>
 #include <sstream>
 #include <utility>
 
 namespace {
-
-/// The driver's own function.
-#define REAL(function) reinterpret_cast<decltype(&function)>(dlsym(RTLD_NEXT, #function))
 
 GLRecorder& recorder = glRecorder();
 
@@ -22,23 +20,25 @@ const std::map<GLenum, const char*> enumNames = {
     NAMED(TEXTURE_MAG_FILTER), NAMED(TEXTURE_WRAP_S), NAMED(TEXTURE_WRAP_T), NAMED(LINEAR), NAMED(CLAMP_TO_EDGE),
     NAMED(MIRRORED_REPEAT), NAMED(R16F), NAMED(RG16F), NAMED(RGB16F), NAMED(RGBA16F), NAMED(RED), NAMED(RG),
     NAMED(RGB), NAMED(RGBA), NAMED(HALF_FLOAT), NAMED(FLOAT), NAMED(UNSIGNED_SHORT), NAMED(MAX_TEXTURE_SIZE),
-    NAMED(TRIANGLE_STRIP), NAMED(TRIANGLES)};
+    NAMED(VERTEX_SHADER), NAMED(FRAGMENT_SHADER)};
 // clang-format on
+constexpr const char* modeNames[] = {" POINTS", "", "", "", " TRIANGLES", " TRIANGLE_STRIP"};
 
-std::string name(GLenum value) {
-    const auto found = enumNames.find(value);
-    if (found != enumNames.end()) return found->second;
-    std::ostringstream text;
-    text << "0x" << std::hex << value;
-    return text.str();
-}
-
-/// Arguments one after another with blanks between.
+/// Arguments, each after a blank; pointers, which differ from run to run, are left out.
 template <typename... Arguments>
-std::string text(const Arguments&... arguments) {
+std::string text(Arguments... arguments) {
     std::ostringstream stream;
-    const char* separator = "";
-    ((stream << separator << arguments, separator = " "), ...);
+    [[maybe_unused]] const auto write = [&](auto value) {
+        if constexpr (std::is_pointer_v<decltype(value)>)
+            return;
+        else if constexpr (!std::is_same_v<decltype(value), GLenum>)
+            stream << " " << +value;
+        else if (enumNames.count(value))
+            stream << " " << enumNames.at(value);
+        else
+            stream << " " << (value < 0x100 ? std::dec : std::hex) << std::showbase << value << std::dec;
+    };
+    (write(arguments), ...);
     return stream.str();
 }
 
@@ -46,18 +46,18 @@ template <typename Value>
 std::string list(const Value* values, int count) {
     std::string all;
     for (int i = 0; i < count; ++i)
-        all += (i ? " " : "") + text(values[i]);
+        all += text(values[i]);
     return all;
 }
 
-/// GLSL names of the current program.
-std::string uniform(GLint location) {
-    return recorder.uniforms[{recorder.currentProgram, location}];
-}
-
-std::string attribute(GLuint location) {
-    return recorder.attributes[{recorder.currentProgram, static_cast<GLint>(location)}];
-}
+/// Reads a location of the current program as its GLSL name, and what follows it.
+const auto named = [](GLRecorder::Locations& names) {
+    return [&](auto location, auto... arguments) {
+        return " " + names[{recorder.currentProgram, GLint(location)}] + text(arguments...);
+    };
+};
+const auto uniform = named(recorder.uniforms);
+const auto attribute = named(recorder.attributes);
 
 /// Notes new objects, or none where the driver is to give none.
 void created(const char* function, const char* kind, GLsizei n, GLuint* names) {
@@ -89,80 +89,55 @@ std::string GLRecorder::record(const std::function<void()>& action) {
 
 void GLRecorder::call(const char* name, const std::string& arguments) {
     ++counts[name];
-    mCalls += (arguments.empty() ? name : name + (" " + arguments)) + "\n";
+    mCalls += name + arguments + "\n";
 }
 
 // The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
-    recorder.call("checkGLError", op);
+    recorder.call("checkGLError", std::string(" ") + op);
     __real__Z12checkGLErrorPKc(op);
 }
 
-/// An entry point that is written down and passed on: parameters, the arguments to pass, and the text to write.
-#define PASS_ON(function, parameters, arguments, description)                                                          \
-    void function parameters {                                                                                         \
+/// An entry point that is written down and passed on.
+#define PASS_ON_AS(result, function, parameters, arguments, description)                                               \
+    result function parameters {                                                                                       \
         recorder.call(#function, description);                                                                         \
-        REAL(function) arguments;                                                                                      \
+        return DRIVERS_OWN(function) arguments;                                                                        \
     }
+#define PASS_ON(result, function, parameters, arguments)                                                               \
+    PASS_ON_AS(result, function, parameters, arguments, text arguments)
+#define UNIFORM(function, parameters, arguments) PASS_ON_AS(void, function, parameters, arguments, uniform arguments)
+#define ATTRIBUTE(function, parameters, arguments)                                                                     \
+    PASS_ON_AS(void, function, parameters, arguments, attribute arguments)
+#define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \
+    PASS_ON_AS(void, function, parameters, arguments, uniform(location) + ((floats) > 4 ? " *" : list(data, floats)))
+#include "bench/shared/DrawingCalls.h"
 
-PASS_ON(glActiveTexture, (GLenum unit), (unit), name(unit))
-PASS_ON(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), text(name(target), buffer))
-PASS_ON(glBlendColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
-PASS_ON(glBlendEquation, (GLenum mode), (mode), name(mode))
-PASS_ON(glBlendFunc, (GLenum source, GLenum target), (source, target), text(name(source), name(target)))
-PASS_ON(glBlendFuncSeparate, (GLenum srcRGB, GLenum dstRGB, GLenum srcAlpha, GLenum dstAlpha),
-        (srcRGB, dstRGB, srcAlpha, dstAlpha), text(name(srcRGB), name(dstRGB), name(srcAlpha), name(dstAlpha)))
-PASS_ON(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), text(r, g, b, a))
-PASS_ON(glCompileShader, (GLuint shader), (shader), "")
-PASS_ON(glDisable, (GLenum capability), (capability), name(capability))
-PASS_ON(glDisableVertexAttribArray, (GLuint index), (index), attribute(index))
-PASS_ON(glEnable, (GLenum capability), (capability), name(capability))
-PASS_ON(glEnableVertexAttribArray, (GLuint index), (index), attribute(index))
-PASS_ON(glFlush, (), (), "")
-PASS_ON(glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
-        (program, size, length, format, binary), "")
-PASS_ON(glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
-        text(name(target), name(parameter), name(static_cast<GLenum>(value))))
-PASS_ON(glUniform1f, (GLint location, GLfloat v), (location, v), text(uniform(location), v))
-PASS_ON(glUniform1i, (GLint location, GLint v), (location, v), text(uniform(location), v))
-PASS_ON(glUniform2f, (GLint location, GLfloat x, GLfloat y), (location, x, y), text(uniform(location), x, y))
-PASS_ON(glUniform2fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(uniform(location), list(v, 2 * count)))
-PASS_ON(glUniform3fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(uniform(location), list(v, 3 * count)))
-PASS_ON(glUniform4fv, (GLint location, GLsizei count, const GLfloat* v), (location, count, v),
-        text(uniform(location), list(v, 4 * count)))
-PASS_ON(glUniformMatrix4fv, (GLint location, GLsizei count, GLboolean transpose, const GLfloat* v),
-        (location, count, transpose, v), text(uniform(location), count))
-PASS_ON(glVertexAttribPointer,
-        (GLuint index, GLint size, GLenum type, GLboolean normalized, GLsizei stride, const void* pointer),
-        (index, size, type, normalized, stride, pointer),
-        text(attribute(index), size, name(type), static_cast<int>(normalized), stride))
-PASS_ON(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), text(x, y, width, height))
-
-PASS_ON(glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer), text(name(target), framebuffer))
-PASS_ON(glBindTexture, (GLenum target, GLuint texture), (target, texture), text(name(target), texture))
-PASS_ON(glFramebufferTexture2D, (GLenum target, GLenum attachment, GLenum textarget, GLuint texture, GLint level),
-        (target, attachment, textarget, texture, level), text(texture))
-PASS_ON(glUseProgram, (GLuint program), (program), text(recorder.orderOfProgram[recorder.currentProgram = program]))
-PASS_ON(glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("texture", n, names)))
-PASS_ON(glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), text(n, deleted("framebuffer", n, names)))
-PASS_ON(glDeleteProgram, (GLuint program), (program),
-        (deleted("program", 1, &program), text(recorder.orderOfProgram[program])))
-PASS_ON(glDeleteShader, (GLuint shader), (shader), (deleted("shader", 1, &shader), ""))
-PASS_ON(glLinkProgram, (GLuint program), (program), "")
-PASS_ON(glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value), name(parameter))
-PASS_ON(glClear, (GLbitfield mask), (mask), name(mask))
-PASS_ON(glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
-        text(mode == GL_POINTS ? "POINTS" : name(mode), first, count))
-PASS_ON(glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices), (mode, count, type, indices),
-        text(name(mode), count, name(type)))
+PASS_ON_AS(GLenum, glCheckFramebufferStatus, (GLenum target), (target), "")
+PASS_ON_AS(void, glCompileShader, (GLuint shader), (shader), "")
+PASS_ON(void, glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value))
+PASS_ON_AS(void, glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
+           (program, size, length, format, binary), "")
+PASS_ON_AS(void, glLinkProgram, (GLuint program), (program), "")
+PASS_ON_AS(void, glUseProgram, (GLuint program), (program),
+           text(recorder.orderOfProgram[recorder.currentProgram = program]))
+PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), deleted("texture", n, names))
+PASS_ON_AS(void, glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), deleted("framebuffer", n, names))
+PASS_ON_AS(void, glDeleteProgram, (GLuint program), (program),
+           (deleted("program", 1, &program), text(recorder.orderOfProgram[program])))
+PASS_ON_AS(void, glDeleteShader, (GLuint shader), (shader), (deleted("shader", 1, &shader), ""))
+PASS_ON_AS(void, glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
+           modeNames[mode] + text(first, count))
+PASS_ON_AS(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
+           (mode, count, type, indices), modeNames[mode] + text(count, type))
+PASS_ON_AS(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
+           text(target, parameter, GLenum(value)))
 
 #define GENERATE(function, kind)                                                                                       \
     void function(GLsizei n, GLuint* names) {                                                                          \
-        REAL(function)(n, names);                                                                                      \
+        DRIVERS_OWN(function)(n, names);                                                                               \
         created(#function, kind, n, names);                                                                            \
         recorder.call(#function, text(n));                                                                             \
     }
@@ -173,8 +148,8 @@ GENERATE(glGenFramebuffers, "framebuffer")
 /// A look-up of a location, whose name is remembered.
 #define LOOK_UP(function, names)                                                                                       \
     GLint function(GLuint program, const GLchar* name) {                                                               \
-        recorder.call(#function, name);                                                                                \
-        const GLint location = REAL(function)(program, name);                                                          \
+        recorder.call(#function, " " + std::string(name));                                                             \
+        const GLint location = DRIVERS_OWN(function)(program, name);                                                   \
         recorder.names[{program, location}] = name;                                                                    \
         return location;                                                                                               \
     }
@@ -185,35 +160,35 @@ LOOK_UP(glGetAttribLocation, attributes)
 /// What the driver says about a shader or program; with an empty info log where it is to have none.
 #define SAY(function)                                                                                                  \
     void function(GLuint object, GLenum parameter, GLint* value) {                                                     \
-        recorder.call(#function, name(parameter));                                                                     \
-        REAL(function)(object, parameter, value);                                                                      \
+        recorder.call(#function, text(parameter));                                                                     \
+        DRIVERS_OWN(function)(object, parameter, value);                                                               \
         if (recorder.faults.infoLogIsEmpty && parameter == GL_INFO_LOG_LENGTH) *value = 0;                             \
     }
 
 SAY(glGetShaderiv)
 SAY(glGetProgramiv)
 GLuint glCreateShader(GLenum type) {
-    recorder.call("glCreateShader", type == GL_VERTEX_SHADER ? "vertex" : "fragment");
-    GLuint shader = REAL(glCreateShader)(type);
+    recorder.call("glCreateShader", text(type));
+    GLuint shader = DRIVERS_OWN(glCreateShader)(type);
     created("glCreateShader", "shader", 1, &shader);
     return shader;
 }
 
 void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
     GLint type = 0;
-    REAL(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
+    DRIVERS_OWN(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
     std::string source = recorder.faults.compileFails ? "no shader" : sources[0];
     if (recorder.faults.pointsAreSinglePixels)
         source = std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
     const GLchar* given = source.c_str();
-    REAL(glShaderSource)(shader, count, &given, lengths);
+    DRIVERS_OWN(glShaderSource)(shader, count, &given, lengths);
 }
 
 GLuint glCreateProgram() {
     recorder.call("glCreateProgram", "");
-    GLuint program = REAL(glCreateProgram)();
+    GLuint program = DRIVERS_OWN(glCreateProgram)();
     created("glCreateProgram", "program", 1, &program);
     if (program) recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
     return program;
@@ -221,32 +196,29 @@ GLuint glCreateProgram() {
 
 void glAttachShader(GLuint program, GLuint shader) {
     recorder.call("glAttachShader", "");
-    if (!recorder.faults.linkFails) REAL(glAttachShader)(program, shader);
-}
-
-GLenum glCheckFramebufferStatus(GLenum target) {
-    recorder.call("glCheckFramebufferStatus", "");
-    return REAL(glCheckFramebufferStatus)(target);
+    if (!recorder.faults.linkFails) DRIVERS_OWN(glAttachShader)(program, shader);
 }
 
 void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height, GLint border,
                   GLenum format, GLenum type, const void* data) {
-    recorder.call("glTexImage2D", text(name(static_cast<GLenum>(internalFormat)), width, height, name(format),
-                                       name(type), data ? "data" : "none"));
+    recorder.call("glTexImage2D",
+                  text(GLenum(internalFormat), width, height, format, type) + (data ? " data" : " none"));
     if (recorder.faults.notRenderable.count(internalFormat))
-        return REAL(glTexImage2D)(target, level, GL_RGB9_E5, width, height, border, GL_RGB, GL_HALF_FLOAT, nullptr);
-    REAL(glTexImage2D)(target, level, internalFormat, width, height, border, format, type, data);
+        return DRIVERS_OWN(glTexImage2D)(target, level, GL_RGB9_E5, width, height, border, GL_RGB, GL_HALF_FLOAT,
+                                         nullptr);
+    DRIVERS_OWN(glTexImage2D)(target, level, internalFormat, width, height, border, format, type, data);
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
     constexpr GLenum formatOfMesa = 0x875F;
-    recorder.call("glProgramBinary", text(name(format), length));
-    REAL(glProgramBinary)(program, recorder.faults.acceptsProgramBinaries ? formatOfMesa : format, binary, length);
+    recorder.call("glProgramBinary", text(format, length));
+    DRIVERS_OWN(glProgramBinary)
+    (program, recorder.faults.acceptsProgramBinaries ? formatOfMesa : format, binary, length);
 }
 
 GLenum glGetError() {
     std::vector<GLenum>& pending = recorder.faults.pendingErrors;
-    if (pending.empty()) return REAL(glGetError)();
+    if (pending.empty()) return DRIVERS_OWN(glGetError)();
     const GLenum error = pending.front();
     pending.erase(pending.begin());
     return error;

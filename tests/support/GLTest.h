@@ -19,8 +19,7 @@ class GLTest : public testing::Test {
     GLTest() : context(width, height) {
         glClear(GL_COLOR_BUFFER_BIT); // a new framebuffer 0 holds anything
         glRecorder().reset();
-        GlobalProperty::DEBUG_LOG = false;
-        GlobalProperty::BINARY_SHADER = false;
+        GlobalProperty::DEBUG_LOG = GlobalProperty::BINARY_SHADER = false;
         GlobalProperty::ROOT_DIR[0] = '\0';
     }
 
@@ -28,14 +27,6 @@ class GLTest : public testing::Test {
         glRecorder().faults = {};
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
-    }
-
-    /// GL objects that live, other than shaders of programs that live.
-    static size_t liveObjects() {
-        size_t count = 0;
-        for (const auto& [kind, names] : glRecorder().live)
-            count += names.size();
-        return count;
     }
 
     tidalume::headless::HeadlessContext context;

@@ -10,7 +10,6 @@ struct TestPeer {
     }
 
     TIDALUME_PEEK(mControlPoints)
-    TIDALUME_PEEK(mCurveCoefficients)
     TIDALUME_PEEK(mIndices)
     TIDALUME_PEEK(mCoreOfCometVertices)
     TIDALUME_PEEK(mTailOfCometVertices)

@@ -11,13 +11,13 @@ using Pictures = std::vector<std::vector<float>>;
 /// Several frames of some effects, in a context of their own.
 Pictures draw(size_t firstEffect, size_t endEffect) {
     const tidalume::headless::HeadlessContext context(AnyEffect::width, AnyEffect::height);
-    std::vector<std::unique_ptr<AnyEffect>> effects;
+    std::vector<AnyEffect> effects;
     for (size_t i = firstEffect; i < endEffect; ++i)
-        effects.push_back(effectCases()[i].ready());
+        effects.push_back(effectCases()[i].make().prepare());
     Pictures pictures;
     for (int frame = 0; frame < 4; ++frame) {
         for (const auto& effect : effects)
-            pictures.push_back(effect->picture());
+            pictures.push_back(effect.picture());
     }
     return pictures;
 }

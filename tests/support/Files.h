@@ -1,23 +1,18 @@
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
+#include "bench/shared/TemporaryFolder.h"
+
 #include <fstream>
 #include <iterator>
-#include <string>
 
 /// A new folder that is the working directory while it lives.
-class TemporaryFolder {
+class WorkingFolder {
   public:
-    TemporaryFolder() { std::filesystem::current_path(mkdtemp(mPath)); }
-    ~TemporaryFolder() {
-        std::filesystem::current_path("/");
-        std::filesystem::remove_all(mPath);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
+    WorkingFolder() { std::filesystem::current_path(mFolder.path()); }
+    ~WorkingFolder() { std::filesystem::current_path("/"); }
 
   private:
-    char mPath[24] = "/tmp/tidalume-XXXXXX";
+    const tidalume::bench::TemporaryFolder mFolder;
 };
 
 inline void writeFile(const std::string& path, const std::string& content) {
