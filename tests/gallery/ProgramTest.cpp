@@ -113,8 +113,9 @@ TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
 TEST_F(Programs, ViewerFollowsTheSizeOfTheWindow) {
     const std::string script =
         "60 resize 160x90\n120 save wide.png\n121 key f\n240 save full.png\n241 key f\n360 save back.png\n361 quit\n";
-    runsWell("openbox --sm-disable & manager=$!; sleep 1; " + viewer(script) +
-             "; status=$?; kill $manager; exit $status");
+    runsWell("openbox --sm-disable & manager=$!; "
+             "until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q window; do sleep 0.1; done; " +
+             viewer(script) + "; status=$?; kill $manager; exit $status");
     for (const auto& [file, width, height] :
          {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}, {"back.png", 160, 90}}) {
         const Picture shown = readPicture(file);
