@@ -20,7 +20,7 @@ constexpr int height = 61;
 std::vector<PixelArray> drawn(Form form, const std::function<void(Stage&)>& action) {
     const headless::HeadlessContext context(width, height);
     Stage stage(width, height);
-    TestPeer::specular(stage.water) = 0.5F;
+    TestPeer::mMaterialSpecular(stage.water) = 0.5F;
     glClearColor(0.25F, 0.5F, 0.75F, 0.5F);
     glClear(GL_COLOR_BUFFER_BIT);
     stage.use(form);

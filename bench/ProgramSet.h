@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/plain/Shaders.h"
+#include "bench/shared/Peek.h"
 #include "foundation/ProgramTable.h"
 
 #include <utility>
@@ -8,10 +9,11 @@
 
 /// The benchmark's look into the effects, whose friend it is.
 struct TestPeer {
-    template <typename Effect>
-    static tidalume::ProgramTable programs(Effect& effect) {
-        return effect.mPrograms;
-    }
+    TIDALUME_PEEK(mFBONormal)
+    TIDALUME_PEEK(mMaterialSpecular)
+    TIDALUME_PEEK(mPrograms)
+    TIDALUME_PEEK(mTexturesWater)
+
     template <typename Effect>
     static tidalume::ProgramTable ownPrograms(Effect& effect) {
         return effect.programs();
@@ -19,18 +21,6 @@ struct TestPeer {
     template <typename Effect>
     static void step(Effect& effect) {
         effect.step();
-    }
-    template <typename Effect>
-    static unsigned int framebuffer(Effect& effect) {
-        return effect.mFBONormal;
-    }
-    template <typename Effect>
-    static auto& ring(Effect& effect) {
-        return effect.mTexturesWater;
-    }
-    template <typename Effect>
-    static float& specular(Effect& effect) {
-        return effect.mMaterialSpecular;
     }
 };
 

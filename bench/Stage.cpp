@@ -87,9 +87,9 @@ Stage::~Stage() {
 
 std::vector<Surface> Stage::surfaces() {
     std::vector<Surface> all;
-    for (const GLuint texture : TestPeer::ring(iterative))
+    for (const GLuint texture : TestPeer::mTexturesWater(iterative))
         all.push_back({texture, GL_RG, mWidth, mHeight, -0.5F, 0.5F});
-    for (const GLuint texture : TestPeer::ring(threeBuffers))
+    for (const GLuint texture : TestPeer::mTexturesWater(threeBuffers))
         all.push_back({texture, GL_RED, mWidth, mHeight, -0.5F, 0.5F});
     all.push_back({intensity.getTexture(), GL_RED, mWidth, mHeight, -0.5F, 0.5F});
     all.push_back({normals.getTexture(), GL_RGB, mWidth, mHeight, 0.3F, 1.0F});
@@ -98,9 +98,9 @@ std::vector<Surface> Stage::surfaces() {
 }
 
 std::vector<ProgramTable> Stage::tables() {
-    return {TestPeer::programs(iterative), TestPeer::ownPrograms(threeBuffers), TestPeer::programs(intensity),
-            TestPeer::programs(normals),   TestPeer::programs(water),           TestPeer::programs(metaballs),
-            TestPeer::programs(graphics),  TestPeer::programs(comets)};
+    return {TestPeer::mPrograms(iterative), TestPeer::ownPrograms(threeBuffers), TestPeer::mPrograms(intensity),
+            TestPeer::mPrograms(normals),   TestPeer::mPrograms(water),          TestPeer::mPrograms(metaballs),
+            TestPeer::mPrograms(graphics),  TestPeer::mPrograms(comets)};
 }
 
 std::vector<ProgramSet>& Stage::sets(Form form) {
@@ -206,7 +206,7 @@ void Stage::sumBallsInFragments() {
     for (size_t i = 0; i < 64; ++i)
         uniforms.insert(uniforms.end(), {balls[6 * i], balls[6 * i + 1], balls[6 * i + 2], 0.0F});
 
-    glBindFramebuffer(GL_FRAMEBUFFER, TestPeer::framebuffer(metaballs));
+    glBindFramebuffer(GL_FRAMEBUFFER, TestPeer::mFBONormal(metaballs));
     glViewport(0, 0, mWidth + 240, mHeight + 240);
     glUseProgram(mLoopProgram);
     glUniform4fv(glGetUniformLocation(mLoopProgram, "balls"), 64, uniforms.data());

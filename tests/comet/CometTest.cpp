@@ -7,7 +7,6 @@
 #include <cfloat>
 #include <cstdlib>
 #include <cstring>
-#include <gmock/gmock.h>
 #include <random>
 
 namespace {
@@ -84,7 +83,8 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
         comets.setScreenSize(width, height);
         comets.push(x, y, 1);
         expectReplayed(seed, Vector3(2.0 * (x / width - 0.5), 2.0 * (0.5 - y / height), 0.0F));
-        EXPECT_LE(points[0][0].y * points[1][0].y, 0.0F) << "not both start in the same half";
+        const auto& launched = TestPeer::mControlPoints(comets);
+        EXPECT_LE(launched[0][0].y * launched[1][0].y, 0.0F) << "not both start in the same half";
         if (seed % 1000 == 0) {
             comets.GLContextDestroyed();
             context.recreate();
@@ -94,7 +94,7 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
         comets.render(t);
         const float heads[2][2] = {{comets.getCore1X(), comets.getCore1Y()}, {comets.getCore2X(), comets.getCore2Y()}};
         for (int comet = 0; comet < 2; ++comet) {
-            const auto& [start, touch, end] = points[comet];
+            const auto& [start, touch, end] = launched[comet];
             EXPECT_NEAR((start - touch).length(), 1.125, 0.375);
             const float s = touched[comet];
             EXPECT_LE((pathPoint(comet, s, s * s) - touch).length(), 1e-6) << "the path passes the touch";
@@ -119,31 +119,42 @@ TEST_F(CometTest, MeshTopology) {
         const int b = a + 101;
         EXPECT_THAT(std::vector<int>(indices, indices + 6), testing::ElementsAre(b, a + 1, a, b, b + 1, a + 1));
     }
+    for (int i = 0; i < 303; ++i) {
+        EXPECT_EQ(comets.getTexCoords()[2 * i], i % 101 / 100.0F);
+        EXPECT_EQ(comets.getTexCoords()[2 * i + 1], 1 - i / 101 / 2.0F);
+    }
 }
 
 /// The point draws rely on the array that the tails have enabled: both programs read their vertices from it.
 TEST_F(CometTest, Frame) {
     EXPECT_EQ(TestPeer::mCoreOfCometVertices(comets), TestPeer::mTailOfCometVertices(comets));
-    comets.setScreenSize(1080, 1920);
-    expectCalls([&] { comets.render(0.5); }, ""); // before the first push
-    comets.push(500.0F, 900.0F, 0);
-    const std::string values = "t0|radius";
-    expectCalls([&] { comets.render(0.1); }, "t0 0.1; t0 0.0618034; radius 43.0634", values);
-    const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
-    expectCalls([&] { comets.render(0.8); }, "t0 0.8; t0 0.117557; radius 18.4709; t0 0.4; radius 18", values);
-    const std::string beforeTails = R"(
-        glDisable DEPTH_TEST; glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glEnable BLEND
-        glUseProgram 2; Pointer texcoords 2 0; [glVertexAttribPointer]; Enable texcoords; [glEnableVertexAttribArray]
-        t0 0.9; [glUniform1f mTailOfCometT0]; )";
-    const std::string tail = R"(Pointer vertices 3 0; [glVertexAttribPointer]; Enable vertices
-        [glEnableVertexAttribArray]; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; [glDrawElements]; )";
-    const std::string cores = R"(glUseProgram 1; t0 0.0618035; [glUniform1f mCoreOfCometT0]; fillMode 1
-        [glUniform1f mCoreOfCometFillmode]; radius 10.0037; [glUniform1f mCoreOfCometRadius]; )";
-    const std::string rings = "glUseProgram 1; fillMode 0; t0 0.2; radius ";
+    const auto showNothing = [&] {
+        comets.setScreenSize(1080, 1920);
+        comets.render(0.5);
+        comets.push(500.0F, 900.0F, 0);
+    };
+    expectCalls(showNothing, "");
     const std::string points = "; Pointer vertices 2 8; glDrawArrays POINTS 0 2; ";
-    expectCalls([&] { comets.render(0.9); }, beforeTails + tail + tail + tail + tail + cores + points + rings + "54" +
-                                                 points + rings + "19.0588" + points +
-                                                 "glUseProgram 0; glDisable BLEND");
+    const std::string ring = "glUseProgram 1; fillMode 0; t0 ";
+    const auto expectFrame = [&](const std::string& t, const std::string& coresT0, const std::string& coresRadius,
+                                 const std::string& rings) {
+        const std::string beforeTails = R"(glDisable DEPTH_TEST
+            glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glEnable BLEND; glUseProgram 2
+            Pointer texcoords 2 0; [glVertexAttribPointer]; Enable texcoords; [glEnableVertexAttribArray]; t0 )";
+        const std::string tail = R"(Pointer vertices 3 0; [glVertexAttribPointer]; Enable vertices
+            [glEnableVertexAttribArray]; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; [glDrawElements]; )";
+        const std::string cores = "glUseProgram 1; t0 " + coresT0 + R"(; [glUniform1f mCoreOfCometT0]; fillMode 1
+            [glUniform1f mCoreOfCometFillmode]; radius )" +
+                                  coresRadius + "; [glUniform1f mCoreOfCometRadius]; ";
+        expectCalls([&] { comets.render(std::stod(t)); }, beforeTails + t + "; [glUniform1f mTailOfCometT0]; " + tail +
+                                                              tail + tail + tail + cores + points + rings +
+                                                              "glUseProgram 0; glDisable BLEND");
+    };
+    expectFrame("0.1", "0.0618034", "43.0634", "");
+    const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
+    expectFrame("0.8", "0.117557", "18.4709", ring + "0.4; radius 18" + points);
+    expectFrame("0.9", "0.0618035", "10.0037",
+                ring + "0.2; radius 54" + points + ring + "0.2; radius 19.0588" + points);
     EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
     expectCalls([&] { comets.render(0.5); }, ""); // hidden

@@ -4,6 +4,7 @@
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/Files.h"
+#include "tests/support/LiveNames.h"
 
 #include <EGL/egl.h>
 
@@ -11,7 +12,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <gmock/gmock.h>
 #include <numeric>
 
 namespace {
@@ -34,7 +34,7 @@ class FoundationTest : public CallsTest {
     FoundationTest() { std::strcpy(GlobalProperty::ROOT_DIR, "./"); }
 
     void TearDown() override {
-        EXPECT_THAT(glRecorder().live, Each(Pair(_, IsEmpty()))) << "GL objects leaked";
+        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
         CallsTest::TearDown();
     }
 

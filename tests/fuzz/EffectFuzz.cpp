@@ -13,6 +13,7 @@ namespace {
 JNIEnv* java = nullptr;
 jclass session = nullptr;
 jmethodID playNative = nullptr;
+constexpr GLuint invented = 1000; ///< a name that sessions use and no effect has made
 
 } // namespace
 
@@ -31,6 +32,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     session = java->FindClass("com/vyn/effect/tidalume/Session");
     assert(session != nullptr && "no class Session");
     playNative = java->GetStaticMethodID(session, "playNative", "([B)V");
+    assert(playNative != nullptr && "no method playNative");
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
     return 0;
 }
@@ -46,6 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         java->ExceptionDescribe();
         assert(false && "a native function left a Java exception");
     }
-    assert(liveNames() == 0 && "a GL object was leaked");
+    assert(liveObjects(1, invented) + liveObjects(invented + 1, 2 * invented) == 0 && "a GL object was leaked");
     return 0;
 }

@@ -20,6 +20,7 @@ public final class CallTest {
 
     /** What each effect has gone through that still counts. */
     private final Map<AutoCloseable, Set<String>> states = new HashMap<>();
+    private final Set<Method> done = new HashSet<>();
 
     private static String refusal(Method method, Object argument) {
         if (argument == null) {
@@ -54,6 +55,7 @@ public final class CallTest {
         String outcome = "";
         try {
             method.invoke(effect, arguments);
+            done.add(method);
             state.addAll(List.of(method.getName(), "first " + method.getName()));
         } catch (InvocationTargetException exception) {
             outcome = exception.getCause().toString().replaceFirst("^java.lang.", "");
@@ -72,7 +74,11 @@ public final class CallTest {
     public void everyCallWorksOrSaysWhyNot() throws Exception {
         final byte[] choices = new byte[100000];
         new Random(7).nextBytes(choices);
-        new Session(false, choices, this::call).run();
+        final Session session = new Session(false, choices, this::call);
+        session.run();
+        for (Class<?> effect : Session.CLASSES) {
+            assertTrue(effect + ": " + done, done.containsAll(session.methods(effect)));
+        }
     }
 
     @Test

@@ -16,7 +16,7 @@ final class Session {
         void call(Method method, AutoCloseable effect, Object[] arguments) throws ReflectiveOperationException;
     }
 
-    private static final List<Class<? extends AutoCloseable>> CLASSES = List.of(CometRenderer.class,
+    static final List<Class<? extends AutoCloseable>> CLASSES = List.of(CometRenderer.class,
             IntensityMapBuilder.class, Metaball2DRenderer.class, MetaballRenderer.class, NormalMapBuilder.class,
             ShallowWater.class, ShallowWaterIterative.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
     private static final int MOST_EFFECTS = 6;
@@ -102,7 +102,7 @@ final class Session {
     }
 
     /** The methods above or below the border, always in one order. */
-    private List<Method> methods(Class<?> type) {
+    List<Method> methods(Class<?> type) {
         final List<Method> methods = new ArrayList<>(List.of(type.getDeclaredMethods()));
         methods.removeIf(method -> Modifier.isNative(method.getModifiers()) != isNative
                 || method.getName().matches("Alloc|Free"));
@@ -175,14 +175,16 @@ final class Session {
                 return isNative ? below(3) : pick(2, 2, -1, 3, Integer.MAX_VALUE, Integer.MIN_VALUE);
             case "push":
                 return isOdd() ? pick(-1, Integer.MAX_VALUE, Integer.MIN_VALUE) : below(9);
+            case "setBlendEquation":
+            case "setBlendFunction":
+                return pick(0, 1, 0x0302, 0x0303, 0x8003, 0x8006, 0x8008, 0x800B, -1, 7);
             // Names that are kept must not be those of effects: GL would make them anew when they are bound.
             case "setDrawFrameBuffer":
                 return pick(0, INVENTED);
             case "setTexture":
                 return pick(0, PICTURES, INVENTED);
-            default: // a texture, a rotation or a blend code: some of these do for each
-                return pick(0, 1, 2, 3, 4, PICTURES, INVENTED, textureOf(pick(effects)), -1, 0x0302, 0x0303, 0x8003,
-                        0x8006, 0x8008, 0x800B);
+            default: // a texture, or a rotation, for which such numbers do too
+                return pick(0, 1, 2, 3, 4, PICTURES, INVENTED, textureOf(pick(effects)));
         }
     }
 

@@ -2,12 +2,12 @@
 #include "tests/support/Effects.h"
 #include "tests/support/Files.h"
 #include "tests/support/GLTest.h"
+#include "tests/support/LiveNames.h"
 
 #include <climits>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <gmock/gmock.h>
 #include <regex>
 
 namespace {
@@ -35,7 +35,7 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
     const int programs = static_cast<int>(effectCase.programNames.size());
 
     void TearDown() override {
-        EXPECT_THAT(glRecorder().live, Each(Pair(_, IsEmpty()))) << "GL objects leaked";
+        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
         GLTest::TearDown();
     }
 
@@ -60,9 +60,7 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
     }
 
     /// Names of the textures and of the framebuffers that live.
-    static std::vector<std::set<GLuint>> targets() {
-        return {glRecorder().live["texture"], glRecorder().live["framebuffer"]};
-    }
+    static std::vector<std::set<GLuint>> targets() { return {liveNames(glIsTexture), liveNames(glIsFramebuffer)}; }
 };
 
 TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
@@ -80,10 +78,10 @@ TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     EXPECT_EQ(built, programs + perObject);
     EXPECT_THAT(log.take(), SizeIs(perObject == 0 ? 0 : 1));
     first = {};
-    EXPECT_THAT(glRecorder().live["program"], SizeIs(programs));
+    EXPECT_THAT(liveNames(glIsProgram), SizeIs(programs));
     EXPECT_THAT(picture(second), isLit) << "the remaining object still draws";
     second = {};
-    EXPECT_THAT(glRecorder().live["program"], IsEmpty());
+    EXPECT_THAT(liveNames(glIsProgram), IsEmpty());
 
     effectCase.make().init();
     EXPECT_EQ(built, 2 * programs + perObject) << "the next object builds anew";
@@ -119,7 +117,6 @@ TEST_P(LifeCycleTest, TwoObjectsSurviveLossesOfTheContextWithoutACallToIt) {
             EXPECT_THAT(glRecorder().record([&] { effect.GLContextDestroyed(); }), IsEmpty());
         expectSilence(drawing);
         context.recreate();
-        glRecorder().live.clear();
         for (auto& effect : effects)
             effect.prepare();
         EXPECT_EQ(picture(drawing), expected);
@@ -129,7 +126,6 @@ TEST_P(LifeCycleTest, TwoObjectsSurviveLossesOfTheContextWithoutACallToIt) {
     for (auto& effect : effects)
         EXPECT_THAT(glRecorder().record([&] { effect = {}; }), IsEmpty()) << "nothing of a lost context is deleted";
     context.recreate();
-    glRecorder().live.clear();
 }
 
 TEST_P(LifeCycleTest, CacheFilesHaveTheGivenNames) {

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-void write(const float* values, size_t count) {
+static void write(const float* values, size_t count) {
     std::fwrite(values, sizeof(float), count, stdout);
 }
 

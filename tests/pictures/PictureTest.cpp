@@ -1,7 +1,6 @@
 #include "tests/pictures/PictureCase.h"
 #include "tests/support/GLTest.h"
 
-#include <gmock/gmock.h>
 #include <iostream>
 
 namespace tidalume::pictures {

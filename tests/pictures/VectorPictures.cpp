@@ -101,7 +101,7 @@ Comparison discs(int width, int height, Blend blend) {
 }
 
 /// Every rotation code and two unknown ones, without a mask and with it, and a plain rectangle after each.
-Comparison rotations(Blend blend) {
+Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
     constexpr int codes[] = {0, 1, 2, 3, 4, 5, 6, -1};
     constexpr float width = 37.0F, height = 17.0F;
     // A quarter of a pixel keeps edges clear of pixel centres.
@@ -119,7 +119,7 @@ Comparison rotations(Blend blend) {
             graphics.renderBitmapRectangle(left(3), y, width, height, bitmap.texture);
         }
     };
-    return paint(158, 149, blend, draw, [&](const Point& p) -> std::vector<Color> {
+    return paint(screenWidth, screenHeight, blend, draw, [&](const Point& p) -> std::vector<Color> {
         const int column = static_cast<int>((p.x - 2.25) / 39.0), row = static_cast<int>((p.y - 1.25) / 18.5);
         const double x = (p.x - left(column)) / width, y = 1.0 - (p.y - top(row)) / height;
         if (x < 0.0 || x > 1.0 || y < 0.0 || y > 1.0) return {};
@@ -147,8 +147,8 @@ PictureTable vectorPictures() {
         {"vector_gradient_hard_edge", [] { return gradient(97, 61, subtracting, 50, 30, 25, gold, 25, blue); }, color8},
         {"vector_discs_97x61", [] { return discs(97, 61, overlaying); }, filtered8},
         {"vector_discs_subtracting_64x160", [] { return discs(64, 160, subtracting); }, filtered8},
-        {"vector_rotations", [] { return rotations(overlaying); }, filtered8},
-        {"vector_rotations_subtracting", [] { return rotations(subtracting); }, filtered8},
+        {"vector_rotations_158x149", [] { return rotations(158, 149, overlaying); }, filtered8},
+        {"vector_rotations_subtracting_121x140", [] { return rotations(121, 140, subtracting); }, filtered8},
     };
 }
 

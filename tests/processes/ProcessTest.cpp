@@ -40,16 +40,18 @@ void drawInRounds(int rounds) {
 }
 
 /// Runs a body in processes of its own. They end with status 0 where no expectation of the body fails.
-/// @return how the first that did not ended: with another status, or a signal
+/// @return 0, or how one of them ended otherwise: with a status, or a signal
 int endOf(const std::function<void()>& body, int processes = 1) noexcept {
     for (int i = 0; i < processes; ++i) {
-        if (fork() != 0) continue;
+        const pid_t child = fork();
+        if (child < 0) return child;
+        if (child > 0) continue;
         body();
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
     int end = 0;
     for (int one = 0; wait(&one) > 0;)
-        end = end == 0 ? one : end;
+        if (end == 0) end = one;
     return end;
 }
 

@@ -11,6 +11,7 @@
 ///     ?radius, ?radius 10        looks a uniform or an attribute up; and sets it
 ///     [label]                    checkGLError
 ///     R16F 97 61 mTexture        an empty half-float texture and its label
+///     glFramebufferTexture2D 1   its colour texture
 ///     WRAP_S CLAMP_TO_EDGE       a texture parameter
 ///     target 1 97 61             viewport and framebuffer
 ///     unit 0 texture 7           makes a unit active and binds a texture to it

@@ -19,6 +19,7 @@ struct AnyEffect {
     std::function<GLuint()> texture; ///< that the effect draws into; 0 when that is framebuffer 0
 
     /// Initialises for the screen.
+    /// @return itself
     AnyEffect prepare() const;
 
     /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.

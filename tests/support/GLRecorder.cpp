@@ -2,6 +2,7 @@
 
 #include "bench/shared/DriversOwn.h"
 
+#include <algorithm>
 #include <regex>
 #include <sstream>
 #include <utility>
@@ -12,7 +13,8 @@ GLRecorder& recorder = glRecorder();
 
 // clang-format off
 #define NAMED(name) {GL_##name, #name}
-/// Enums that make a sequence readable; all others are printed in hexadecimal.
+/// Enums that make a sequence readable; others are printed in hexadecimal. None below 0x100, where names of objects,
+/// which are of the same type, are.
 const std::map<GLenum, const char*> enumNames = {
     NAMED(TEXTURE_2D), NAMED(FRAMEBUFFER), NAMED(ARRAY_BUFFER), NAMED(BLEND), NAMED(DEPTH_TEST), NAMED(TEXTURE0),
     NAMED(TEXTURE1), NAMED(TEXTURE2), NAMED(COLOR_BUFFER_BIT), NAMED(FUNC_ADD), NAMED(SRC_ALPHA),
@@ -22,7 +24,8 @@ const std::map<GLenum, const char*> enumNames = {
     NAMED(RGB), NAMED(RGBA), NAMED(HALF_FLOAT), NAMED(FLOAT), NAMED(UNSIGNED_SHORT), NAMED(MAX_TEXTURE_SIZE),
     NAMED(VERTEX_SHADER), NAMED(FRAGMENT_SHADER)};
 // clang-format on
-constexpr const char* modeNames[] = {" POINTS", "", "", "", " TRIANGLES", " TRIANGLE_STRIP"};
+constexpr const char* modeNames[] = {" POINTS",    " LINES",          " LINE_LOOP",   " LINE_STRIP",
+                                     " TRIANGLES", " TRIANGLE_STRIP", " TRIANGLE_FAN"};
 
 /// Arguments, each after a blank; pointers, which differ from run to run, are left out.
 template <typename... Arguments>
@@ -58,21 +61,6 @@ const auto named = [](GLRecorder::Locations& names) {
 };
 const auto uniform = named(recorder.uniforms);
 const auto attribute = named(recorder.attributes);
-
-/// Notes new objects, or none where the driver is to give none.
-void created(const char* function, const char* kind, GLsizei n, GLuint* names) {
-    for (GLsizei i = 0; i < n; ++i) {
-        if (recorder.faults.givesZero.count(function)) names[i] = 0;
-        if (names[i]) recorder.live[kind].insert(names[i]);
-    }
-}
-
-/// Notes objects that are deleted, and lists them.
-std::string deleted(const char* kind, GLsizei n, const GLuint* names) {
-    for (GLsizei i = 0; i < n; ++i)
-        recorder.live[kind].erase(names[i]);
-    return list(names, n);
-}
 
 } // namespace
 
@@ -112,7 +100,8 @@ void __wrap__Z12checkGLErrorPKc(const char* op) {
 #define ATTRIBUTE(function, parameters, arguments)                                                                     \
     PASS_ON_AS(void, function, parameters, arguments, attribute arguments)
 #define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \
-    PASS_ON_AS(void, function, parameters, arguments, uniform(location) + ((floats) > 4 ? " *" : list(data, floats)))
+    PASS_ON_AS(void, function, parameters, arguments,                                                                  \
+               uniform(location) + ((floats) > 4 ? text(count) : list(data, floats)))
 #include "bench/shared/DrawingCalls.h"
 
 PASS_ON_AS(GLenum, glCheckFramebufferStatus, (GLenum target), (target), "")
@@ -123,11 +112,10 @@ PASS_ON_AS(void, glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* len
 PASS_ON_AS(void, glLinkProgram, (GLuint program), (program), "")
 PASS_ON_AS(void, glUseProgram, (GLuint program), (program),
            text(recorder.orderOfProgram[recorder.currentProgram = program]))
-PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), deleted("texture", n, names))
-PASS_ON_AS(void, glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), deleted("framebuffer", n, names))
-PASS_ON_AS(void, glDeleteProgram, (GLuint program), (program),
-           (deleted("program", 1, &program), text(recorder.orderOfProgram[program])))
-PASS_ON_AS(void, glDeleteShader, (GLuint shader), (shader), (deleted("shader", 1, &shader), ""))
+PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), list(names, n))
+PASS_ON_AS(void, glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), list(names, n))
+PASS_ON_AS(void, glDeleteProgram, (GLuint program), (program), text(recorder.orderOfProgram[program]))
+PASS_ON_AS(void, glDeleteShader, (GLuint shader), (shader), "")
 PASS_ON_AS(void, glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
            modeNames[mode] + text(first, count))
 PASS_ON_AS(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
@@ -135,15 +123,15 @@ PASS_ON_AS(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const
 PASS_ON_AS(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
            text(target, parameter, GLenum(value)))
 
-#define GENERATE(function, kind)                                                                                       \
+#define GENERATE(function)                                                                                             \
     void function(GLsizei n, GLuint* names) {                                                                          \
-        DRIVERS_OWN(function)(n, names);                                                                               \
-        created(#function, kind, n, names);                                                                            \
         recorder.call(#function, text(n));                                                                             \
+        std::fill_n(names, n, 0);                                                                                      \
+        if (!recorder.faults.givesZero.count(#function)) DRIVERS_OWN(function)(n, names);                              \
     }
 
-GENERATE(glGenTextures, "texture")
-GENERATE(glGenFramebuffers, "framebuffer")
+GENERATE(glGenTextures)
+GENERATE(glGenFramebuffers)
 
 /// A look-up of a location, whose name is remembered.
 #define LOOK_UP(function, names)                                                                                       \
@@ -167,11 +155,10 @@ LOOK_UP(glGetAttribLocation, attributes)
 
 SAY(glGetShaderiv)
 SAY(glGetProgramiv)
+
 GLuint glCreateShader(GLenum type) {
     recorder.call("glCreateShader", text(type));
-    GLuint shader = DRIVERS_OWN(glCreateShader)(type);
-    created("glCreateShader", "shader", 1, &shader);
-    return shader;
+    return recorder.faults.givesZero.count("glCreateShader") ? 0 : DRIVERS_OWN(glCreateShader)(type);
 }
 
 void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
@@ -188,9 +175,9 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
 
 GLuint glCreateProgram() {
     recorder.call("glCreateProgram", "");
-    GLuint program = DRIVERS_OWN(glCreateProgram)();
-    created("glCreateProgram", "program", 1, &program);
-    if (program) recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
+    if (recorder.faults.givesZero.count("glCreateProgram")) return 0;
+    const GLuint program = DRIVERS_OWN(glCreateProgram)();
+    recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
     return program;
 }
 

@@ -15,11 +15,9 @@ class GLRecorder {
   public:
     /// The calls that an action makes, one per line. A call reads "glUniform1f radius 12" (uniforms and attributes by
     /// their GLSL names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture
-    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers, matrices and glGetError are left out.
+    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and glGetError are left out, and a
+    /// matrix shows its number only.
     std::string record(const std::function<void()>& action);
-
-    /// GL objects that live now, by kind: "texture", "framebuffer", "program", "shader". Counted from the last reset.
-    std::map<std::string, std::set<GLuint>> live;
 
     /// Text of every shader that was handed to the driver since the last reset, in order.
     std::vector<std::pair<GLenum, std::string>> shaderTexts;
@@ -44,7 +42,7 @@ class GLRecorder {
         std::vector<GLenum> pendingErrors;
     } faults;
 
-    /// Forgets counts, faults, live objects and calls.
+    /// Forgets counts, faults and calls.
     void reset() { *this = GLRecorder(); }
 
     // For the entry points in GLRecorder.cpp.

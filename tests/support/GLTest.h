@@ -2,11 +2,10 @@
 
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
-#include "headless/Pixels.h"
 #include "tests/support/GLRecorder.h"
 #include "tests/support/LogCapture.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <vector>
 
 /// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
@@ -19,7 +18,8 @@ class GLTest : public testing::Test {
     GLTest() : context(width, height) {
         glClear(GL_COLOR_BUFFER_BIT); // a new framebuffer 0 holds anything
         glRecorder().reset();
-        GlobalProperty::DEBUG_LOG = GlobalProperty::BINARY_SHADER = false;
+        GlobalProperty::DEBUG_LOG = false;
+        GlobalProperty::BINARY_SHADER = false;
         GlobalProperty::ROOT_DIR[0] = '\0';
     }
 

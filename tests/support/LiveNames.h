@@ -2,13 +2,21 @@
 
 #include <GLES3/gl3.h>
 
-/// Above the names that a test makes.
-constexpr GLuint endOfNames = 500;
+#include <cstddef>
+#include <set>
 
-/// How many GL objects there are.
-inline int liveNames() {
-    int live = 0;
-    for (GLuint name = 1; name < endOfNames; ++name)
-        live += glIsTexture(name) + glIsFramebuffer(name) + glIsProgram(name) + glIsShader(name) + glIsBuffer(name);
-    return live;
+/// The GL names from first up to end that are an object's, by glIsTexture or its like. A driver counts its names up.
+inline std::set<GLuint> liveNames(GLboolean (*isObject)(GLuint), GLuint first = 1, GLuint end = 1000) {
+    std::set<GLuint> names;
+    for (GLuint name = first; name < end; ++name)
+        if (isObject(name)) names.insert(name);
+    return names;
+}
+
+/// How many objects of all kinds there are under such names.
+inline std::size_t liveObjects(GLuint first = 1, GLuint end = 1000) {
+    std::size_t count = 0;
+    for (const auto isObject : {glIsTexture, glIsFramebuffer, glIsProgram, glIsShader, glIsBuffer})
+        count += liveNames(isObject, first, end).size();
+    return count;
 }

@@ -25,13 +25,12 @@ Pictures draw(size_t firstEffect, size_t endEffect) {
 /// Comets and particles, which share the random stream, and both kinds of metaballs, which share programs, on the same
 /// one.
 TEST(Threads, ContextsWithSeparateClassesDrawAsIfAlone) {
-    const auto drawGraphics = [] { return draw(0, 4); };
-    const auto drawWater = [] { return draw(4, effectCases().size()); };
-    const Pictures graphics = drawGraphics();
-    const Pictures water = drawWater();
+    const size_t all = effectCases().size();
+    const Pictures graphics = draw(0, 4);
+    const Pictures water = draw(4, all);
     for (int round = 0; round < 20; ++round) {
-        auto otherWater = std::async(std::launch::async, drawWater);
-        EXPECT_TRUE(drawGraphics() == graphics);
+        auto otherWater = std::async(std::launch::async, draw, 4, all);
+        EXPECT_TRUE(draw(0, 4) == graphics);
         EXPECT_TRUE(otherWater.get() == water);
     }
 }

@@ -3,7 +3,6 @@
 #include "tests/support/CallsTest.h"
 #include "tests/support/TestPeer.h"
 
-#include <gmock/gmock.h>
 
 namespace {
 
@@ -26,13 +25,13 @@ class VectorGraphicRendererTest : public CallsTest {
 };
 
 TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
-    const std::string gradient = R"(glUseProgram 1; matrixMVP *; referencePosition 40 30; gradientBegin 5
+    const std::string gradient = R"(glUseProgram 1; matrixMVP 1; referencePosition 40 30; gradientBegin 5
         gradientBeginColor 1 0.5 0.25 1; gradientEnd 25.5; gradientEndColor 0 0.5 0 0.5; quad;)";
     const std::string point = "; Enable vertices; Pointer vertices 3 12; glDrawArrays POINTS 0 1;";
     const std::string circle = "glUseProgram 4; color 1 0.5 0.25 1" + point + "glBindBuffer ARRAY_BUFFER 0;";
     const std::string bitmapCircle = "glUseProgram 5; color 1 0.5 0.25 1; size 97 61; bitmap 0; unit 0 texture 7" +
                                      point + "glBindTexture TEXTURE_2D 0; glBindBuffer ARRAY_BUFFER 0;";
-    const std::string bitmap = "matrixMVP *; textureBitmap 0; unit 0 texture 7;";
+    const std::string bitmap = "matrixMVP 1; textureBitmap 0; unit 0 texture 7;";
     const std::string corners = R"(Pointer vertices 3 0; Pointer texcoords 2 0; Enable vertices; Enable texcoords
         glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices;)";
     const std::string rectangle = "glUseProgram 2;" + bitmap + corners;

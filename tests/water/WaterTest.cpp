@@ -41,28 +41,28 @@ class WaterTest : public CallsTest {
 
 /// Lines leave whatever blending and depth test they find.
 TEST_F(WaterTest, HeightsAndNormals) {
-    expectPass([&] { painted.addDropLine(a, b, 10, 0.5F, 0.25F); }, R"(target 1 97 61; glUseProgram 1; matrixMVP *
+    expectPass([&] { painted.addDropLine(a, b, 10, 0.5F, 0.25F); }, R"(target 1 97 61; glUseProgram 1; matrixMVP 1
         center 12 20.5; center2 90 40; radius 10; strength 0.5; preserveWeight 0.25)");
     expectPass([&] { painted.addHorizontalWave(30, 10, 0.5F, 7, 2, 0.25F); }, R"(glDisable BLEND; glDisable DEPTH_TEST
-        target 1 97 61; glUseProgram 2; matrixMVP *; center 30; radius 10; strength 0.5; waveRadius 7; waveCount 2
+        target 1 97 61; glUseProgram 2; matrixMVP 1; center 30; radius 10; strength 0.5; waveRadius 7; waveCount 2
         preserveWeight 0.25)");
     expectPass([&] { normals.build(7); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 2 97 61; glUseProgram 3
-        textureHeight 0; unit 0 texture 7; heightMax 100; matrixMVP *)");
+        textureHeight 0; unit 0 texture 7; heightMax 100; matrixMVP 1)");
 }
 
 /// The three disturbances set their uniforms in three different orders.
 TEST_F(WaterTest, ShallowWaterIterative) {
     expectPass([&] { water.addDrop(a, 10, 0.5F, 0.25F); }, R"(target 3 97 61; glUseProgram 4; ?textureWater 0
-        unit 0 texture 4; center 12 20.5; radius 10; strength 0.5; preserveWeight 0.25; matrixMVP *)");
+        unit 0 texture 4; center 12 20.5; radius 10; strength 0.5; preserveWeight 0.25; matrixMVP 1)");
     expectPass([&] { water.addDropLine(a, b, 10, 0.5F, 0.25F); }, R"(target 4 97 61; glUseProgram 5; ?textureWater 0
-        unit 0 texture 3; center 12 20.5; center2 90 40; radius 10; strength 0.5; matrixMVP *; preserveWeight 0.25)");
+        unit 0 texture 3; center 12 20.5; center2 90 40; radius 10; strength 0.5; matrixMVP 1; preserveWeight 0.25)");
     expectPass([&] { water.addHorizontalWave(30, 10, 0.5F, 7, 2, 0.25F); }, R"(target 3 97 61; glUseProgram 6
         ?textureWater 0; unit 0 texture 4; center 30; radius 10; strength 0.5; waveRadius 7; waveCount 2
-        preserveWeight 0.25; matrixMVP *; [glUniformMatrix4fv matrixMVP])");
+        preserveWeight 0.25; matrixMVP 1; [glUniformMatrix4fv matrixMVP])");
     water.setIterationCount(1);
     expectPass([&] { water.update(); }, R"(target 4 97 61; [glBindFramebuffer mFBOsWater[0]]; glFramebufferTexture2D 4
         [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]; glUseProgram 7; textureWater 0; unit 0 texture 3
-        [glBindTexture mProgramUpdate]; matrixMVP *; [glUniformMatrix4fv matrixMVP])");
+        [glBindTexture mProgramUpdate]; matrixMVP 1; [glUniformMatrix4fv matrixMVP])");
     expectCalls([&] { water.setScreenSize(61, 97); }, R"(
         RG16F 61 97 mTexturesWater[0]; RG16F 61 97 mTexturesWater[1]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
@@ -80,7 +80,7 @@ TEST_F(WaterTest, ShallowWaterRenderer) {
     expectCalls([&] { renderer.render(7, 8); }, R"(glDisable BLEND; glDisable DEPTH_TEST; target 0 97 61; glUseProgram 8
         heightMax 100; [glUniform1f maxHeight]; light -0.271607 0.724286 0.63375; [glUniform3fv light]
         materialSpecular 0; [glUniform1f materialSpecular]; materialShininess 50; [glUniform1f materialShininess]
-        matrixMVP *; [glUniformMatrix4fv matrixMVP]; screenWidth 97; [glUniform1f screenWidth]
+        matrixMVP 1; [glUniformMatrix4fv matrixMVP]; screenWidth 97; [glUniform1f screenWidth]
         screenHeight 61; [glUniform1f screenHeight]; textureFlip 0; [glUniform1b mBGFlip]
         textureNormal 0; textureHeight 1; textureBG 2; unit 0 texture 8; unit 1 texture 7; unit 2 texture 9
         MIN_FILTER LINEAR; MAG_FILTER LINEAR; WRAP_S MIRRORED_REPEAT; WRAP_T MIRRORED_REPEAT
@@ -90,7 +90,7 @@ TEST_F(WaterTest, ShallowWaterRenderer) {
 }
 
 TEST_F(WaterTest, ShallowWater) {
-    const std::string matrix = "; ?mvpMatrix *; [glUniformMatrix4fv mvpMatrix];";
+    const std::string matrix = "; ?mvpMatrix 1; [glUniformMatrix4fv mvpMatrix];";
     const std::string quad = R"(glViewport 0 0 97 61; ?quadCoord; Pointer quadCoord 3 0; [glVertexAttribPointer program]
         ?quadCoord; Enable quadCoord; [glEnableVertexAttribArray program]
         glDrawArrays TRIANGLE_STRIP 0 4; [glDrawArrays DropletPsudoRenderer::program]
@@ -167,8 +167,6 @@ TEST_F(WaterTest, IterativePassesAndNames) {
 /// What the application has set and what only counts survives a loss of the context. Time does not pass before
 /// setScreenSize.
 TEST_F(WaterTest, PondTimeAndALossOfTheContext) {
-    const auto& term = TestPeer::mTerm(pond);
-    EXPECT_NEAR(term[0] + term[1] + 4.0F * term[2], 1.0F, 2e-7F);
     glRecorder().counts.clear();
     for (int i = 0; i < 40; ++i)
         pond.update();
