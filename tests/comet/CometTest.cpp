@@ -64,6 +64,23 @@ class CometTest : public CallsTest {
         return curve[comet][2] * s2 + curve[comet][1] * s + curve[comet][0];
     }
 
+    /// A frame at progress t, with two cores and what comes after them.
+    void expectFrame(const std::string& t, const std::string& coresT0, const std::string& coresRadius,
+                     const std::string& rings) {
+        const std::string beforeTails = R"(glDisable DEPTH_TEST
+            glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glEnable BLEND; glUseProgram 2
+            Pointer texcoords 2 0; [glVertexAttribPointer]; Enable texcoords; [glEnableVertexAttribArray]; t0 )";
+        const std::string tail = R"(; Pointer vertices 3 0; [glVertexAttribPointer]; Enable vertices
+            [glEnableVertexAttribArray]; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; [glDrawElements])";
+        const std::string tails = t + "; [glUniform1f mTailOfCometT0]" + tail + tail + tail + tail;
+        const std::string cores = "; glUseProgram 1; t0 " + coresT0 + "; [glUniform1f mCoreOfCometT0]; fillMode 1;" +
+                                  "[glUniform1f mCoreOfCometFillmode]; radius " + coresRadius +
+                                  "; [glUniform1f mCoreOfCometRadius]; ";
+        expectCalls([&] { comets.render(std::stod(t)); },
+                    beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
+    }
+
+    const std::string drawPoints = "; Pointer vertices 2 8; glDrawArrays POINTS 0 2; ";
     CometRenderer comets;
     Vector3 points[2][3];
     Vector3 curve[2][3];
@@ -128,44 +145,33 @@ TEST_F(CometTest, MeshTopology) {
 /// The point draws rely on the array that the tails have enabled: both programs read their vertices from it.
 TEST_F(CometTest, Frame) {
     EXPECT_EQ(TestPeer::mCoreOfCometVertices(comets), TestPeer::mTailOfCometVertices(comets));
-    const auto showNothing = [&] {
-        comets.setScreenSize(1080, 1920);
-        comets.render(0.5);
-        comets.push(500.0F, 900.0F, 0);
-    };
-    expectCalls(showNothing, "");
-    const std::string points = "; Pointer vertices 2 8; glDrawArrays POINTS 0 2; ";
+    expectCalls([&] { comets.setScreenSize(1080, 1920); }, "");
+    expectCalls([&] { comets.render(0.5); }, ""); // before the first push
+    expectCalls([&] { comets.push(500.0F, 900.0F, 0); }, "");
     const std::string ring = "glUseProgram 1; fillMode 0; t0 ";
-    const auto expectFrame = [&](const std::string& t, const std::string& coresT0, const std::string& coresRadius,
-                                 const std::string& rings) {
-        const std::string beforeTails = R"(glDisable DEPTH_TEST
-            glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glEnable BLEND; glUseProgram 2
-            Pointer texcoords 2 0; [glVertexAttribPointer]; Enable texcoords; [glEnableVertexAttribArray]; t0 )";
-        const std::string tail = R"(Pointer vertices 3 0; [glVertexAttribPointer]; Enable vertices
-            [glEnableVertexAttribArray]; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; [glDrawElements]; )";
-        const std::string cores = "glUseProgram 1; t0 " + coresT0 + R"(; [glUniform1f mCoreOfCometT0]; fillMode 1
-            [glUniform1f mCoreOfCometFillmode]; radius )" +
-                                  coresRadius + "; [glUniform1f mCoreOfCometRadius]; ";
-        expectCalls([&] { comets.render(std::stod(t)); }, beforeTails + t + "; [glUniform1f mTailOfCometT0]; " + tail +
-                                                              tail + tail + tail + cores + points + rings +
-                                                              "glUseProgram 0; glDisable BLEND");
-    };
     expectFrame("0.1", "0.0618034", "43.0634", "");
     const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
-    expectFrame("0.8", "0.117557", "18.4709", ring + "0.4; radius 18" + points);
+    expectFrame("0.75", "0.141421", "22.1556", "");
+    expectFrame("0.8", "0.117557", "18.4709", ring + "0.4; radius 18" + drawPoints);
     expectFrame("0.9", "0.0618035", "10.0037",
-                ring + "0.2; radius 54" + points + ring + "0.2; radius 19.0588" + points);
+                ring + "0.2; radius 54" + drawPoints + ring + "0.2; radius 19.0588" + drawPoints);
     EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
     expectCalls([&] { comets.render(0.5); }, ""); // hidden
+    comets.push(500.0F, 900.0F, 0);
+    comets.render(0.5);
+    EXPECT_NE(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched again";
+}
+
+TEST_F(CometTest, ShowsNothingWithoutOneOfItsArrays) {
     for (int refused = 0; refused < 6; ++refused) {
         CometRenderer incomplete;
         incomplete.push(500.0F, 900.0F, 0);
         failingMalloc(refused);
         incomplete.init();
         EXPECT_TRUE(failingMalloc(-1)) << refused;
-        expectCalls([&] { incomplete.render(0.5); }, ""); // without one of its arrays
-        incomplete.updateMesh(0.5F);                      // writes nowhere
+        expectCalls([&] { incomplete.render(0.5); }, "");
+        incomplete.updateMesh(0.5F); // writes nowhere
     }
 }
 

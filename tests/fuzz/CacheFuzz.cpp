@@ -67,6 +67,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     assert((accepts ? after == content : after.size() == static_cast<size_t>(length)) &&
            "an accepted file stays, a rejected one is replaced by the new binary");
     glDeleteProgram(program);
+    // An input makes two programs and two shaders at most.
     assert(liveObjects(program < 9 ? 1 : program - 8, program + 1) == 0 && "nothing that was made is left");
     return 0;
 }

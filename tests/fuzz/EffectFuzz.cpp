@@ -13,7 +13,7 @@ namespace {
 JNIEnv* java = nullptr;
 jclass session = nullptr;
 jmethodID playNative = nullptr;
-constexpr GLuint invented = 1000; ///< a name that sessions use and no effect has made
+constexpr GLuint invented = 1000; ///< as in Session, and no effect's; once bound, the driver goes on from it
 
 } // namespace
 
@@ -30,7 +30,6 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     const jint started = JNI_CreateJavaVM(&machine, reinterpret_cast<void**>(&java), &arguments);
     assert(started == JNI_OK && "no Java virtual machine");
     session = java->FindClass("com/vyn/effect/tidalume/Session");
-    assert(session != nullptr && "no class Session");
     playNative = java->GetStaticMethodID(session, "playNative", "([B)V");
     assert(playNative != nullptr && "no method playNative");
     __android_log_set_logger([](const __android_logger_data*, const char*) {});

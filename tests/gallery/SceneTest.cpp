@@ -22,8 +22,7 @@ void PrintTo(const SceneEntry& entry, std::ostream* stream) {
 
 namespace {
 
-using testing::DoubleNear;
-using testing::Lt;
+using namespace testing;
 
 constexpr int width = 96;
 constexpr int height = 160;
@@ -109,7 +108,7 @@ TEST_P(EveryScene, StaysFlatForManyFrames) {
         if (frame > settledFrame && settledMemory == 0) settledMemory = residentMemory();
     }
     expectDrawing();
-    EXPECT_THAT(counts, testing::ElementsAre(testing::Gt(0)));
+    EXPECT_THAT(counts, ElementsAre(Gt(0)));
     if (frames <= settledFrame) return;
     loseContext();
     const long growth = residentMemory() - settledMemory;
@@ -148,7 +147,6 @@ TEST_P(EveryScene, ShowsEverySetting) {
     }
 }
 
-/// A player of the metaballs.
 Player metaballs() {
     Player player(sceneTable()[3], 1);
     player.setUp(width, height, {});
@@ -171,7 +169,7 @@ TEST(Player, StepsFollowTime) {
     for (const double seconds :
          {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})
         steps.push_back(player.advance(seconds));
-    EXPECT_THAT(steps, testing::ElementsAre(1, 1, 1, 1, 1, 1, 0, 1, 2, 1));
+    EXPECT_THAT(steps, ElementsAre(1, 1, 1, 1, 1, 1, 0, 1, 2, 1));
 }
 
 TEST(Player, TheFirstTouchEndsTheDemonstration) {
@@ -186,6 +184,7 @@ TEST(Player, TheFirstTouchEndsTheDemonstration) {
     };
     EXPECT_NE(picture(0, 60), picture(60, 60));
     EXPECT_EQ(picture(0, 60, pointerCount), picture(60, 60)) << "nobody has eleven fingers";
+    EXPECT_EQ(picture(0, 100), picture(60, 100)) << "the demonstration's finger is lifted";
 }
 
 // Columns are opaque and half transparent by turns, in colours that lie side by side: the middle is kept, and the ends
@@ -202,7 +201,7 @@ TEST(Background, CoverFitCutsTheEndsAveragesAndLaysOverBlack) {
         double means[4] = {};
         for (std::size_t i = 0; i < square.rgba.size(); ++i)
             means[i % 4] += 1.0 * square.rgba[i] / (side * side);
-        EXPECT_THAT(means, testing::ElementsAre(Lt(2), DoubleNear(150, 2), Lt(2), DoubleNear(255, 1e-3))) << side;
+        EXPECT_THAT(means, ElementsAre(Lt(2), DoubleNear(150, 2), Lt(2), DoubleNear(255, 1e-3))) << side;
     }
 }
 

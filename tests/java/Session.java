@@ -24,7 +24,7 @@ final class Session {
     private static final int PICTURES = 5;
     /** At least between two losses of the context: making one takes as long as many calls. */
     private static final int STEPS_PER_CONTEXT = 20;
-    /** Above the GL names that a driver gives. */
+    /** Above the GL names that a driver gives; where it is bound, the driver goes on from it. */
     private static final int INVENTED = 1000;
 
     /** Stays current, for who looks at what a session has left in it. */

@@ -9,12 +9,9 @@
 
 namespace {
 
-using testing::HasSubstr;
-using testing::IsEmpty;
+using namespace testing;
 
-constexpr int press = 0;
-constexpr int release = 1;
-constexpr int stream = 7;
+constexpr int press = 0, release = 1, stream = 7;
 
 class MetaballTest : public CallsTest {
   protected:
@@ -24,6 +21,7 @@ class MetaballTest : public CallsTest {
 
     void drag(float fromX, float fromY, float toX, float toY) {
         renderer.push(fromX, fromY, press);
+        renderer.push((fromX + toX) / 2, (fromY + toY) / 2, stream);
         renderer.push(toX, toY, stream);
     }
 
@@ -152,14 +150,18 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     update(200);
     EXPECT_EQ(particles().size(), emitted) << "none after a release; other actions change no state";
     EXPECT_NEAR(particles()[0].age, 502 * 0.2, 1e-3);
+    renderer.push(92.0F, 31.0F, stream);
+    update(200);
+    EXPECT_GT(particles().size(), emitted) << "a finger that moves emits again";
     renderer.push(5.0F, 6.0F, press);
-    EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew";
+    update(200);
+    EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew, and rests";
 
     renderer.GLContextDestroyed();
     renderer.push(1.0F, 1.0F, press);
     EXPECT_THAT(render(10.0F), IsEmpty());
     EXPECT_EQ(particles()[0].position.x, 5.0F) << "frozen until init";
-    EXPECT_EQ(particles()[0].age, 0.2F);
+    EXPECT_NEAR(particles()[0].age, 201 * 0.2, 1e-3);
 }
 
 } // namespace

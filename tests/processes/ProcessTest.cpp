@@ -40,16 +40,16 @@ void drawInRounds(int rounds) {
 }
 
 /// Runs a body in processes of its own. They end with status 0 where no expectation of the body fails.
-/// @return 0, or how one of them ended otherwise: with a status, or a signal
-int endOf(const std::function<void()>& body, int processes = 1) noexcept {
+/// @return 0, or how one of them ended otherwise: with a status, or a signal; -1 where one could not begin
+int endOf(const std::function<void()>& body, int processes = 1) noexcept { // a child must not leave by an exception
+    int end = 0;
     for (int i = 0; i < processes; ++i) {
         const pid_t child = fork();
-        if (child < 0) return child;
-        if (child > 0) continue;
+        if (child < 0) end = -1;
+        if (child != 0) continue;
         body();
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
-    int end = 0;
     for (int one = 0; wait(&one) > 0;)
         if (end == 0) end = one;
     return end;
@@ -64,15 +64,15 @@ class Processes : public testing::Test {
 
 TEST_F(Processes, TwoMayBuildIntoOneCacheFolderAtOnce) {
     EXPECT_EQ(endOf([] { drawInRounds(60); }, 2), 0);
-    const auto loadAll = [] {
+    const int end = endOf([] {
         const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         GlobalProperty::BINARY_SHADER = true;
         glRecorder().faults.acceptsProgramBinaries = true;
         pond.make().init();
         EXPECT_EQ(glRecorder().counts["glProgramBinary"], 3);
         EXPECT_EQ(glRecorder().counts["glCompileShader"], 0);
-    };
-    EXPECT_EQ(endOf(loadAll), 0) << "the next start finds usable files";
+    });
+    EXPECT_EQ(end, 0) << "the next start finds usable files";
 }
 
 TEST_F(Processes, AFullDiskCostsOnlyTheCache) {

@@ -121,6 +121,7 @@ std::vector<float> AnyEffect::picture(int channels) const {
 }
 
 const std::vector<EffectCase>& effectCases() {
+    // Name and class; programs; targets; channels; whose programs they are, and whether objects share them.
     static const std::vector<EffectCase> cases = {
         {"Metaball2DRenderer", make<Metaball2DRenderer, Screen, 1>, {"Metaball", "Draw"}, 1},
         {"MetaballRenderer", make<MetaballRenderer, Screen, 1>, {"Metaball", "Draw"}, 1, 3, "Metaball2DRenderer"},

@@ -5,14 +5,10 @@
 #include <fstream>
 #include <iterator>
 
-/// A new folder that is the working directory while it lives.
-class WorkingFolder {
-  public:
-    WorkingFolder() { std::filesystem::current_path(mFolder.path()); }
+/// A new folder that is the working directory while it lives; afterwards that is the root.
+struct WorkingFolder : tidalume::bench::TemporaryFolder {
+    WorkingFolder() { std::filesystem::current_path(path()); }
     ~WorkingFolder() { std::filesystem::current_path("/"); }
-
-  private:
-    const tidalume::bench::TemporaryFolder mFolder;
 };
 
 inline void writeFile(const std::string& path, const std::string& content) {

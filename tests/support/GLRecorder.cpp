@@ -13,8 +13,8 @@ GLRecorder& recorder = glRecorder();
 
 // clang-format off
 #define NAMED(name) {GL_##name, #name}
-/// Enums that make a sequence readable; others are printed in hexadecimal. None below 0x100, where names of objects,
-/// which are of the same type, are.
+/// Enums that make a sequence readable; others are printed in hexadecimal. Names of objects have the same type: below
+/// 0x100 the number is printed, so that no enum there has a name.
 const std::map<GLenum, const char*> enumNames = {
     NAMED(TEXTURE_2D), NAMED(FRAMEBUFFER), NAMED(ARRAY_BUFFER), NAMED(BLEND), NAMED(DEPTH_TEST), NAMED(TEXTURE0),
     NAMED(TEXTURE1), NAMED(TEXTURE2), NAMED(COLOR_BUFFER_BIT), NAMED(FUNC_ADD), NAMED(SRC_ALPHA),
@@ -126,8 +126,10 @@ PASS_ON_AS(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value)
 #define GENERATE(function)                                                                                             \
     void function(GLsizei n, GLuint* names) {                                                                          \
         recorder.call(#function, text(n));                                                                             \
-        std::fill_n(names, n, 0);                                                                                      \
-        if (!recorder.faults.givesZero.count(#function)) DRIVERS_OWN(function)(n, names);                              \
+        if (recorder.faults.givesZero.count(#function))                                                                \
+            std::fill_n(names, n, 0);                                                                                  \
+        else                                                                                                           \
+            DRIVERS_OWN(function)(n, names);                                                                           \
     }
 
 GENERATE(glGenTextures)
@@ -177,7 +179,7 @@ GLuint glCreateProgram() {
     recorder.call("glCreateProgram", "");
     if (recorder.faults.givesZero.count("glCreateProgram")) return 0;
     const GLuint program = DRIVERS_OWN(glCreateProgram)();
-    recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
+    if (program) recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
     return program;
 }
 

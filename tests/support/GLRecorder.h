@@ -10,13 +10,13 @@
 #include <vector>
 
 /// Stands in front of the GL entry points that the library calls (and of checkGLError), passes every call on to the
-/// driver, and can write it down, count what lives, or make it fail. One for the process; see GLTest, which resets it.
+/// driver, and can write it down, count it, or make it fail. One for the process; see GLTest, which resets it.
 class GLRecorder {
   public:
     /// The calls that an action makes, one per line. A call reads "glUniform1f radius 12" (uniforms and attributes by
     /// their GLSL names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture
-    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and glGetError are left out, and a
-    /// matrix shows its number only.
+    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and glGetError are left out; of
+    /// uniforms of more than four floats only the count is shown.
     std::string record(const std::function<void()>& action);
 
     /// Text of every shader that was handed to the driver since the last reset, in order.
@@ -42,7 +42,7 @@ class GLRecorder {
         std::vector<GLenum> pendingErrors;
     } faults;
 
-    /// Forgets counts, faults and calls.
+    /// Forgets everything.
     void reset() { *this = GLRecorder(); }
 
     // For the entry points in GLRecorder.cpp.

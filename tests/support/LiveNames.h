@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <set>
 
-/// The GL names from first up to end that are an object's, by glIsTexture or its like. A driver counts its names up.
+/// The GL names from first up to end that are an object's, by glIsTexture or its like. A driver counts its names up:
+/// those of a long session lie above. Names that were made but never bound are no objects.
 inline std::set<GLuint> liveNames(GLboolean (*isObject)(GLuint), GLuint first = 1, GLuint end = 1000) {
     std::set<GLuint> names;
     for (GLuint name = first; name < end; ++name)

@@ -4,7 +4,6 @@
 
 /// The tests' look into the effects, whose friend it is.
 struct TestPeer {
-    TIDALUME_PEEK(member)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mIndices)
     TIDALUME_PEEK(mCoreOfCometVertices)

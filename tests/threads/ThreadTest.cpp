@@ -25,11 +25,10 @@ Pictures draw(size_t firstEffect, size_t endEffect) {
 /// Comets and particles, which share the random stream, and both kinds of metaballs, which share programs, on the same
 /// one.
 TEST(Threads, ContextsWithSeparateClassesDrawAsIfAlone) {
-    const size_t all = effectCases().size();
     const Pictures graphics = draw(0, 4);
-    const Pictures water = draw(4, all);
+    const Pictures water = draw(4, effectCases().size());
     for (int round = 0; round < 20; ++round) {
-        auto otherWater = std::async(std::launch::async, draw, 4, all);
+        auto otherWater = std::async(std::launch::async, draw, 4, effectCases().size());
         EXPECT_TRUE(draw(0, 4) == graphics);
         EXPECT_TRUE(otherWater.get() == water);
     }

@@ -3,7 +3,6 @@
 #include "tests/support/CallsTest.h"
 #include "tests/support/TestPeer.h"
 
-
 namespace {
 
 class VectorGraphicRendererTest : public CallsTest {
