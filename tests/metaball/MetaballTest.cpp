@@ -154,8 +154,9 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     update(200);
     EXPECT_GT(particles().size(), emitted) << "a finger that moves emits again";
     renderer.push(5.0F, 6.0F, press);
+    renderer.push(60.0F, 6.0F, 5);
     update(200);
-    EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew, and rests";
+    EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew, and emits nothing";
 
     renderer.GLContextDestroyed();
     renderer.push(1.0F, 1.0F, press);
