@@ -1,7 +1,7 @@
-// The GL calls that set up what an effect draws, for who stands in front of them. No include guard: who includes this has
-// defined what is made of a call, by macros of its function, parameters and arguments: PASS_ON, whose first argument is
-// the result's type; UNIFORM and ATTRIBUTE, whose first parameter is a location; UNIFORM_DATA, with parameters `location`,
-// `count` and `data`, which is also told how many floats `data` holds.
+// The GL calls that set up what an effect draws, for who stands in front of them. No include guard: who includes this
+// has defined what is made of a call, by macros of its function, parameters and arguments. PASS_ON: its first argument
+// is the result's type. UNIFORM and ATTRIBUTE: their first parameter is a location. UNIFORM_DATA: it has parameters
+// `location`, `count` and `data`, and is also told how many floats `data` holds.
 
 PASS_ON(void, glActiveTexture, (GLenum unit), (unit))
 PASS_ON(void, glBindBuffer, (GLenum target, GLuint buffer), (target, buffer))

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -17,10 +18,8 @@ bool mustFail() {
 } // namespace
 
 bool failingMalloc(int successes) {
-    const bool before = failed;
-    failed = false;
     successesLeft = successes;
-    return before;
+    return std::exchange(failed, false);
 }
 
 // The linker sends malloc and calloc of all linked objects through here (--wrap).
