@@ -54,6 +54,7 @@ extern "C" {
         return real arguments;                                                                                         \
     }
 
+#define NAMES(function, parameters, arguments, kind) PASS_ON(void, function, parameters, arguments)
 #define UNIFORM(function, parameters, arguments) PASS_ON(void, function, parameters, arguments)
 #define ATTRIBUTE(function, parameters, arguments) PASS_ON(void, function, parameters, arguments)
 

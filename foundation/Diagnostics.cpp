@@ -57,21 +57,6 @@ const EGLAttribute eglAttributes[] = {
     {0x3042, "EGL_CONFORMANT"},
 };
 
-const char* glErrorFormat(GLenum error) {
-    switch (error) {
-    case GL_INVALID_ENUM:
-        return "after %s() glError (0x%x) GL_INVALID_ENUM\n";
-    case GL_INVALID_VALUE:
-        return "after %s() glError (0x%x) GL_INVALID_VALUE\n";
-    case GL_INVALID_OPERATION:
-        return "after %s() glError (0x%x) GL_INVALID_OPERATION\n";
-    case GL_OUT_OF_MEMORY:
-        return "after %s() glError (0x%x) GL_OUT_OF_MEMORY\n";
-    default:
-        return "after %s() glError (0x%x)\n";
-    }
-}
-
 } // namespace
 
 const char* stringEGLError(int error) {
@@ -80,9 +65,8 @@ const char* stringEGLError(int error) {
 }
 
 void checkGLError(const char* op) {
-    for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
-        __android_log_print(ANDROID_LOG_ERROR, logTag, glErrorFormat(error), op, error);
-    }
+    for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError())
+        tidalume::logGLError(op, error);
 }
 
 void checkEGLError(const char* op, unsigned int returnVal) {

@@ -32,9 +32,9 @@ int64_t nanosecondsNow() {
     return static_cast<int64_t>(static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec));
 }
 
-void logBuildTime(const char* className, int64_t start) {
+void logBuildTime(const ProgramTable& table, int64_t start) {
     const double milliseconds = static_cast<double>(nanosecondsNow() - start) * 1e-6;
-    __android_log_print(ANDROID_LOG_ERROR, className, "%s Shader Init : %lf ms", className, milliseconds);
+    __android_log_print(ANDROID_LOG_ERROR, table.className, table.buildTimeFormat, milliseconds);
 }
 
 void build(const Program& program) {
@@ -61,7 +61,7 @@ void buildPrograms(const ProgramTable& table) {
         if (start == 0 && GlobalProperty::DEBUG_LOG) start = nanosecondsNow();
         build(program);
     });
-    if (builtLast && GlobalProperty::DEBUG_LOG) logBuildTime(table.className, start);
+    if (builtLast && GlobalProperty::DEBUG_LOG) logBuildTime(table, start);
 }
 
 void forgetPrograms(const ProgramTable& table) {

@@ -23,8 +23,9 @@ struct Program {
 
 /// The programs of one effect in the order in which they are built.
 struct ProgramTable {
-    const char* className; ///< log tag and first words of the build-time message
-    Program programs[6];   ///< ends at the first empty entry
+    const char* className;       ///< log tag of the build-time message
+    const char* buildTimeFormat; ///< of that message; it takes one double, the time in milliseconds
+    Program programs[6];         ///< ends at the first empty entry
 };
 
 /// Builds each program whose id is 0, through the cache when `GlobalProperty::BINARY_SHADER` is set, and looks its

@@ -1,8 +1,10 @@
 #include "foundation/RenderTarget.h"
 
 #include "foundation/Diagnostics.h"
+#include "foundation/Log.h"
 
 #include <algorithm>
+#include <climits>
 #include <iterator>
 
 namespace tidalume {
@@ -34,10 +36,19 @@ void specifyTexture(const Format& format, int width, int height, const char* lab
     checkGLError(label);
 }
 
-bool isTextureSize(int width, int height) {
-    GLint limit = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
-    return width >= 1 && height >= 1 && width <= limit && height <= limit;
+/// GL_MAX_TEXTURE_SIZE, or no limit where the driver leaves the question unanswered.
+GLint largestTextureSize() {
+    GLint size = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    return size > 0 ? size : INT_MAX;
+}
+
+/// Whether a texture can have the size. Logs what the GL would have said to one that is an error.
+bool isTextureSize(int width, int height, const char* texImageLabel) {
+    const GLint largest = largestTextureSize();
+    const auto [lower, upper] = std::minmax(width, height);
+    if (lower < 0 || upper > largest) logGLError(texImageLabel, GL_INVALID_VALUE);
+    return lower >= 1 && upper <= largest;
 }
 
 void createTextures(const TargetDescription& description, GLuint* textures, int width, int height) {
@@ -53,10 +64,17 @@ void createTextures(const TargetDescription& description, GLuint* textures, int 
     }
 }
 
-/// Respecifies the texture of the bound framebuffer with wider and wider formats until the framebuffer is complete.
-void widenUntilComplete(const TargetDescription& description, const GLuint* textures, int i, int width, int height) {
+/// Whether the driver says that it cannot render to the format of the bound framebuffer's texture. A status of 0 is
+/// that of an error, or of a driver that does not answer.
+bool isFormatRefused() {
+    const GLenum status = glCheckFramebufferStatus(GL_FRAMEBUFFER);
+    return status == GL_FRAMEBUFFER_UNSUPPORTED || status == GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
+}
+
+/// Respecifies the texture of the bound framebuffer with wider and wider formats until the driver accepts one.
+void widenUntilAccepted(const TargetDescription& description, const GLuint* textures, int i, int width, int height) {
     GLint wider = formatOf(description.internalFormat).wider;
-    while (glCheckFramebufferStatus(GL_FRAMEBUFFER) != GL_FRAMEBUFFER_COMPLETE && wider != 0) {
+    while (isFormatRefused() && wider != 0) {
         const Format& format = formatOf(wider);
         glBindTexture(GL_TEXTURE_2D, textures[i]);
         specifyTexture(format, width, height, description.labels[i].texImage);
@@ -74,7 +92,7 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
         checkGLError(description.labels[i].bindFramebuffer);
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, textures[i], 0);
         checkGLError(description.labels[i].attach);
-        widenUntilComplete(description, textures, i, width, height);
+        widenUntilAccepted(description, textures, i, width, height);
         glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -86,7 +104,7 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
 void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width,
                    int height) {
     if (textures[0] != 0 && framebuffers[0] != 0) return;
-    if (!isTextureSize(width, height)) return;
+    if (!isTextureSize(width, height, description.labels[0].texImage)) return;
     if (textures[0] == 0) createTextures(description, textures, width, height);
     // Without a texture a framebuffer would stay empty for good: leave both for the next call.
     if (textures[0] != 0 && framebuffers[0] == 0) {

@@ -21,12 +21,13 @@ struct TargetDescription {
 /// Makes the textures, then the framebuffers, where their first name is 0: level 0 only, linear filters, clamped to the
 /// edge, cleared to (0, 0, 0, 1). Leaves the last texture bound, framebuffer 0 bound and that clear colour set.
 ///
-/// Where the driver cannot render to the format, the texture is respecified with the next wider one that it can
-/// render to; what is stored and read back stays the same. Where it can render to none, the set-up goes on and the
-/// framebuffer stays incomplete.
+/// Where the driver says that it cannot render to the format, the texture is respecified with the next wider one that
+/// it can render to; what is stored and read back stays the same. Where it can render to none, or gives another reason
+/// or none, the set-up goes on with the framebuffer as it is.
 ///
-/// Makes nothing when the size is one that no texture can have: below 1 or above GL_MAX_TEXTURE_SIZE, which some
-/// drivers answer by ending the process.
+/// Makes nothing when the size is one that no texture can have: below 1, or above GL_MAX_TEXTURE_SIZE where the driver
+/// tells it, since some drivers answer such a size by ending the process. A size of 0 is silent; any other is logged as
+/// the GL_INVALID_VALUE that glTexImage2D would have raised.
 /// @param textures, framebuffers  the effect's own name members, `count` of each
 /// @param width, height           in texels
 void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width, int height);

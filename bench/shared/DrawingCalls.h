@@ -1,12 +1,12 @@
 // The GL calls that set up what an effect draws, for who stands in front of them. No include guard: who includes this
 // has defined what is made of a call, by macros of its function, parameters and arguments. PASS_ON: its first argument
-// is the result's type. UNIFORM and ATTRIBUTE: their first parameter is a location. UNIFORM_DATA: it has parameters
+// is the result's type. NAMES: it has a parameter `name`, of an object whose kind its last argument says. UNIFORM and ATTRIBUTE: their first parameter is a location. UNIFORM_DATA: it has parameters
 // `location`, `count` and `data`, and is also told how many floats `data` holds.
 
 PASS_ON(void, glActiveTexture, (GLenum unit), (unit))
 PASS_ON(void, glBindBuffer, (GLenum target, GLuint buffer), (target, buffer))
-PASS_ON(void, glBindFramebuffer, (GLenum target, GLuint framebuffer), (target, framebuffer))
-PASS_ON(void, glBindTexture, (GLenum target, GLuint texture), (target, texture))
+NAMES(glBindFramebuffer, (GLenum target, GLuint name), (target, name), framebuffer)
+NAMES(glBindTexture, (GLenum target, GLuint name), (target, name), texture)
 PASS_ON(void, glBlendColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a))
 PASS_ON(void, glBlendEquation, (GLenum mode), (mode))
 PASS_ON(void, glBlendFunc, (GLenum source, GLenum target), (source, target))
@@ -17,8 +17,8 @@ PASS_ON(void, glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g,
 PASS_ON(void, glDisable, (GLenum capability), (capability))
 PASS_ON(void, glEnable, (GLenum capability), (capability))
 PASS_ON(void, glFlush, (), ())
-PASS_ON(void, glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
-        (target, point, kind, texture, level))
+NAMES(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint name, GLint level),
+      (target, point, kind, name, level), texture)
 PASS_ON(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height))
 
 UNIFORM(glUniform1f, (GLint location, GLfloat x), (location, x))

@@ -25,6 +25,7 @@ int CometRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable CometRenderer::mPrograms = {
     "CometRenderer",
+    "CometRenderer Shader Init : %lf ms",
     {
         {&mProgramCoreOfComet,
          "CometRendererProgramCoreOfComet",
@@ -372,14 +373,18 @@ void CometRenderer::drawRings(double t) {
     }
 }
 
-/// Draws a sprite on each path. It relies on attribute array 0, which the tails enabled: the locations of both programs
-/// are fixed in their text.
+/// Draws a sprite on each path. The tails' arrays stay enabled for the next frame; a driver that does not go by the
+/// locations in the text may have placed this program's array elsewhere.
 void CometRenderer::drawPoints(float s, float s2) {
     const Vector3 first = evaluate(mCurveCoefficients[0], s, s2);
     const Vector3 second = evaluate(mCurveCoefficients[1], s, s2);
     const float points[4] = {first.x, first.y, second.x, second.y};
     glVertexAttribPointer(mCoreOfCometVertices, 2, GL_FLOAT, GL_FALSE, 2 * sizeof(float), points);
+    glEnableVertexAttribArray(mCoreOfCometVertices);
     glDrawArrays(GL_POINTS, 0, 2);
+    const bool isTailArray =
+        mCoreOfCometVertices == mTailOfCometVertices || mCoreOfCometVertices == mTailOfCometTexcoords;
+    if (!isTailArray) glDisableVertexAttribArray(mCoreOfCometVertices);
 }
 
 float* CometRenderer::getVertices(int mesh) {

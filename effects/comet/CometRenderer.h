@@ -54,8 +54,8 @@ class CometRenderer {
     /// first: the calls go out with program 0 otherwise, which draws nothing and leaves GL errors pending.
     ///
     /// The caller sets the viewport and the blend equation. Leaves blending and depth test disabled, the blend
-    /// functions at source alpha over (alpha: 1 over), program 0, and the attribute arrays 0 and 1 enabled: they point
-    /// into memory that is no longer valid.
+    /// functions at source alpha over (alpha: 1 over), program 0, and the two arrays of the tails enabled (attributes 0
+    /// and 1): they point into memory that is no longer valid.
     /// @param t  progress of the flight, 0 to 1, not clamped
     void render(double t);
 

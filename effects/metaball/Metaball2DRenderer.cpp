@@ -27,6 +27,7 @@ int Metaball2DRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable Metaball2DRenderer::mPrograms = {
     "Metaball2DRenderer",
+    "Metaball2DRenderer Shader Init : %lf ms",
     {
         {&mProgramMetaball,
          "Metaball2DRendererProgramMetaball",
@@ -62,11 +63,11 @@ const tidalume::TargetDescription fieldTarget = {
 
 constexpr GLsizei ballStride = 6 * sizeof(float);
 
-/// A length in texels as an int. What is not a number or negative gives 0, what an int cannot hold a length that no
+/// A length in texels as an int. What is negative or not a number gives -1, what an int cannot hold a length that no
 /// driver allows: no texture is made for either.
 int toTexels(double length) {
     constexpr double tooLong = 1e9;
-    return length >= 0.0 ? static_cast<int>(std::min(length, tooLong)) : 0;
+    return length >= 0.0 ? static_cast<int>(std::min(length, tooLong)) : -1;
 }
 
 } // namespace
@@ -93,8 +94,8 @@ void Metaball2DRenderer::setScreenSize(int width, int height) {
     const float margin = mMargin / mQuality;
     mScaledWidth = toTexels(std::round(static_cast<double>(widthF / mQuality)));
     mScaledHeight = toTexels(std::round(static_cast<double>(heightF / mQuality)));
-    const int textureWidth = width < 1 ? 0 : toTexels(static_cast<float>(mScaledWidth) + 2.0F * margin);
-    const int textureHeight = height < 1 ? 0 : toTexels(static_cast<float>(mScaledHeight) + 2.0F * margin);
+    const int textureWidth = width < 1 ? width : toTexels(static_cast<float>(mScaledWidth) + 2.0F * margin);
+    const int textureHeight = height < 1 ? height : toTexels(static_cast<float>(mScaledHeight) + 2.0F * margin);
 
     if (width != mWidth || height != mHeight || textureWidth != mTextureWidth || textureHeight != mTextureHeight) {
         tidalume::deleteTargets(fieldTarget, &mTexture, &mFBONormal);

@@ -40,6 +40,7 @@ int VectorGraphicRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable VectorGraphicRenderer::mPrograms = {
     "VectorGraphicRenderer",
+    "VectorGraphicRenderer Shader Init : %lf ms",
     {
         {&mProgramGradientFill,
          "VectorGraphicRendererProgramGradientFill",
@@ -160,8 +161,6 @@ void VectorGraphicRenderer::setBlend() {
 
 void VectorGraphicRenderer::renderRadialGradient(float x, float y, float begin, float* beginColor, float end,
                                                  float* endColor) {
-    if (!isSized()) return;
-
     beginDrawing(mProgramGradientFill);
     glUniformMatrix4fv(mGradientFillMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform2f(mGradientFillReferencePosition, x, y);
@@ -179,8 +178,6 @@ void VectorGraphicRenderer::renderRadialGradient(float x, float y, float begin, 
 }
 
 void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* color) {
-    if (!isSized()) return;
-
     beginDrawing(mProgramCircle);
     glUniform4fv(mCircleColor, 1, color);
     drawDisc(mCircleVertices, x, y, radius + radius);
@@ -190,8 +187,6 @@ void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* 
 }
 
 void VectorGraphicRenderer::renderBitmapCircle(float x, float y, float diameter, float* color, unsigned int texture) {
-    if (!isSized()) return;
-
     beginDrawing(mProgramBitmapCircle);
     glUniform4fv(mBitmapCircleColor, 1, color);
     glUniform2f(mBitmapCircleSize, mWidthF, mHeightF);
@@ -205,8 +200,6 @@ void VectorGraphicRenderer::renderBitmapCircle(float x, float y, float diameter,
 }
 
 void VectorGraphicRenderer::renderBitmapRectangle(float x, float y, float width, float height, unsigned int texture) {
-    if (!isSized()) return;
-
     beginDrawing(mProgramBitmap);
     glUniformMatrix4fv(mBitmapMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform1i(mBitmapTexture, 0);
@@ -224,8 +217,6 @@ void VectorGraphicRenderer::renderRotatedBitmapRectangle(float x, float y, float
 
 void VectorGraphicRenderer::renderAlphaMaskedBitmapRectangle(float x, float y, float width, float height, int texture,
                                                              int mask) {
-    if (!isSized()) return;
-
     beginDrawing(mProgramAlphaMaskedBitmap);
     glUniformMatrix4fv(mAlphaMaskedBitmapMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform1i(mAlphaMaskedBitmapTexture, 0);
@@ -250,10 +241,6 @@ void VectorGraphicRenderer::rotateTexture(int rotation) {
     if (rotation < 0 || rotation >= static_cast<int>(std::size(rotatedTexcoords))) return;
     const float(&texcoords)[8] = rotatedTexcoords[rotation];
     std::copy(std::begin(texcoords), std::end(texcoords), mRectTexcoords);
-}
-
-bool VectorGraphicRenderer::isSized() const {
-    return mWidth >= 1 && mHeight >= 1;
 }
 
 void VectorGraphicRenderer::beginDrawing(GLuint program) {

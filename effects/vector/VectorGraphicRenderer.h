@@ -25,8 +25,8 @@ struct ProgramTable;
 /// object first, then `init` on every object; the size stays known.
 ///
 /// GL state: drawing sets the viewport to the surface, leaves it and the blend equation, factors and colour as set, and
-/// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize`, or with a size below 1,
-/// is ignored; before `init` the calls go out with program 0, which draws nothing and leaves GL errors pending.
+/// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize` goes out on a viewport of 0 x 0,
+/// where nothing appears; before `init` with program 0, which draws nothing and leaves GL errors pending.
 class VectorGraphicRenderer {
   public:
     VectorGraphicRenderer();
@@ -95,7 +95,6 @@ class VectorGraphicRenderer {
   private:
     friend struct TestPeer;
 
-    bool isSized() const;
     void beginDrawing(GLuint program);
     static void endDrawing();
     void drawDisc(GLint vertices, float x, float y, float diameter);

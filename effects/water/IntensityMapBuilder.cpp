@@ -31,6 +31,7 @@ int IntensityMapBuilder::mInstanceCount = 0;
 
 const tidalume::ProgramTable IntensityMapBuilder::mPrograms = {
     "IntensityMapBuilder",
+    "IntensityMapBuilder Shader Init : %lf ms",
     {
         {&mProgramDropLine,
          "IntensityMapBuilderProgramDropLine",
@@ -112,9 +113,8 @@ void IntensityMapBuilder::finishShape(GLint attribute) {
 void IntensityMapBuilder::addDropLine(float* center, float* center2, float radius, float strength,
                                       float preserveWeight) {
     if (mFBONormal == 0) return;
-    if (!tidalume::isDisturbance(radius, {center[0], center[1], center2[0], center2[1], strength, preserveWeight})) {
-        return;
-    }
+    if (!tidalume::isDisturbance(radius, {center[0], center[1], center2[0], center2[1], strength})) return;
+
     tidalume::setQuad(mVertices, std::max(0.0F, std::min(center[0], center2[0]) - radius),
                       std::max(0.0F, std::min(center[1], center2[1]) - radius),
                       std::min(mWidthF, std::max(center[0], center2[0]) + radius),
@@ -133,7 +133,7 @@ void IntensityMapBuilder::addDropLine(float* center, float* center2, float radiu
 void IntensityMapBuilder::addHorizontalWave(float center, float radius, float strength, float waveRadius,
                                             float waveCount, float preserveWeight) {
     if (mFBONormal == 0) return;
-    if (!tidalume::isDisturbance(radius, {center, strength, waveRadius, waveCount, preserveWeight})) return;
+    if (!tidalume::isDisturbance(radius, {center, strength, waveRadius, waveCount})) return;
 
     const float extent = waveRadius + radius;
     tidalume::setQuad(mVertices, 0.0F, std::max(0.0F, center - extent), mWidthF, std::min(mHeightF, center + extent));

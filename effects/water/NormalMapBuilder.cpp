@@ -17,6 +17,7 @@ int NormalMapBuilder::mInstanceCount = 0;
 
 const tidalume::ProgramTable NormalMapBuilder::mPrograms = {
     "NormalMapBuilder",
+    "NormalMapBuilder Shader Init : %lf ms",
     {
         {&mProgram,
          "NormalMapBuilderProgram",

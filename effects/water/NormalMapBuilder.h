@@ -37,7 +37,7 @@ class NormalMapBuilder {
 
     /// Makes a normal map for a screen of width x height pixels, 0 in every channel until the first `build`. The same
     /// size keeps the map as it is. Leaves the texture and framebuffer 0 bound. Makes no map of a size that no texture
-    /// can have.
+    /// can have, and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
     /// Factor from a stored height to pixels, from the next `build` on. 100 by default. The renderer has one of its
@@ -48,9 +48,9 @@ class NormalMapBuilder {
     /// disabled, the viewport at the screen, the height texture on unit 0, which is active, framebuffer 0 and
     /// program 0.
     ///
-    /// The height texture should have the size of the screen. One of another size gives a map stretched over the
-    /// screen, each pixel with the normal of the nearest texel; slopes are still those between texels of the height
-    /// texture, so a smaller one gives steeper water. Beyond its border the height field goes on as at the border.
+    /// The height texture may have another size than the screen. It is then stretched over the screen and read with the
+    /// filters set on it; slopes are still those between its texels, so a smaller one gives steeper water. Beyond its
+    /// border the height field goes on as its wrapping says: the effects' own as at the border.
     /// @param texture  name of a texture with the height in its red channel
     void build(GLuint texture);
 

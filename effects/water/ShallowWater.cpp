@@ -41,6 +41,7 @@ GLuint quadCoord(GLuint program) {
 tidalume::ProgramTable ShallowWater::programs() {
     return {
         className,
+        "ShallowWater Shader Init : %lf ms",
         {
             {&mProgramDrop,
              "ShallowWaterProgramDrop",
@@ -172,11 +173,9 @@ void ShallowWater::addDropLine(float* center, float* center2, float radius, floa
 }
 
 void ShallowWater::update() {
-    if (mFBOsWater[0] == 0) return;
-
     mTime += 0.01F;
     while (mTime >= mNextStepTime) {
-        step();
+        if (mFBOsWater[0] != 0) step();
         mNextStepTime += 1.0F / mStepRate;
     }
 }

@@ -30,9 +30,10 @@ struct ProgramTable;
 /// `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every object; the pond then is still,
 /// while the time counter goes on.
 ///
-/// Disturbances, `update` and `drawFullScreenQuad` are ignored before `setScreenSize`; disturbances also with a radius
-/// of 0 and with a number that is not finite. They leave the viewport at the screen, framebuffer 0 and program 0.
-/// The caller disables depth test, and blending for `addDropLine` and `update`.
+/// Before `setScreenSize` disturbances and `drawFullScreenQuad` are ignored, and `update` only counts the time.
+/// Disturbances are also ignored with a radius of 0 and with a number that is not finite. They leave the viewport at
+/// the screen, framebuffer 0 and program 0. The caller disables depth test, and blending for `addDropLine` and
+/// `update`.
 class ShallowWater {
   public:
     ShallowWater();
@@ -45,7 +46,7 @@ class ShallowWater {
     void init();
 
     /// Makes still water for a screen of width x height pixels. The same size keeps the water as it is. Leaves the last
-    /// texture and framebuffer 0 bound. Makes no water of a size that no texture can have.
+    /// texture and framebuffer 0 bound. Makes no water of a size that no texture can have, and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
     /// Works the weights of a step out from the physical parameters. Makes no GL call.

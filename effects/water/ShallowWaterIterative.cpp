@@ -60,6 +60,7 @@ const tidalume::TargetDescription waterTargets = {
 
 const tidalume::ProgramTable ShallowWaterIterative::mPrograms = {
     "ShallowWaterIterative",
+    "ShallowWaterIterative Shader Init : %lf ms",
     {
         {&mProgramDrop,
          "ShallowWaterIterativeProgramDrop",

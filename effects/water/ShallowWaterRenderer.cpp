@@ -28,6 +28,7 @@ int ShallowWaterRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable ShallowWaterRenderer::mPrograms = {
     "ShallowWaterRenderer",
+    "ShallowWaterRenderer Shader Init : %lf ms",
     {
         {&mProgram,
          "ShallowWaterRendererProgram",
@@ -101,8 +102,6 @@ void ShallowWaterRenderer::setTexture(int texture) {
 }
 
 void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
-    if (mWidth < 1 || mHeight < 1) return;
-
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
     glViewport(0, 0, mWidth, mHeight);

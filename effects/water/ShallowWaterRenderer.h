@@ -57,7 +57,7 @@ class ShallowWaterRenderer {
     /// The picture's texture name, of any size.
     void setTexture(int texture);
 
-    /// Draws the whole screen. Ignored before `setScreenSize` and for a screen with a side below 1.
+    /// Draws the whole screen. Before `setScreenSize` the viewport is 0 x 0, where nothing appears.
     ///
     /// Sets linear filters and mirrored repetition on the picture's texture, which stay set; one without further mipmap
     /// levels is enough. Leaves blending and depth test disabled, the viewport at the screen, units 0 to 2 without

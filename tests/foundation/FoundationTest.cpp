@@ -109,6 +109,7 @@ TEST_F(FoundationTest, LogsTheTimeOfMissingPrograms) {
     GlobalProperty::DEBUG_LOG = true;
     GLuint ids[2] = {};
     const tidalume::ProgramTable table = {"Effect",
+                                          "Effect Shader Init : %lf ms",
                                           {{&ids[0], "First", "first", vertexSource, fragmentSource, {}, {}},
                                            {&ids[1], "Last", "last", vertexSource, fragmentSource, {}, {}}}};
     const auto start = std::chrono::steady_clock::now();
@@ -133,14 +134,15 @@ TEST_F(FoundationTest, CallsTheDriverInOrder) {
         glLinkProgram; glDeleteShader; glDeleteShader; glGetProgramiv 0x8b82; )";
     const std::string save = "glGetProgramiv 0x8741; [glGetProgramiv]; glGetProgramBinary; [glGetProgramBinary]; ";
     const auto buildWithoutName = [] { glDeleteProgram(createProgram(vertexSource, fragmentSource, nullptr)); };
-    expectCalls(buildWithoutName, textBuild + "glDeleteProgram 1");
-    expectCalls([&] { build(); }, textBuild + save + "glDeleteProgram 2");
+    expectCalls(buildWithoutName, textBuild + "glDeleteProgram program 1");
+    expectCalls([&] { build(); }, textBuild + save + "glDeleteProgram program 2");
     const std::string size = std::to_string(std::filesystem::file_size("Program.dat"));
     const std::string load =
         "glCreateProgram; glProgramBinary 0x8740 " + size + "; [glProgramBinary]; glGetProgramiv 0x8b82; ";
-    expectCalls([&] { build(); }, load + "glDeleteProgram 3; " + textBuild + save + "glDeleteProgram 4");
+    expectCalls([&] { build(); },
+                load + "glDeleteProgram program 3; " + textBuild + save + "glDeleteProgram program 4");
     glRecorder().faults.acceptsProgramBinaries = true;
-    expectCalls([&] { build(); }, load + "glDeleteProgram 5");
+    expectCalls([&] { build(); }, load + "glDeleteProgram program 5");
 }
 
 /// Whatever stands in the file's place, and whichever allocation fails, nothing is lost but the cache.

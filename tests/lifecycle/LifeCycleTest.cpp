@@ -1,7 +1,8 @@
 #include "foundation/Diagnostics.h"
+#include "testing/BareGL.h"
+#include "tests/support/CallsTest.h"
 #include "tests/support/Effects.h"
 #include "tests/support/Files.h"
-#include "tests/support/GLTest.h"
 #include "tests/support/LiveNames.h"
 
 #include <climits>
@@ -29,7 +30,7 @@ const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
 const std::vector<GLenum> someErrors = {GL_OUT_OF_MEMORY, GL_INVALID_ENUM, GL_INVALID_FRAMEBUFFER_OPERATION};
 const auto isLit = Contains(Gt(0.0F));
 
-class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCase> {
+class LifeCycleTest : public CallsTest, public testing::WithParamInterface<EffectCase> {
   protected:
     const EffectCase& effectCase = GetParam();
     const int programs = static_cast<int>(effectCase.programNames.size());
@@ -64,6 +65,7 @@ class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCa
 TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     GlobalProperty::DEBUG_LOG = true;
     const auto isBuildTime = AllOf(StartsWith("6 " + effectCase.programClass), ResultOf(isInCatalogue, true));
+    const std::string format = effectCase.programClass + " Shader Init : %lf ms";
     const int perObject = effectCase.sharesPrograms ? 0 : programs;
     const int& built = glRecorder().counts["glCreateProgram"];
     auto first = effectCase.make();
@@ -71,6 +73,7 @@ TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     first.init();
     EXPECT_EQ(built, programs);
     EXPECT_THAT(log.take(), ElementsAre(isBuildTime));
+    EXPECT_THAT(glRecorder().logFormats, ElementsAre(format));
 
     auto second = ready();
     EXPECT_EQ(built, programs + perObject);
@@ -96,9 +99,13 @@ TEST_P(LifeCycleTest, TargetsFollowTheScreenSize) {
     EXPECT_THAT(targets(), Each(SizeIs(effectCase.targets))) << "old targets are deleted";
     EXPECT_EQ(glRecorder().counts["glGenTextures"], effectCase.targets ? 2 : 0) << "a new size makes new ones";
     picture(effect);
+    const auto isRefusal = MatchesRegex(
+        "6 EGLUtils: after glTexImage2D mTexture(sWater\\[0\\]|Normal)?\\(\\) glError \\(0x501\\) GL_INVALID_VALUE\n");
     for (const auto& [w, h] : {std::pair{0, height}, {INT_MAX, INT_MAX}, {width, INT_MIN}, {width, 1 << 20}}) {
         effect.setScreenSize(w, h);
         EXPECT_THAT(targets(), Each(IsEmpty())) << "impossible: " << w << " x " << h;
+        const std::size_t refusals = effectCase.targets > 0 && w != 0 ? 1 : 0;
+        EXPECT_THAT(log.take(), AllOf(SizeIs(refusals), Each(isRefusal))) << w << " x " << h;
         expectSilence(effect);
         effect.setScreenSize(width, height);
         EXPECT_THAT(picture(effect), isLit) << "the next possible size draws again";
@@ -207,6 +214,39 @@ TEST_P(LifeCycleTest, DrawsOnADriverThatCanDoLess) {
     glRecorder().faults = {};
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};
     EXPECT_EQ(picture(ready()), expected);
+}
+
+/// On a driver with attribute locations of its own that leaves optional queries unanswered, the same calls go out; the
+/// comets' points have an array of their own there, which they disable again.
+TEST_P(LifeCycleTest, MakesTheSameCallsOnABareGL) {
+    const auto life = [&] {
+        const AnyEffect effect = ready();
+        effect.draw();
+        effect.setScreenSize(height, width);
+        effect.draw();
+    };
+    std::string calls = glRecorder().record(life);
+    glRecorder().reset();
+    glRecorder().driver = dlopen(TIDALUME_BARE_GL, RTLD_NOW | RTLD_LOCAL);
+    if (effectCase.name == "CometRenderer") {
+        const std::string points = "glDrawArrays POINTS 0 2\n";
+        calls = std::regex_replace(calls, std::regex(points), points + "glDisableVertexAttribArray vertices\n");
+    }
+    expectCalls(life, calls);
+    using Count = decltype(&bareGLLiveObjects);
+    EXPECT_EQ(reinterpret_cast<Count>(dlsym(glRecorder().driver, "bareGLLiveObjects"))(), 0) << "GL objects leaked";
+    glRecorder().reset();
+    EXPECT_THAT(log.take(), Each(StartsWith("2 ")));
+}
+
+/// What has no target does not ask whether it has a size.
+TEST_P(LifeCycleTest, ShowsNothingBeforeItHasASize) {
+    const AnyEffect effect = effectCase.make();
+    effect.init();
+    expectSilence(effect);
+    if (effectCase.targets > 0 || effectCase.name == "CometRenderer") return;
+    EXPECT_THAT(glRecorder().record([&] { EXPECT_THAT(picture(effect), Each(0.0F)); }),
+                HasSubstr("glViewport 0 0 0 0\n"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases()), PrintToStringParamName());

@@ -43,12 +43,14 @@ TEST_F(MetaballTest, AnotherQualityReplacesTheFieldAtTheNextSize) {
     metaballs.setScreenSize(width, height);
     metaballs.init(2.0F);
     // 48.5 and 30.5 texels are rounded away from 0.
-    expectCalls([&] { metaballs.setScreenSize(width, height); }, "glDeleteTextures 1; R16F 169 151 mTexture",
-                "glDeleteTextures|TexImage2D");
-    for (const float impossible : {0.0F, -1.0F, NAN, 1e-30F, 1e30F}) {
+    expectCallsThatBegin(
+        "glTexImage2D", [&] { metaballs.setScreenSize(width, height); }, "glTexImage2D R16F 169 151 RED HALF_FLOAT");
+    // A field of no texel is no error.
+    for (const auto& [impossible, lines] : {std::pair{0.0F, 1U}, {-1.0F, 1}, {NAN, 1}, {1e-30F, 1}, {1e30F, 0}}) {
         metaballs.init(impossible);
         metaballs.setScreenSize(width, height);
         EXPECT_EQ(metaballs.getTexture(), 0U) << impossible;
+        EXPECT_THAT(log.take(), SizeIs(lines)) << impossible;
     }
 }
 
@@ -58,26 +60,35 @@ TEST_F(MetaballTest, CallsInOrder) {
     metaballs.init(1.0F);
     // The format becomes wider until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
-    expectCalls([&] { metaballs.setScreenSize(width, height); }, R"(
-        glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1; glBindTexture TEXTURE_2D 1; R16F 337 301 mTexture
-        MIN_FILTER LINEAR; MAG_FILTER LINEAR; WRAP_S CLAMP_TO_EDGE; WRAP_T CLAMP_TO_EDGE
-        glGenFramebuffers 1; [glGenFramebuffers mFBONormal]; glBindFramebuffer FRAMEBUFFER 1
-        [glBindFramebuffer mFBONormal]; glFramebufferTexture2D 1; [glFramebufferTexture2D mFBONormal mTexture]
-        glCheckFramebufferStatus; glBindTexture TEXTURE_2D 1; RG16F 337 301 mTexture; glBindTexture TEXTURE_2D 1
-        glCheckFramebufferStatus; glBindTexture TEXTURE_2D 1; RGBA16F 337 301 mTexture; glBindTexture TEXTURE_2D 1
-        glCheckFramebufferStatus; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer FRAMEBUFFER 0)");
-    expectCalls([&] { metaballs.addMetaballs(balls, 2); }, R"(
-        glBindFramebuffer FRAMEBUFFER 1; glFramebufferTexture2D 1; glViewport 0 0 337 301; glClearColor 0 0 0 1
-        glClear COLOR_BUFFER_BIT; glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 1 1; glUseProgram 1
-        radiusMultiplyFactor 1.20933; qualityMultiplyFactor 1; matrixMVP 1; Enable metaballs; Pointer metaballs 4 24
-        glDrawArrays POINTS 0 2; glFlush; Disable metaballs; glUseProgram 0; glDisable BLEND
-        glBindFramebuffer FRAMEBUFFER 0)");
+    expectCalls([&] { metaballs.setScreenSize(width, height); }, R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
+        glBindTexture mTexture; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]
+        glTexParameteri TEXTURE_MIN_FILTER LINEAR; glTexParameteri TEXTURE_MAG_FILTER LINEAR
+        glTexParameteri TEXTURE_WRAP_S CLAMP_TO_EDGE; glTexParameteri TEXTURE_WRAP_T CLAMP_TO_EDGE
+        glGenFramebuffers 1; [glGenFramebuffers mFBONormal]; glBindFramebuffer mFBONormal; [glBindFramebuffer mFBONormal]
+        glFramebufferTexture2D mTexture; [glFramebufferTexture2D mFBONormal mTexture]; glCheckFramebufferStatus
+        glBindTexture mTexture; glTexImage2D RG16F 337 301 RG HALF_FLOAT; [glTexImage2D mTexture]
+        glBindTexture mTexture; glCheckFramebufferStatus
+        glBindTexture mTexture; glTexImage2D RGBA16F 337 301 RGBA HALF_FLOAT; [glTexImage2D mTexture]
+        glBindTexture mTexture; glCheckFramebufferStatus
+        glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer 0)");
+    glRecorder().name("program", TestPeer::mProgramMetaball(metaballs), "mProgramMetaball");
+    glRecorder().name("program", TestPeer::mProgramDraw(metaballs), "mProgramDraw");
+    expectCalls([&] { metaballs.addMetaballs(balls, 2); },
+                R"(glBindFramebuffer mFBONormal; glFramebufferTexture2D mTexture
+        glViewport 0 0 337 301; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT
+        glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 1 1; glUseProgram mProgramMetaball
+        radiusMultiplyFactor = 1.20933; qualityMultiplyFactor = 1; matrixMVP = ...
+        glEnableVertexAttribArray metaballs; glVertexAttribPointer metaballs 4 FLOAT 0 24; glDrawArrays POINTS 0 2; glFlush
+        glDisableVertexAttribArray metaballs; glUseProgram 0; glDisable BLEND; glBindFramebuffer 0)");
     expectCalls([&] { metaballs.render(color); }, R"(
         glViewport 0 0 97 61; glDisable DEPTH_TEST; glEnable BLEND; glBlendEquation FUNC_ADD
-        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glUseProgram 2; color 1 0.5 0.25 1
-        cut 0.1; matrixMVP 1; textureField 0; unit 0 texture 1; Enable vertices; Pointer vertices 3 0; Enable texcoords
-        Pointer texcoords 2 0; glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices
-        glBindTexture TEXTURE_2D 0; glUseProgram 0; glDisable BLEND)");
+        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA
+        glUseProgram mProgramDraw; color = 1 0.5 0.25 1; cut = 0.1; matrixMVP = ...; textureField = 0
+        glActiveTexture TEXTURE0; glBindTexture mTexture
+        glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 0
+        glEnableVertexAttribArray texcoords; glVertexAttribPointer texcoords 2 FLOAT 0 0; glDrawArrays TRIANGLE_STRIP 0 4
+        glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices
+        glBindTexture 0; glUseProgram 0; glDisable BLEND)");
 }
 
 /// Particles to the bit, beside a replay of the stream, over so many frames that the rate shows: a bound of five
@@ -144,7 +155,7 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     renderer.push(91.0F, 30.0F, release);
     const std::string calls = render(12.0F);
     EXPECT_THAT(calls, HasSubstr("glDrawArrays POINTS 0 " + std::to_string(emitted) + "\n"));
-    EXPECT_THAT(calls, HasSubstr("glUniform4fv color 1 1 1 0.4\n"));
+    EXPECT_THAT(calls, HasSubstr("color = 1 1 1 0.4\n"));
     EXPECT_EQ(particles()[0].radius, 12.0F) << "however old";
     renderer.push(10.0F, 10.0F, 5);
     update(200);

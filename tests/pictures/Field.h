@@ -23,6 +23,14 @@ struct Field : headless::PixelArray {
 
     Values texel(int x, int y) const { return {at(x, y, 0), at(x, y, 1), at(x, y, 2), at(x, y, 3)}; }
 
+    /// The first channel between the texels, as GL_LINEAR defines it; the centre of texel i is at i.
+    double filtered(double x, double y) const {
+        const int left = static_cast<int>(std::floor(x)), below = static_cast<int>(std::floor(y));
+        const double right = x - left, above = y - below;
+        return (at(left, below) * (1 - right) + at(left + 1, below) * right) * (1 - above) +
+               (at(left, below + 1) * (1 - right) + at(left + 1, below + 1) * right) * above;
+    }
+
     /// Sum of the four next texels' first channel.
     double neighbours(int x, int y) const { return at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1); }
 };

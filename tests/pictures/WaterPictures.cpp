@@ -144,7 +144,7 @@ Comparison pondStep(int width, int height) {
     });
 }
 
-/// Of heights whose texture may have another size than the screen: each pixel has its nearest texel's normal.
+/// Of heights whose texture may have another size than the screen: they are filtered, a texel of theirs apart.
 Comparison normals(int width, int height, int columns, int rows) {
     const Field heights = noiseTexture(GL_RG16F, columns, rows, -1.0F, 1.0F);
     NormalMapBuilder builder;
@@ -152,9 +152,9 @@ Comparison normals(int width, int height, int columns, int rows) {
     builder.setHeightMax(2.0F);
     builder.build(heights.texture);
     return compare(headless::readTexture(builder.getTexture(), width, height), [&](int column, int row) -> Values {
-        const int x = (2 * column + 1) * columns / (2 * width), y = (2 * row + 1) * rows / (2 * height);
-        const double slopeX = (heights.at(x + 1, y) - heights.at(x - 1, y)) * 2.0;
-        const double slopeY = (heights.at(x, y + 1) - heights.at(x, y - 1)) * 2.0;
+        const double x = (column + 0.5) * columns / width - 0.5, y = (row + 0.5) * rows / height - 0.5;
+        const double slopeX = (heights.filtered(x + 1, y) - heights.filtered(x - 1, y)) * 2.0;
+        const double slopeY = (heights.filtered(x, y + 1) - heights.filtered(x, y - 1)) * 2.0;
         return Values{-slopeX, -slopeY, 2.0} / std::sqrt(slopeX * slopeX + slopeY * slopeY + 4.0) * 0.5 + 0.5;
     });
 }

@@ -1,8 +1,10 @@
 #include "tests/support/GLRecorder.h"
 
-#include "bench/shared/DriversOwn.h"
+#include <android/log.h>
 
 #include <algorithm>
+#include <cstdarg>
+#include <dlfcn.h>
 #include <regex>
 #include <sstream>
 #include <utility>
@@ -53,14 +55,31 @@ std::string list(const Value* values, int count) {
     return all;
 }
 
-/// Reads a location of the current program as its GLSL name, and what follows it.
-const auto named = [](GLRecorder::Locations& names) {
-    return [&](auto location, auto... arguments) {
-        return " " + names[{recorder.currentProgram, GLint(location)}] + text(arguments...);
-    };
-};
-const auto uniform = named(recorder.uniforms);
-const auto attribute = named(recorder.attributes);
+/// An object, in brackets that `withRoles` replaces: labels tell roles only after the first calls.
+std::string object(const std::string& kind, GLuint name) {
+    return " {" + kind + " " + std::to_string(name) + "}";
+}
+
+std::string objects(const std::string& kind, const GLuint* names, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += object(kind, names[i]);
+    return all;
+}
+
+template <typename... Values>
+std::string valuesOf(GLint /*location*/, Values... values) {
+    return text(values...);
+}
+
+std::string uniform(GLint location) {
+    return recorder.uniforms[{recorder.current["program"], location}] + " =";
+}
+
+template <typename... Values>
+std::string attribute(GLuint location, Values... values) {
+    return " " + recorder.attributes[{recorder.current["program"], static_cast<GLint>(location)}] + text(values...);
+}
 
 } // namespace
 
@@ -72,36 +91,92 @@ GLRecorder& glRecorder() {
 std::string GLRecorder::record(const std::function<void()>& action) {
     mCalls.clear();
     action();
-    return std::exchange(mCalls, {});
+    return withRoles(std::exchange(mCalls, {}));
 }
 
-void GLRecorder::call(const char* name, const std::string& arguments) {
+std::string GLRecorder::withRoles(const std::string& calls) const {
+    std::string all;
+    size_t end = 0;
+    for (size_t begin = calls.find('{'); begin != std::string::npos; begin = calls.find('{', end)) {
+        all += calls.substr(end, begin - end);
+        end = calls.find('}', begin) + 1;
+        const std::string object = calls.substr(begin + 1, end - begin - 2);
+        const auto role = mRoles.find(object);
+        all += role == mRoles.end() ? object.substr(object.find(' ') + 1) : role->second;
+    }
+    return all + calls.substr(end);
+}
+
+void GLRecorder::call(const std::string& name, const std::string& arguments) {
     ++counts[name];
     mCalls += name + arguments + "\n";
 }
 
-// The linker sends the library's calls of checkGLError through here (--wrap), so that labels stand in the sequence.
+/// The first label of an object that was just made tells its role.
+void GLRecorder::label(const std::string& label) {
+    mCalls += "[" + label + "]\n";
+    static const std::map<std::string, std::string> kinds = {
+        {"glTexImage2D", "texture"}, {"glFramebufferTexture2D", "framebuffer"}, {"createProgram", "program"}};
+    std::istringstream words(label);
+    std::string call, role;
+    words >> call >> role;
+    const auto kind = kinds.find(call);
+    if (kind == kinds.end()) return;
+    std::string& known = mRoles[kind->second + " " + std::to_string(current[kind->second])];
+    if (known.rfind(kind->second, 0) == 0) known = role;
+}
+
+void GLRecorder::made(const char* kind, GLuint object) {
+    if (object != 0) name(kind, object, std::string(kind) + " " + std::to_string(++mMade[kind]));
+}
+
+// The linker sends the library's calls of checkGLError, whose labels stand in the sequence, and of the log through here
+// (--wrap).
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
-    recorder.call("checkGLError", std::string(" ") + op);
+    recorder.label(op);
     __real__Z12checkGLErrorPKc(op);
 }
+
+int __wrap___android_log_print(int priority, const char* tag, const char* format, ...) {
+    recorder.logFormats.push_back(format);
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = __android_log_vprint(priority, tag, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+/// The driver's own function of this name.
+#define DRIVER(function) reinterpret_cast<decltype(&function)>(dlsym(recorder.driver, #function))
 
 /// An entry point that is written down and passed on.
 #define PASS_ON_AS(result, function, parameters, arguments, description)                                               \
     result function parameters {                                                                                       \
         recorder.call(#function, description);                                                                         \
-        return DRIVERS_OWN(function) arguments;                                                                        \
+        return DRIVER(function) arguments;                                                                             \
     }
 #define PASS_ON(result, function, parameters, arguments)                                                               \
     PASS_ON_AS(result, function, parameters, arguments, text arguments)
-#define UNIFORM(function, parameters, arguments) PASS_ON_AS(void, function, parameters, arguments, uniform arguments)
+#define NAMES(function, parameters, arguments, kind)                                                                   \
+    void function parameters {                                                                                         \
+        if (std::string(#function).find("glBind") == 0) recorder.current[#kind] = name;                                \
+        recorder.call(#function, object(#kind, name));                                                                 \
+        DRIVER(function) arguments;                                                                                    \
+    }
+#define UNIFORM(function, parameters, arguments)                                                                       \
+    void function parameters {                                                                                         \
+        recorder.call(uniform(location), valuesOf arguments);                                                          \
+        DRIVER(function) arguments;                                                                                    \
+    }
+#define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \
+    void function parameters {                                                                                         \
+        recorder.call(uniform(location), (floats) > 4 ? " ..." : list(data, floats));                                  \
+        DRIVER(function) arguments;                                                                                    \
+    }
 #define ATTRIBUTE(function, parameters, arguments)                                                                     \
     PASS_ON_AS(void, function, parameters, arguments, attribute arguments)
-#define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \
-    PASS_ON_AS(void, function, parameters, arguments,                                                                  \
-               uniform(location) + ((floats) > 4 ? text(count) : list(data, floats)))
 #include "bench/shared/DrawingCalls.h"
 
 PASS_ON_AS(GLenum, glCheckFramebufferStatus, (GLenum target), (target), "")
@@ -110,36 +185,37 @@ PASS_ON(void, glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value
 PASS_ON_AS(void, glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
            (program, size, length, format, binary), "")
 PASS_ON_AS(void, glLinkProgram, (GLuint program), (program), "")
-PASS_ON_AS(void, glUseProgram, (GLuint program), (program),
-           text(recorder.orderOfProgram[recorder.currentProgram = program]))
-PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), list(names, n))
-PASS_ON_AS(void, glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), list(names, n))
-PASS_ON_AS(void, glDeleteProgram, (GLuint program), (program), text(recorder.orderOfProgram[program]))
+PASS_ON_AS(void, glUseProgram, (GLuint program), (program), object("program", recorder.current["program"] = program))
+PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), objects("texture", names, n))
+PASS_ON_AS(void, glDeleteFramebuffers, (GLsizei n, const GLuint* names), (n, names), objects("framebuffer", names, n))
+PASS_ON_AS(void, glDeleteProgram, (GLuint program), (program), object("program", program))
 PASS_ON_AS(void, glDeleteShader, (GLuint shader), (shader), "")
 PASS_ON_AS(void, glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count),
            modeNames[mode] + text(first, count))
 PASS_ON_AS(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
            (mode, count, type, indices), modeNames[mode] + text(count, type))
 PASS_ON_AS(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value),
-           text(target, parameter, GLenum(value)))
+           text(parameter, GLenum(value)))
 
-#define GENERATE(function)                                                                                             \
+#define GENERATE(function, kind)                                                                                       \
     void function(GLsizei n, GLuint* names) {                                                                          \
         recorder.call(#function, text(n));                                                                             \
         if (recorder.faults.givesZero.count(#function))                                                                \
             std::fill_n(names, n, 0);                                                                                  \
         else                                                                                                           \
-            DRIVERS_OWN(function)(n, names);                                                                           \
+            DRIVER(function)(n, names);                                                                                \
+        for (GLsizei i = 0; i < n; ++i)                                                                                \
+            recorder.made(kind, names[i]);                                                                             \
     }
 
-GENERATE(glGenTextures)
-GENERATE(glGenFramebuffers)
+GENERATE(glGenTextures, "texture")
+GENERATE(glGenFramebuffers, "framebuffer")
 
 /// A look-up of a location, whose name is remembered.
 #define LOOK_UP(function, names)                                                                                       \
     GLint function(GLuint program, const GLchar* name) {                                                               \
-        recorder.call(#function, " " + std::string(name));                                                             \
-        const GLint location = DRIVERS_OWN(function)(program, name);                                                   \
+        recorder.call("?" + std::string(name));                                                                        \
+        const GLint location = DRIVER(function)(program, name);                                                        \
         recorder.names[{program, location}] = name;                                                                    \
         return location;                                                                                               \
     }
@@ -151,7 +227,7 @@ LOOK_UP(glGetAttribLocation, attributes)
 #define SAY(function)                                                                                                  \
     void function(GLuint object, GLenum parameter, GLint* value) {                                                     \
         recorder.call(#function, text(parameter));                                                                     \
-        DRIVERS_OWN(function)(object, parameter, value);                                                               \
+        DRIVER(function)(object, parameter, value);                                                                    \
         if (recorder.faults.infoLogIsEmpty && parameter == GL_INFO_LOG_LENGTH) *value = 0;                             \
     }
 
@@ -160,54 +236,53 @@ SAY(glGetProgramiv)
 
 GLuint glCreateShader(GLenum type) {
     recorder.call("glCreateShader", text(type));
-    return recorder.faults.givesZero.count("glCreateShader") ? 0 : DRIVERS_OWN(glCreateShader)(type);
+    return recorder.faults.givesZero.count("glCreateShader") ? 0 : DRIVER(glCreateShader)(type);
 }
 
 void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, const GLint* lengths) {
     GLint type = 0;
-    DRIVERS_OWN(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
+    DRIVER(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
     std::string source = recorder.faults.compileFails ? "no shader" : sources[0];
     if (recorder.faults.pointsAreSinglePixels)
         source = std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
     const GLchar* given = source.c_str();
-    DRIVERS_OWN(glShaderSource)(shader, count, &given, lengths);
+    DRIVER(glShaderSource)(shader, count, &given, lengths);
 }
 
 GLuint glCreateProgram() {
     recorder.call("glCreateProgram", "");
     if (recorder.faults.givesZero.count("glCreateProgram")) return 0;
-    const GLuint program = DRIVERS_OWN(glCreateProgram)();
-    if (program) recorder.orderOfProgram[program] = recorder.counts["glCreateProgram"];
+    const GLuint program = DRIVER(glCreateProgram)();
+    recorder.made("program", recorder.current["program"] = program);
     return program;
 }
 
 void glAttachShader(GLuint program, GLuint shader) {
     recorder.call("glAttachShader", "");
-    if (!recorder.faults.linkFails) DRIVERS_OWN(glAttachShader)(program, shader);
+    if (!recorder.faults.linkFails) DRIVER(glAttachShader)(program, shader);
 }
 
 void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height, GLint border,
                   GLenum format, GLenum type, const void* data) {
     recorder.call("glTexImage2D",
-                  text(GLenum(internalFormat), width, height, format, type) + (data ? " data" : " none"));
+                  text(GLenum(internalFormat), width, height, format, type) + (data ? " and data" : ""));
     if (recorder.faults.notRenderable.count(internalFormat))
-        return DRIVERS_OWN(glTexImage2D)(target, level, GL_RGB9_E5, width, height, border, GL_RGB, GL_HALF_FLOAT,
-                                         nullptr);
-    DRIVERS_OWN(glTexImage2D)(target, level, internalFormat, width, height, border, format, type, data);
+        return DRIVER(glTexImage2D)(target, level, GL_RGB9_E5, width, height, border, GL_RGB, GL_HALF_FLOAT, nullptr);
+    DRIVER(glTexImage2D)(target, level, internalFormat, width, height, border, format, type, data);
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
     constexpr GLenum formatOfMesa = 0x875F;
     recorder.call("glProgramBinary", text(format, length));
-    DRIVERS_OWN(glProgramBinary)
+    DRIVER(glProgramBinary)
     (program, recorder.faults.acceptsProgramBinaries ? formatOfMesa : format, binary, length);
 }
 
 GLenum glGetError() {
     std::vector<GLenum>& pending = recorder.faults.pendingErrors;
-    if (pending.empty()) return DRIVERS_OWN(glGetError)();
+    if (pending.empty()) return DRIVER(glGetError)();
     const GLenum error = pending.front();
     pending.erase(pending.begin());
     return error;

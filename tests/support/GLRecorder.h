@@ -2,6 +2,7 @@
 
 #include <GLES3/gl3.h>
 
+#include <dlfcn.h>
 #include <functional>
 #include <map>
 #include <set>
@@ -13,17 +14,34 @@
 /// driver, and can write it down, count it, or make it fail. One for the process; see GLTest, which resets it.
 class GLRecorder {
   public:
-    /// The calls that an action makes, one per line. A call reads "glUniform1f radius 12" (uniforms and attributes by
-    /// their GLSL names), "glUseProgram 1" (programs by the order in which they were created), "glBindTexture
-    /// TEXTURE_2D 3", "checkGLError glTexImage2D mTexture"; pointers and glGetError are left out; of
-    /// uniforms of more than four floats only the count is shown.
+    /// The calls that an action makes, one per line, without pointers and glGetError. Most read as they are written:
+    ///
+    ///     glBindTexture mTexture         objects by their role, as their labels name them ("glTexImage2D mTexture",
+    ///                                    "glFramebufferTexture2D mFBONormal mTexture", "createProgram mProgramDraw");
+    ///                                    without a label by the order in which they were made: "program 2"
+    ///     radius = 10                    sets a uniform, by its GLSL name; "= ..." for more than four floats
+    ///     ?radius                        looks the location of a uniform or an attribute up
+    ///     [glTexImage2D mTexture]        checkGLError
+    ///     glVertexAttribPointer vertices 3 FLOAT 0 24    components, type, whether normalised, stride
+    ///     glTexImage2D R16F 97 61 RED HALF_FLOAT         "and data" where there is some
     std::string record(const std::function<void()>& action);
+
+    /// Names the object of a kind ("texture", "framebuffer", "program") by its role, where no label does.
+    void name(const std::string& kind, GLuint object, const std::string& role) {
+        mRoles[kind + " " + std::to_string(object)] = role;
+    }
 
     /// Text of every shader that was handed to the driver since the last reset, in order.
     std::vector<std::pair<GLenum, std::string>> shaderTexts;
 
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
+
+    /// Formats of the lines that the library logged since the last reset.
+    std::vector<std::string> logFormats;
+
+    /// Where the driver's functions are looked up, by dlsym.
+    void* driver = RTLD_NEXT;
 
     /// Faults: what the driver answers instead of its own word. Empty: its own word.
     struct Faults {
@@ -47,14 +65,19 @@ class GLRecorder {
 
     // For the entry points in GLRecorder.cpp.
     using Locations = std::map<std::pair<GLuint, GLint>, std::string>; ///< names by program and location
-    void call(const char* name, const std::string& arguments);
-    GLuint currentProgram = 0;
+    void call(const std::string& name, const std::string& arguments = "");
+    void label(const std::string& label);
+    void made(const char* kind, GLuint object);
+    std::map<std::string, GLuint> current; ///< the object of a kind that is bound or in use
     Locations uniforms;
     Locations attributes;
-    std::map<GLuint, int> orderOfProgram;
 
   private:
+    std::string withRoles(const std::string& calls) const;
+
     std::string mCalls;
+    std::map<std::string, std::string> mRoles; ///< by kind and name
+    std::map<std::string, int> mMade;          ///< how many objects of a kind
 };
 
 GLRecorder& glRecorder();

@@ -4,10 +4,10 @@
 
 /// The tests' look into the effects, whose friend it is.
 struct TestPeer {
+    TIDALUME_PEEK(mProgramMetaball)
+    TIDALUME_PEEK(mProgramDraw)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mIndices)
-    TIDALUME_PEEK(mCoreOfCometVertices)
-    TIDALUME_PEEK(mTailOfCometVertices)
     TIDALUME_PEEK(mRectTexcoords)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mTextureBG)

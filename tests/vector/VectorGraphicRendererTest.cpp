@@ -24,19 +24,28 @@ class VectorGraphicRendererTest : public CallsTest {
 };
 
 TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
-    const std::string gradient = R"(glUseProgram 1; matrixMVP 1; referencePosition 40 30; gradientBegin 5
-        gradientBeginColor 1 0.5 0.25 1; gradientEnd 25.5; gradientEndColor 0 0.5 0 0.5; quad;)";
-    const std::string point = "; Enable vertices; Pointer vertices 3 12; glDrawArrays POINTS 0 1;";
-    const std::string circle = "glUseProgram 4; color 1 0.5 0.25 1" + point + "glBindBuffer ARRAY_BUFFER 0;";
-    const std::string bitmapCircle = "glUseProgram 5; color 1 0.5 0.25 1; size 97 61; bitmap 0; unit 0 texture 7" +
-                                     point + "glBindTexture TEXTURE_2D 0; glBindBuffer ARRAY_BUFFER 0;";
-    const std::string bitmap = "matrixMVP 1; textureBitmap 0; unit 0 texture 7;";
-    const std::string corners = R"(Pointer vertices 3 0; Pointer texcoords 2 0; Enable vertices; Enable texcoords
-        glDrawArrays TRIANGLE_STRIP 0 4; Disable texcoords; Disable vertices;)";
-    const std::string rectangle = "glUseProgram 2;" + bitmap + corners;
-    const std::string masked = "glUseProgram 3;" + bitmap + "textureMask 1; unit 1 texture 8;" + corners +
-                               "glBindTexture TEXTURE_2D 0; unit 0 texture 0;";
-    const std::string steps[7] = {gradient, circle, bitmapCircle, rectangle, rectangle, masked, masked};
+    const std::string quad = R"(glVertexAttribPointer vertices 3 FLOAT 0 0; glEnableVertexAttribArray vertices
+        glDrawArrays TRIANGLE_STRIP 0 4; glDisableVertexAttribArray vertices;)";
+    const std::string gradient = R"(glUseProgram mProgramGradientFill; matrixMVP = ...; referencePosition = 40 30
+        gradientBegin = 5; gradientBeginColor = 1 0.5 0.25 1; gradientEnd = 25.5; gradientEndColor = 0 0.5 0 0.5;)";
+    const std::string point = R"(; glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 12
+        glDrawArrays POINTS 0 1;)";
+    const std::string circle =
+        "glUseProgram mProgramCircle; color = 1 0.5 0.25 1" + point + "glBindBuffer ARRAY_BUFFER 0;";
+    const std::string bitmapCircle =
+        R"(glUseProgram mProgramBitmapCircle; color = 1 0.5 0.25 1; size = 97 61; bitmap = 0
+        glActiveTexture TEXTURE0; glBindTexture 7)" +
+        point + "glBindTexture 0; glBindBuffer ARRAY_BUFFER 0;";
+    const std::string bitmap = "matrixMVP = ...; textureBitmap = 0; glActiveTexture TEXTURE0; glBindTexture 7;";
+    const std::string corners =
+        R"(glVertexAttribPointer vertices 3 FLOAT 0 0; glVertexAttribPointer texcoords 2 FLOAT 0 0
+        glEnableVertexAttribArray vertices; glEnableVertexAttribArray texcoords; glDrawArrays TRIANGLE_STRIP 0 4
+        glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices;)";
+    const std::string rectangle = "glUseProgram mProgramBitmap;" + bitmap + corners;
+    const std::string masked = "glUseProgram mProgramAlphaMaskedBitmap;" + bitmap +
+                               "textureMask = 1; glActiveTexture TEXTURE1; glBindTexture 8;" + corners +
+                               "glBindTexture 0; glActiveTexture TEXTURE0; glBindTexture 0;";
+    const std::string steps[7] = {gradient + quad, circle, bitmapCircle, rectangle, rectangle, masked, masked};
     const auto expectDraws = [&](const std::string& blend) {
         for (size_t i = 0; i < 7; ++i) {
             expectCalls(draws[i],
@@ -58,18 +67,6 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
         "");
     expectDraws(R"(glBlendEquation 0x8008; glBlendFuncSeparate 1 SRC_COLOR DST_COLOR 0
         glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)");
-}
-
-TEST_F(VectorGraphicRendererTest, DrawsNothingWithoutASize) {
-    for (const auto& [w, h] : {std::pair{0, 61}, {97, 0}, {-97, -61}, {97, 61}}) {
-        for (const auto& draw : draws)
-            expectCalls(draw, "");
-        graphics.setScreenSize(w, h);
-    }
-    graphics.GLContextDestroyed();
-    context.recreate();
-    graphics.init();
-    EXPECT_NE(glRecorder().record(draws[0]), "") << "the size outlives the context";
 }
 
 TEST_F(VectorGraphicRendererTest, UnknownCodesKeepTheRotation) {
