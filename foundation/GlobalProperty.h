@@ -1,7 +1,9 @@
 #pragma once
 
-/// Process-wide settings. Never instantiated. The library exports functions only: applications set these members
-/// through the Java class of the same name, code that is linked into the library directly.
+/// Process-wide settings. Never instantiated. Java sets them through the class of the same name, C++ directly:
+///
+///     std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", folder);
+///     GlobalProperty::BINARY_SHADER = true;
 ///
 /// Set them before the first `init` of any effect: each setting is read at the moment an effect builds its programs, so
 /// a later change reaches only programs that are built afterwards. Plain globals without locks; write them before

@@ -36,6 +36,12 @@ for step in Java CMake pkg-config; do
   mv "$work/project/water.png" "$work/water-$step.png" || fail "\"$step\" draws no water.png"
   cmp "$work/water-$step.png" "$work/water-Java.png" || fail "\"$step\" draws other water than Java"
 done
+# However a program is built, it and the library have one copy of the settings.
+for flags in "" -fvisibility=hidden "-fPIE -pie" "-fno-pie -no-pie"; do
+  CXXFLAGS=$flags run cache 2>&1 | tee "$work/log"
+  grep -q 'VectorGraphicRenderer Shader Init' "$work/log" || fail "with \"$flags\" no time is logged"
+  [ "$(grep -c '^VectorGraphicRenderer.*dat$' "$work/log")" = 5 ] || fail "with \"$flags\" programs are not saved"
+done
 # Without the drop the water is flat, and the picture another.
 cp "$work/files/Water.java" "$work/project/Flat.java"
 sed -i -e 's/class Water/class Flat/' -e '/addDrop/d' "$work/project/Flat.java"

@@ -8,7 +8,7 @@ fail() { echo "check-exports: $1" >&2; exit 1; }
 
 exported=$(nm -D --defined-only "$library" | awk '{print $3}' | sed 's/@.*//' | c++filt | sort -u)
 listed=$(sed -n '/global:/,/local:/p' "$map" | sed -e 's/#.*//' -e 's/^ *//' -e 's/;.*//' -e 's/^"\(.*\)"$/\1/' |
-  grep -E '^(Java_|[A-Za-z0-9_:~]+.*\(|[A-Za-z]+\*$)' | sort -u)
+  grep -E '^(Java_|[A-Za-z0-9_:~]+.*\(|[A-Za-z]+(\*|::[A-Z_]+)$)' | sort -u)
 
 while IFS= read -r name; do
   case $name in
