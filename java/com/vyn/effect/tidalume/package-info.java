@@ -13,8 +13,9 @@
  * Effects leave program 0 bound; textures that they hand out are named by {@code int}s, as in {@code GLES30}.
  *
  * <p><b>Errors.</b> A null array throws {@link java.lang.NullPointerException}; an array too short or a size below 1
- * {@link java.lang.IllegalArgumentException}; a call after {@code close}, or a drawing call before {@code init} and
- * {@code setScreenSize}, {@link java.lang.IllegalStateException}; {@code new} without native memory
- * {@link java.lang.OutOfMemoryError}. GL's own errors and shader messages are in the Android log.
+ * {@link java.lang.IllegalArgumentException}; {@code init} where no GL context is current on the thread, a call after
+ * {@code close}, or a drawing call before {@code init} and {@code setScreenSize},
+ * {@link java.lang.IllegalStateException}; {@code new} without native memory {@link java.lang.OutOfMemoryError}. GL's
+ * own errors and shader messages are in the Android log.
  */
 package com.vyn.effect.tidalume;
