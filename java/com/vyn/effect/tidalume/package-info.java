@@ -9,7 +9,7 @@
  * first, then {@code init} and {@code setScreenSize} on every object: objects of one class share their programs, so an
  * object that is told late would forget what another has just built.
  *
- * <p><b>GL state.</b> Vertices come from Java memory, so vertex array 0 must be bound and no buffer object may be.
+ * <p><b>GL state.</b> Vertices come from native memory, so vertex array 0 must be bound and no buffer object may be.
  * Effects leave program 0 bound; textures that they hand out are named by {@code int}s, as in {@code GLES30}.
  *
  * <p><b>Errors.</b> A null array throws {@link java.lang.NullPointerException}; an array too short or a size below 1
