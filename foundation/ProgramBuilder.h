@@ -8,7 +8,8 @@
 /// else. The source text is not part of the key: delete the files when shaders change. A file that the driver
 /// rejects is built again from text and overwritten. Files are written in place and never deleted.
 ///
-/// All functions need a current context. Failures are logged under the tag "EGLUtils" and reported as 0 or null.
+/// All functions need a current context. Failures are logged under the tag "EGLUtils" and reported as 0 or null. No
+/// argument may be null but a cache name and the file of saveProgram.
 
 /// Compiles one shader.
 /// @param shaderType  GL_VERTEX_SHADER or GL_FRAGMENT_SHADER

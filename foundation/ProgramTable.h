@@ -10,7 +10,7 @@ struct Location {
     const char* name;
 };
 
-/// One GL program of an effect, as data.
+/// One GL program of an effect, as data. Null are only a label that is not checked, and the empty entries.
 struct Program {
     GLuint* id;            ///< member that holds the program's name; 0 while it is not built
     const char* cacheName; ///< name of its file in the binary program cache

@@ -5,7 +5,7 @@
 namespace tidalume {
 
 /// What an effect's render targets look like: one to three screen-sized half-float textures, each with a framebuffer
-/// of its own that has it as colour attachment 0. Labels are those of checkGLError.
+/// of its own that has it as colour attachment 0. Labels are those of checkGLError; all but the first must not be null.
 struct TargetDescription {
     int count;                    ///< 1 to 3 textures and as many framebuffers
     GLint internalFormat;         ///< GL_R16F, GL_RG16F or GL_RGB16F
@@ -28,7 +28,7 @@ struct TargetDescription {
 /// Makes nothing when the size is one that no texture can have: below 1, or above GL_MAX_TEXTURE_SIZE where the driver
 /// tells it, since some drivers answer such a size by ending the process. A size of 0 is silent; any other is logged as
 /// the GL_INVALID_VALUE that glTexImage2D would have raised.
-/// @param textures, framebuffers  the effect's own name members, `count` of each
+/// @param textures, framebuffers  the effect's own name members, `count` of each; not null, here and below
 /// @param width, height           in texels
 void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width, int height);
 

@@ -13,7 +13,7 @@
 /// All projections map the near plane to normalised depth 0 and the far plane to 1 (not to GL's -1 and 1).
 /// Left-handed ones look along +z, so view-space z = zn is the near plane; right-handed ones along -z.
 ///
-/// Vector arguments point to 3 consecutive floats (x, y, z).
+/// Vector arguments point to 3 consecutive floats (x, y, z). No pointer may be null.
 class Matrix {
   public:
     float m[16]; ///< the elements, row by row

@@ -1,7 +1,8 @@
 #pragma once
 
-/// Two floats. The static forms work on any array of at least 2 floats, a Vector2 included. No function checks its
-/// arguments: dividing by 0 gives infinities or NaN. Components are divided directly, without a reciprocal.
+/// Two floats. The static forms work on any array of at least 2 floats, a Vector2 included. No pointer may be null. No
+/// function checks its arguments: dividing by 0 gives infinities or NaN. Components are divided directly, without a
+/// reciprocal.
 class Vector2 {
   public:
     float x; ///< first component

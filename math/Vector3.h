@@ -1,8 +1,8 @@
 #pragma once
 
-/// Three floats. The static forms work on any array of at least 3 floats, a Vector3 included. No function checks its
-/// arguments: dividing by 0 gives infinities or NaN. Quotients are formed through the reciprocal, so that they can
-/// differ in the last bit from Vector2's.
+/// Three floats. The static forms work on any array of at least 3 floats, a Vector3 included. No pointer may be null.
+/// No function checks its arguments: dividing by 0 gives infinities or NaN. Quotients are formed through the
+/// reciprocal, so that they can differ in the last bit from Vector2's.
 class Vector3 {
   public:
     float x; ///< first component

@@ -48,15 +48,16 @@ class Metaball2DRenderer {
 
     /// Clears the field and adds balls to it. Ignored before `init` and `setScreenSize`.
     /// Leaves framebuffer 0 bound, blending disabled, and the clear colour (0, 0, 0, 1).
-    /// @param metaballs  six floats per ball: x, y, radius in pixels, then three that are not used. Balls of radius
-    ///                   0 or less are not drawn; sprites larger than the driver's point size limit are clamped to it.
+    /// @param metaballs  not null; six floats per ball: x, y, radius in pixels, then three that are not used. Balls of
+    ///                   radius 0 or less are not drawn; sprites larger than the driver's point size limit are clamped
+    ///                   to it.
     /// @param count      number of balls
     void addMetaballs(float* metaballs, unsigned int count);
 
     /// Paints the field into the bound framebuffer, over what is there, by the colour's alpha. May be called several
     /// times for one field. Ignored before `init` and `setScreenSize`. Leaves blending and depth test disabled, program
     /// 0, and texture 0 on unit 0, which is active.
-    /// @param color  red, green, blue, alpha, each 0 to 1, not premultiplied
+    /// @param color  not null; red, green, blue, alpha, each 0 to 1, not premultiplied
     void render(float* color);
 
     /// Name of the field texture, whose red channel holds the sum; 0 before `setScreenSize`.

@@ -14,7 +14,7 @@
 ///     particles.push(540, 960, 0);
 ///     // per frame
 ///     particles.push(700, 900, 7);
-///     particles.render(80.0f, 1.0f);
+///     particles.render(80.0f, 12.5f);  // opaque: alpha is 0.08 alphaFactor
 ///
 /// Positions are pixels of the screen, origin top-left, y downwards. Random numbers come from `lrand48`, which the
 /// application may seed. The object draws through a Metaball2DRenderer of its own: what that class says about the

@@ -56,21 +56,21 @@ class VectorGraphicRenderer {
 
     /// Fills the surface with a gradient around pixel (x, y).
     /// @param begin       distance in pixels up to which beginColor is shown
-    /// @param beginColor  4 floats
+    /// @param beginColor  4 floats, not null
     /// @param end         distance from which endColor is shown; equal to begin, the edge is hard
-    /// @param endColor    4 floats
+    /// @param endColor    4 floats, not null
     void renderRadialGradient(float x, float y, float begin, float* beginColor, float end, float* endColor);
 
     /// Draws a disc with a hard edge around pixel (x, y). Leaves attribute array 0 enabled, pointing into this object,
     /// and no array buffer bound.
     /// @param radius  in pixels, above 0. The driver's point size limit bounds the diameter.
-    /// @param color   4 floats
+    /// @param color   4 floats, not null
     void renderCircle(float x, float y, float radius, float* color);
 
     /// Draws a disc that shows the part of a bitmap that lies under it when the bitmap is stretched over the surface.
     /// Leaves what `renderCircle` leaves, and texture 0 on unit 0, which is active.
     /// @param diameter  in pixels: the diameter here, the radius in `renderCircle`
-    /// @param color     4 floats, of which the alpha alone is used, in place of the bitmap's
+    /// @param color     4 floats, not null, of which the alpha alone is used, in place of the bitmap's
     void renderBitmapCircle(float x, float y, float diameter, float* color, unsigned int texture);
 
     /// Fills a rectangle with a bitmap. Leaves the texture bound to unit 0, which is active.

@@ -47,7 +47,7 @@ class IntensityMapBuilder {
 
     /// Paints a line of drops within its bounding box; a round drop where both ends are the same. The caller disables
     /// blending and depth test.
-    /// @param center, center2  the two ends, (x, y) each
+    /// @param center, center2  the two ends, (x, y) each; not null
     /// @param radius           half the width of the line
     /// @param strength         height on the line
     /// @param preserveWeight   not used

@@ -59,7 +59,7 @@ class ShallowWater {
     /// the radius gives a bump of strength^2. Keep |strength| below 1: a height of 1 or more grows with every drop.
     /// Logs its arguments at verbose priority, also when it is ignored. Sets the blend equation and the blend
     /// functions, and leaves blending disabled.
-    /// @param center    (x, y) in pixels
+    /// @param center    (x, y) in pixels; not null
     /// @param radius    twice the radius of the bump, in pixels
     /// @param strength  square root of the height
     void addDrop(float* center, float radius, float strength);
@@ -67,7 +67,7 @@ class ShallowWater {
     /// Goes back to the state before the newest and adds a drop of 0.4 `strength` at each end, nothing in between. No
     /// height stays above `strength`. Leaves the texture of the state before the newest on unit 0, which is active.
     /// @param center, center2  the two ends, (x, y) each, in normalised device coordinates: (-1, -1) is the lower-left
-    ///                         corner, (1, 1) the upper-right
+    ///                         corner, (1, 1) the upper-right; not null
     /// @param radius           of a drop, in normalised device coordinates: an ellipse where the screen is not square
     void addDropLine(float* center, float* center2, float radius, float strength);
 

@@ -55,14 +55,14 @@ class ShallowWaterIterative {
     /// Passes per `update`, 8 by default. Below 1: ignored.
     void setIterationCount(int count);
 
-    /// @param center          (x, y)
+    /// @param center          (x, y); not null
     /// @param radius          of the drop
     /// @param strength        height added at the centre
     /// @param preserveWeight  factor on the heights before
     void addDrop(float* center, float radius, float strength, float preserveWeight);
 
     /// A drop along a whole segment, as a finger draws it.
-    /// @param center, center2  the two ends, (x, y) each; may be the same
+    /// @param center, center2  the two ends, (x, y) each; may be the same, not null
     /// @param radius, strength, preserveWeight  as for addDrop
     void addDropLine(float* center, float* center2, float radius, float strength, float preserveWeight);
 

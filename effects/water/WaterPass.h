@@ -11,7 +11,7 @@ namespace tidalume {
 bool isDisturbance(float radius, std::initializer_list<float> others);
 
 /// Draws a quad as a triangle strip: points the attribute to the vertices, enables it, draws and disables it.
-/// @param vertices  four corners (x, y, z) in the caller's memory
+/// @param vertices  four corners (x, y, z) in the caller's memory; not null
 void drawQuad(GLint attribute, const float* vertices);
 
 } // namespace tidalume

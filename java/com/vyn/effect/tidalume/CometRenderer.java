@@ -13,7 +13,8 @@ package com.vyn.effect.tidalume;
  * comets.render(t);
  * }</pre>
  *
- * <p>Positions are pixels of the screen, origin top-left, y downwards. The effect has no textures: after a loss of the
+ * <p>The heads that are reported are ahead of what is drawn: of the path they are at t, the cores at 0.9 t and the tips
+ * of the tails at 0.92 t. Positions are pixels of the screen, origin top-left, y downwards. The effect has no textures: after a loss of the
  * context {@link #init} is enough, and a flight under way goes on. See the package's description for threads, the life
  * cycle and the exceptions.
  */
@@ -38,9 +39,13 @@ public final class CometRenderer implements AutoCloseable {
         handle = new Handle("CometRenderer", Alloc());
     }
 
-    /** Builds the programs where they are missing. */
+    /**
+     * Builds the programs where they are missing.
+     *
+     * @throws IllegalStateException if no GL context is current on this thread
+     */
     public void init() {
-        init(handle.open());
+        init(handle.inContext());
         handle.setInitialized();
     }
 

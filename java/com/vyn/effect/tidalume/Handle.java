@@ -32,6 +32,20 @@ final class Handle {
     }
 
     /**
+     * The handle, for init. GL itself would say nothing where it is missing.
+     *
+     * @throws IllegalStateException after {@code close}, or if no GL context is current on this thread
+     */
+    long inContext() {
+        open();
+        if (!isContextCurrent()) {
+            throw new IllegalStateException(className + " needs a GL context that is current on this thread: "
+                    + "call init on the GL thread, in onSurfaceCreated or later, or after your own eglMakeCurrent");
+        }
+        return handle;
+    }
+
+    /**
      * The handle, for calls that draw, disturb or build.
      *
      * @throws IllegalStateException after {@code close}, or before {@code init} or {@code setScreenSize}
@@ -76,4 +90,6 @@ final class Handle {
         handle = 0;
         return released;
     }
+
+    private static native boolean isContextCurrent();
 }

@@ -32,11 +32,12 @@ public final class Metaball2DRenderer implements AutoCloseable {
      *
      * @param quality resolution divisor of the field, above 0: 1 is one texel per pixel, 2 half the resolution in each
      *     direction and a quarter of the cost. Another value takes effect with the next {@link #setScreenSize}.
+     * @throws IllegalStateException if no GL context is current on this thread
      */
     public void init(float quality) {
-        final long open = handle.open();
+        final long current = handle.inContext();
         Arguments.requirePositive("quality", quality);
-        init(open, quality);
+        init(current, quality);
         handle.setInitialized();
     }
 

@@ -33,11 +33,12 @@ public final class MetaballRenderer implements AutoCloseable {
      * Builds the programs where they are missing, and stores the quality of the field.
      *
      * @param quality see {@link Metaball2DRenderer#init}
+     * @throws IllegalStateException if no GL context is current on this thread
      */
     public void init(float quality) {
-        final long open = handle.open();
+        final long current = handle.inContext();
         Arguments.requirePositive("quality", quality);
-        init(open, quality);
+        init(current, quality);
         handle.setInitialized();
         hasRenderer = true;
     }

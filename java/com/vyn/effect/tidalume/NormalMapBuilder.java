@@ -18,9 +18,13 @@ public final class NormalMapBuilder implements AutoCloseable {
         handle = new Handle("NormalMapBuilder", Alloc());
     }
 
-    /** Builds the program where it is missing. */
+    /**
+     * Builds the program where it is missing.
+     *
+     * @throws IllegalStateException if no GL context is current on this thread
+     */
     public void init() {
-        init(handle.open());
+        init(handle.inContext());
         handle.setInitialized();
     }
 

@@ -20,9 +20,13 @@ public final class ShallowWater implements AutoCloseable {
         handle = new Handle("ShallowWater", Alloc());
     }
 
-    /** Builds the programs; those of an earlier {@code init} are deleted first. */
+    /**
+     * Builds the programs; those of an earlier {@code init} are deleted first.
+     *
+     * @throws IllegalStateException if no GL context is current on this thread
+     */
     public void init() {
-        init(handle.open());
+        init(handle.inContext());
         handle.setInitialized();
     }
 

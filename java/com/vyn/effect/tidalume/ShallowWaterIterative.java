@@ -23,9 +23,13 @@ public final class ShallowWaterIterative implements AutoCloseable {
         handle = new Handle("ShallowWaterIterative", Alloc());
     }
 
-    /** Builds the programs where they are missing. */
+    /**
+     * Builds the programs where they are missing.
+     *
+     * @throws IllegalStateException if no GL context is current on this thread
+     */
     public void init() {
-        init(handle.open());
+        init(handle.inContext());
         handle.setInitialized();
     }
 

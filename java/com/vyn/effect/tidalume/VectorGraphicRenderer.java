@@ -80,9 +80,13 @@ public final class VectorGraphicRenderer implements AutoCloseable {
         handle = new Handle("VectorGraphicRenderer", Alloc());
     }
 
-    /** Builds the programs where they are missing. */
+    /**
+     * Builds the programs where they are missing.
+     *
+     * @throws IllegalStateException if no GL context is current on this thread
+     */
     public void init() {
-        init(handle.open());
+        init(handle.inContext());
         handle.setInitialized();
     }
 

@@ -9,12 +9,13 @@
  * first, then {@code init} and {@code setScreenSize} on every object: objects of one class share their programs, so an
  * object that is told late would forget what another has just built.
  *
- * <p><b>GL state.</b> Vertices come from Java memory, so vertex array 0 must be bound and no buffer object may be.
+ * <p><b>GL state.</b> Vertices come from native memory, so vertex array 0 must be bound and no buffer object may be.
  * Effects leave program 0 bound; textures that they hand out are named by {@code int}s, as in {@code GLES30}.
  *
  * <p><b>Errors.</b> A null array throws {@link java.lang.NullPointerException}; an array too short or a size below 1
- * {@link java.lang.IllegalArgumentException}; a call after {@code close}, or a drawing call before {@code init} and
- * {@code setScreenSize}, {@link java.lang.IllegalStateException}; {@code new} without native memory
- * {@link java.lang.OutOfMemoryError}. GL's own errors and shader messages are in the Android log.
+ * {@link java.lang.IllegalArgumentException}; {@code init} where no GL context is current on the thread, a call after
+ * {@code close}, or a drawing call before {@code init} and {@code setScreenSize},
+ * {@link java.lang.IllegalStateException}; {@code new} without native memory {@link java.lang.OutOfMemoryError}. GL's
+ * own errors and shader messages are in the Android log.
  */
 package com.vyn.effect.tidalume;
