@@ -42,8 +42,8 @@ class Metaball2DRenderer {
     void init(float quality);
 
     /// Makes the field texture for a screen of width x height pixels, replacing one of another size. Call after `init`.
-    /// A size or quality that no texture can have makes no field, and nothing is drawn. Leaves the field texture and
-    /// framebuffer 0 bound, and the clear colour (0, 0, 0, 1).
+    /// A size or quality that no texture can have makes no field, is logged unless the size is 0, and nothing is drawn.
+    /// Leaves the field texture and framebuffer 0 bound, and the clear colour (0, 0, 0, 1).
     void setScreenSize(int width, int height);
 
     /// Clears the field and adds balls to it. Ignored before `init` and `setScreenSize`.

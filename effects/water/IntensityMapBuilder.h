@@ -28,7 +28,8 @@ struct ProgramTable;
 /// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
 /// `init` and `setScreenSize` on every object; the field then is flat.
 ///
-/// The calls that paint are ignored before `setScreenSize`, with a radius of 0, and with a number that is not finite.
+/// The calls that paint are ignored before `setScreenSize`, with a radius of 0, and with a number that is not finite
+/// (`preserveWeight`, which is not used, may be any).
 /// They leave the viewport at the screen, framebuffer 0 and program 0.
 class IntensityMapBuilder {
   public:
@@ -42,7 +43,8 @@ class IntensityMapBuilder {
     void init();
 
     /// Makes a flat field for a screen of width x height pixels. The same size keeps the field as it is. Leaves the
-    /// texture and framebuffer 0 bound. Makes no field of a size that no texture can have.
+    /// texture and framebuffer 0 bound. Makes no field of a size that no texture can have,
+    /// and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
     /// Paints a line of drops within its bounding box; a round drop where both ends are the same. The caller disables

@@ -49,7 +49,8 @@ class ShallowWaterIterative {
     void init();
 
     /// Makes still water for a screen of width x height pixels. The same size keeps the water as it is. Leaves the
-    /// second texture and framebuffer 0 bound. Makes no water of a size that no texture can have.
+    /// second texture and framebuffer 0 bound. Makes no water of a size that no texture can have,
+    /// and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
     /// Passes per `update`, 8 by default. Below 1: ignored.
