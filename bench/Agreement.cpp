@@ -1,6 +1,6 @@
 #include "bench/Benchmarks.h"
-#include "bench/plain/ParticleStep.h"
 #include "headless/Pixels.h"
+#include "reference/ParticleStep.h"
 
 #include <algorithm>
 #include <cmath>
@@ -110,8 +110,8 @@ bool particlesAgree() {
         *manager.getParticleVector() = literal;
         for (int step = 0; step < 100; ++step) {
             manager.step(0.25F);
-            plain::step(literal, 0.25F);
-            plain::stepByCalls(byCalls, 0.25F);
+            reference::plain::step(literal, 0.25F);
+            reference::plain::stepByCalls(byCalls, 0.25F);
         }
         for (const auto* other : {&literal, &byCalls})
             agree =

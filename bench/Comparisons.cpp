@@ -1,8 +1,8 @@
 #include "bench/Benchmarks.h"
 #include "bench/GLReplay.h"
 #include "bench/Measure.h"
-#include "bench/plain/CometMesh.h"
-#include "bench/plain/ParticleStep.h"
+#include "reference/CometMesh.h"
+#include "reference/ParticleStep.h"
 
 #include <benchmark/benchmark.h>
 
@@ -105,7 +105,7 @@ Sides cometMeshes(Stage& stage) {
             {[] {},
              [] {
                  for (const float spread : {0.25F, 0.15F, 0.25F, 0.15F})
-                     plain::computeTailMesh(path, 540.0F, 960.0F, 0.6F, spread, vertices);
+                     reference::plain::computeTailMesh(path, 540.0F, 960.0F, 0.6F, spread, vertices);
              }},
             {}};
 }
@@ -153,9 +153,9 @@ void registerComparisons(Theatre& theatre, const Effort& effort, Results& result
          [&theatre] { return cometMeshes(theatre.stage(64, 64)); }},
         effort, results);
     const std::string particles = "ParticleManager::step, 65,535 particles";
-    add({particles, "", "plain form", 0.75, [] { return particleSteps(plain::step); }}, effort, results);
-    add({particles, "", "plain form, by calls", 0.0, [] { return particleSteps(plain::stepByCalls); }}, effort,
-        results);
+    add({particles, "", "plain form", 0.75, [] { return particleSteps(reference::plain::step); }}, effort, results);
+    add({particles, "", "plain form, by calls", 0.0, [] { return particleSteps(reference::plain::stepByCalls); }},
+        effort, results);
 }
 
 Stage& Theatre::stage(int width, int height) {

@@ -1,6 +1,6 @@
 #include "bench/GLReplay.h"
 
-#include "bench/shared/DriversOwn.h"
+#include "testing/DriversOwn.h"
 
 #include <GLES3/gl3.h>
 
@@ -70,7 +70,7 @@ extern "C" {
         real arguments;                                                                                                \
     }
 
-#include "bench/shared/DrawingCalls.h"
+#include "testing/DrawingCalls.inc"
 PASS_ON(void, glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count))
 PASS_ON(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
         (mode, count, type, indices))

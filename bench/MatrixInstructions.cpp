@@ -1,7 +1,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Child.h"
-#include "bench/shared/TemporaryFolder.h"
 #include "math/Matrix.h"
+#include "testing/TemporaryFolder.h"
 
 #include <string>
 #define GLM_FORCE_SILENT_WARNINGS
@@ -130,7 +130,7 @@ void callMatrices() {
 }
 
 void countMatrixInstructions(Results& results) {
-    const TemporaryFolder counts;
+    const test::TemporaryFolder counts;
     runSelf(callgrind(counts.path()), "--matrices");
     results.matrices = readCounts(counts.path());
 }

@@ -18,11 +18,13 @@ ProgramSet::ProgramSet(const ProgramTable& table) {
     }
 }
 
-ProgramTable ProgramSet::built(ProgramTable table, const ProgramForm* begin, const ProgramForm* end) {
+ProgramTable ProgramSet::built(ProgramTable table, const reference::ProgramForm* begin,
+                               const reference::ProgramForm* end) {
     for (Program& program : table.programs) {
         if (!program.id) break;
-        const ProgramForm* form = std::find_if(
-            begin, end, [&](const ProgramForm& f) { return std::strcmp(f.cacheName, program.cacheName) == 0; });
+        const reference::ProgramForm* form = std::find_if(begin, end, [&](const reference::ProgramForm& f) {
+            return std::strcmp(f.cacheName, program.cacheName) == 0;
+        });
         if (form == end) continue;
         program.vertexSource = form->vertex;
         program.fragmentSource = form->fragment;

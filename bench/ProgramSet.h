@@ -1,8 +1,8 @@
 #pragma once
 
-#include "bench/plain/Shaders.h"
-#include "bench/shared/Peek.h"
 #include "foundation/ProgramTable.h"
+#include "reference/Shaders.h"
+#include "testing/Peek.h"
 
 #include <utility>
 #include <vector>
@@ -35,13 +35,14 @@ class ProgramSet {
 
     /// Builds the effect's programs, in other forms where there are some. They are then in place.
     template <size_t count>
-    ProgramSet(const ProgramTable& table, const ProgramForm (&forms)[count])
+    ProgramSet(const ProgramTable& table, const reference::ProgramForm (&forms)[count])
         : ProgramSet(built(table, forms, forms + count)) {}
 
     void putInPlace() const;
 
   private:
-    static ProgramTable built(ProgramTable table, const ProgramForm* begin, const ProgramForm* end);
+    static ProgramTable built(ProgramTable table, const reference::ProgramForm* begin,
+                              const reference::ProgramForm* end);
 
     std::vector<std::pair<GLuint*, GLuint>> mIds;
     std::vector<std::pair<GLint*, GLint>> mLocations;

@@ -1,8 +1,8 @@
 #include "bench/Stage.h"
 
-#include "bench/shared/Noise.h"
 #include "foundation/ProgramBuilder.h"
 #include "headless/Pixels.h"
+#include "testing/Noise.h"
 
 #include <cstdlib>
 
@@ -36,7 +36,7 @@ void main() {
 
 void fill(const Surface& surface) {
     const std::vector<float> values =
-        noise(surface.texture, 3 * surface.width * surface.height, surface.lowest, surface.highest);
+        test::noise(surface.texture, 3 * surface.width * surface.height, surface.lowest, surface.highest);
     glBindTexture(GL_TEXTURE_2D, surface.texture);
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, surface.width, surface.height, surface.format, GL_FLOAT, values.data());
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -48,7 +48,7 @@ void fill(const Surface& surface) {
 Stage::Stage(int width, int height)
     : mWidth(width), mHeight(height), mCenters{{0.3F * static_cast<float>(width), 0.6F * static_cast<float>(height)},
                                                {0.7F * static_cast<float>(width), 0.4F * static_cast<float>(height)}},
-      mBitmap(headless::makeTexture(GL_RGBA8, width, height, noise(0, 4 * width * height, 0.25F, 0.75F))) {
+      mBitmap(headless::makeTexture(GL_RGBA8, width, height, test::noise(0, 4 * width * height, 0.25F, 0.75F))) {
     srand48(1);
     iterative.init();
     threeBuffers.init();
@@ -113,10 +113,10 @@ std::vector<ProgramSet>& Stage::sets(Form form) {
             sets->emplace_back(table);
             break;
         case Form::Plain:
-            sets->emplace_back(table, plain::programs);
+            sets->emplace_back(table, reference::plain::programs);
             break;
         case Form::Floor:
-            sets->emplace_back(table, floors::programs);
+            sets->emplace_back(table, reference::floors::programs);
             break;
         }
     }

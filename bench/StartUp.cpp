@@ -2,8 +2,8 @@
 #include "bench/Child.h"
 #include "bench/GLReplay.h"
 #include "bench/Measure.h"
-#include "bench/shared/TemporaryFolder.h"
 #include "foundation/GlobalProperty.h"
+#include "testing/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -48,8 +48,8 @@ constexpr Start starts[] = {
 
 /// Every start is a process of its own with an empty driver cache: Mesa keeps the first one's until the process ends,
 /// and without it, it has no program binaries either.
-std::string startOnce(const Start& start, const TemporaryFolder& programs, const std::string& tool) {
-    const TemporaryFolder driverCache;
+std::string startOnce(const Start& start, const test::TemporaryFolder& programs, const std::string& tool) {
+    const test::TemporaryFolder driverCache;
     const std::string cache = start.cached ? " --program-cache '" + programs.path() + "' " : " ";
     return runSelf("MESA_SHADER_CACHE_DIR='" + driverCache.path() + "' " + tool, "--start-up" + cache + start.options);
 }
@@ -76,7 +76,7 @@ void registerStartUp(Theatre& theatre, const Effort& effort, Results& results) {
         benchmark::RegisterBenchmark((std::string("start-up/") + start.name).c_str(),
                                      [&](benchmark::State& state) {
                                          theatre.close();
-                                         const TemporaryFolder programs;
+                                         const test::TemporaryFolder programs;
                                          if (start.cached) startOnce(start, programs, "");
                                          std::vector<double> times;
                                          for (auto iteration : state) {
@@ -95,8 +95,8 @@ void countStartUpInstructions(Results& results) {
     for (StartUp& found : results.startUps) {
         const auto* start =
             std::find_if(std::begin(starts), std::end(starts), [&](const Start& s) { return s.name == found.name; });
-        const TemporaryFolder programs;
-        const TemporaryFolder counts;
+        const test::TemporaryFolder programs;
+        const test::TemporaryFolder counts;
         // The driver takes only what it has written on the same processor, and valgrind's is another.
         if (start->cached) startOnce(*start, programs, callgrind(counts.path()));
         startOnce(*start, programs, callgrind(counts.path()));

@@ -1,5 +1,5 @@
-#include "bench/plain/CometMesh.h"
 #include "effects/comet/CometRenderer.h"
+#include "reference/CometMesh.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/TestPeer.h"
@@ -124,8 +124,8 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
             EXPECT_EQ(heads[comet][1], static_cast<float>((1.0 - (0.5 + head.y * 0.5)) * height));
             for (const int mesh : {2 * comet, 2 * comet + 1}) {
                 float expected[3 * 303];
-                tidalume::bench::plain::computeTailMesh(curve[comet], width, height, t, mesh % 2 ? 0.15F : 0.25F,
-                                                        expected);
+                tidalume::reference::plain::computeTailMesh(curve[comet], width, height, t, mesh % 2 ? 0.15F : 0.25F,
+                                                            expected);
                 EXPECT_EQ(std::memcmp(comets.getVertices(mesh), expected, sizeof expected), 0) << "mesh " << mesh;
             }
         }

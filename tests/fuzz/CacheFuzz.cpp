@@ -1,9 +1,9 @@
 // Cache files of any content, before a driver that accepts or rejects what is in them.
 
-#include "bench/shared/DriversOwn.h"
 #include "foundation/GlobalProperty.h"
 #include "foundation/ProgramBuilder.h"
 #include "headless/HeadlessContext.h"
+#include "testing/DriversOwn.h"
 #include "tests/support/Files.h"
 #include "tests/support/LiveNames.h"
 

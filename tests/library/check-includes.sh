@@ -15,7 +15,9 @@ effects: effects foundation math shaders
 jni: jni effects foundation
 headless: headless
 gallery: gallery headless effects foundation math
-bench: bench headless effects foundation math shaders'
+reference: reference effects math shaders
+testing: testing headless effects foundation math
+bench: bench reference testing headless effects foundation math shaders'
 while IFS=': ' read -r folder may; do
   [ -d "$folder" ] || continue
   pattern=$(tr ' ' '|' <<<"$may")
@@ -26,7 +28,7 @@ done <<<"$allowed"
 bad=$(grep -rnE '\bgl(Gen|Create|Delete)[A-Za-z]+\(' math effects jni --include='*.h' --include='*.cpp' || true)
 [ -z "$bad" ] || fail "GL names are made and deleted in foundation/ only: $bad"
 
-for header in $(find math shaders foundation effects -name '*.h'); do
+for header in $(find math shaders foundation effects reference testing -name '*.h'); do
   "${compiler[@]}" -fsyntax-only -x c++ -I. "$header" || fail "does not compile alone: $header"
 done
 echo "check-includes: all headers compile alone, no upward include"

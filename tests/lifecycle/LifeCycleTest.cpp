@@ -1,7 +1,7 @@
 #include "foundation/Diagnostics.h"
 #include "testing/BareGL.h"
+#include "testing/Effects.h"
 #include "tests/support/CallsTest.h"
-#include "tests/support/Effects.h"
 #include "tests/support/Files.h"
 #include "tests/support/LiveNames.h"
 

@@ -1,5 +1,5 @@
-#include "bench/plain/ParticleStep.h"
 #include "effects/metaball/MetaballRenderer.h"
+#include "reference/ParticleStep.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/TestPeer.h"
 
@@ -117,7 +117,7 @@ TEST_F(MetaballTest, EmitsWhatTheSeededStreamSays) {
             const float radius = 10.0F + 80.0F * draw();
             replayed.push_back({Vector2(115.0F, 180.0F), radius, 0.0F, heading * speed});
         }
-        tidalume::bench::plain::step(replayed, 0.2F);
+        tidalume::reference::plain::step(replayed, 0.2F);
     }
     EXPECT_EQ(next, lrand48()) << "as many draws";
     ASSERT_EQ(particles().size(), replayed.size());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/shared/Noise.h"
+#include "testing/Noise.h"
 #include "tests/pictures/PictureCase.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace tidalume::pictures {
 
-using bench::noise;
+using test::noise;
 
 /// A texture, and what it holds as the driver has stored it. Coordinates are clamped to the edge.
 struct Field : headless::PixelArray {

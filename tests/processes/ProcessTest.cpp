@@ -2,9 +2,9 @@
 
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
-#include "tests/support/Effects.h"
+#include "testing/Effects.h"
+#include "testing/GLRecorder.h"
 #include "tests/support/Files.h"
-#include "tests/support/GLRecorder.h"
 #include "tests/support/LogCapture.h"
 
 #include <algorithm>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "bench/shared/TemporaryFolder.h"
+#include "testing/TemporaryFolder.h"
 
 #include <fstream>
 #include <iterator>
 
 /// A new folder that is the working directory while it lives; afterwards that is the root.
-struct WorkingFolder : tidalume::bench::TemporaryFolder {
+struct WorkingFolder : tidalume::test::TemporaryFolder {
     WorkingFolder() { std::filesystem::current_path(path()); }
     ~WorkingFolder() { std::filesystem::current_path("/"); }
 };

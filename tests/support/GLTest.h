@@ -2,7 +2,7 @@
 
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
-#include "tests/support/GLRecorder.h"
+#include "testing/GLRecorder.h"
 #include "tests/support/LogCapture.h"
 
 #include <gmock/gmock.h>

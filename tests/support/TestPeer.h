@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/shared/Peek.h"
+#include "testing/Peek.h"
 
 /// The tests' look into the effects, whose friend it is.
 struct TestPeer {

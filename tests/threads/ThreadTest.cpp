@@ -1,5 +1,5 @@
 #include "headless/HeadlessContext.h"
-#include "tests/support/Effects.h"
+#include "testing/Effects.h"
 
 #include <future>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include <random>
 #include <vector>
 
-namespace tidalume::bench {
+namespace tidalume::test {
 
 /// Evenly distributed numbers, the same for each seed.
 inline std::vector<float> noise(unsigned int seed, int count, float lowest, float highest) {
@@ -15,4 +15,4 @@ inline std::vector<float> noise(unsigned int seed, int count, float lowest, floa
     return values;
 }
 
-} // namespace tidalume::bench
+} // namespace tidalume::test

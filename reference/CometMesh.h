@@ -2,7 +2,7 @@
 
 #include "math/Vector3.h"
 
-namespace tidalume::bench::plain {
+namespace tidalume::reference::plain {
 
 /// The tail mesh of a comet in the form of its formulas: every vertex computes the path and its normal anew.
 /// @param path      D, E, F of the path D + E s + F s^2
@@ -46,4 +46,4 @@ inline void computeTailMesh(const Vector3 (&path)[3], float screenWidth, float s
     }
 }
 
-} // namespace tidalume::bench::plain
+} // namespace tidalume::reference::plain

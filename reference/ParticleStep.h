@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace tidalume::bench::plain {
+namespace tidalume::reference::plain {
 
 /// The particles' step in the form of its formulas, one after another.
 inline void step(std::vector<Particle>& particles, float dt) {
@@ -28,4 +28,4 @@ inline void stepByCalls(std::vector<Particle>& particles, float dt) {
     }
 }
 
-} // namespace tidalume::bench::plain
+} // namespace tidalume::reference::plain

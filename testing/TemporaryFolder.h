@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace tidalume::bench {
+namespace tidalume::test {
 
 /// A new folder that lives as long as this object.
 class TemporaryFolder {
@@ -27,4 +27,4 @@ class TemporaryFolder {
     std::string mPath;
 };
 
-} // namespace tidalume::bench
+} // namespace tidalume::test

@@ -1,4 +1,4 @@
-#include "tests/support/Effects.h"
+#include "testing/Effects.h"
 
 #include "effects/comet/CometRenderer.h"
 #include "effects/metaball/Metaball2DRenderer.h"

@@ -6,7 +6,7 @@
 ///
 /// Plain forms compute every formula where and as it is written down. Floors write to the same targets and read the
 /// same textures as often, and compute next to nothing: what a pass costs in any form.
-namespace tidalume::bench {
+namespace tidalume::reference {
 
 /// The shaders that take the place of a program's own.
 struct ProgramForm {
@@ -541,4 +541,4 @@ inline const ProgramForm programs[] = {
 
 } // namespace floors
 
-} // namespace tidalume::bench
+} // namespace tidalume::reference

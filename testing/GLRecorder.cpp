@@ -1,4 +1,4 @@
-#include "tests/support/GLRecorder.h"
+#include "testing/GLRecorder.h"
 
 #include <android/log.h>
 
@@ -177,7 +177,7 @@ int __wrap___android_log_print(int priority, const char* tag, const char* format
     }
 #define ATTRIBUTE(function, parameters, arguments)                                                                     \
     PASS_ON_AS(void, function, parameters, arguments, attribute arguments)
-#include "bench/shared/DrawingCalls.h"
+#include "testing/DrawingCalls.inc"
 
 PASS_ON_AS(GLenum, glCheckFramebufferStatus, (GLenum target), (target), "")
 PASS_ON_AS(void, glCompileShader, (GLuint shader), (shader), "")
