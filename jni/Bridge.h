@@ -6,6 +6,9 @@
 #include <new>
 #include <type_traits>
 
+/// The head of a native method of a Java class, up to its parameters: NATIVE(jint, ShallowWater, getTexture)(...).
+#define NATIVE(result, Class, method) JNIEXPORT result JNICALL Java_com_vyn_effect_tidalume_##Class##_##method
+
 namespace tidalume {
 
 template <typename Address>
@@ -35,13 +38,15 @@ void release(jlong handle) {
 }
 
 /// The elements of a Java float array, pinned for the life of this object and then copied back and released. Declare
-/// several in parameter order: they release in reverse. False when the array is null or cannot be pinned; what is
-/// pinned after it must then be passed as null, since a failed pin may leave an exception pending, under which JNI
-/// allows no more pinning.
+/// several in parameter order: they release in reverse. False when the array is null or cannot be pinned.
 class PinnedFloats {
   public:
     PinnedFloats(JNIEnv* env, jfloatArray array)
         : mEnv(env), mArray(array), mElements(array ? env->GetFloatArrayElements(array, nullptr) : nullptr) {}
+    /// Pins only where the array before is pinned: a failed pin may leave an exception pending, under which JNI allows
+    /// no more pinning.
+    PinnedFloats(JNIEnv* env, jfloatArray array, const PinnedFloats& before)
+        : PinnedFloats(env, before ? array : nullptr) {}
     ~PinnedFloats() {
         if (mElements) mEnv->ReleaseFloatArrayElements(mArray, mElements, 0);
     }

@@ -1,6 +1,7 @@
-#include <EGL/egl.h>
-#include <jni.h>
+#include "jni/Bridge.h"
 
-extern "C" JNIEXPORT jboolean JNICALL Java_com_vyn_effect_tidalume_Handle_isContextCurrent(JNIEnv*, jclass) {
+#include <EGL/egl.h>
+
+extern "C" NATIVE(jboolean, Handle, isContextCurrent)(JNIEnv*, jclass) {
     return eglGetCurrentContext() != EGL_NO_CONTEXT ? JNI_TRUE : JNI_FALSE;
 }

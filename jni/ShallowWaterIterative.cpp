@@ -9,67 +9,60 @@ using tidalume::release;
 
 extern "C" {
 
-JNIEXPORT jlong JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_Alloc(JNIEnv*, jclass) {
+NATIVE(jlong, ShallowWaterIterative, Alloc)(JNIEnv*, jclass) {
     return allocate<ShallowWaterIterative>();
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_Free(JNIEnv*, jclass, jlong handle) {
+NATIVE(void, ShallowWaterIterative, Free)(JNIEnv*, jclass, jlong handle) {
     release<ShallowWaterIterative>(handle);
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_init(JNIEnv*, jclass, jlong handle) {
+NATIVE(void, ShallowWaterIterative, init)(JNIEnv*, jclass, jlong handle) {
     fromHandle<ShallowWaterIterative>(handle)->init();
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_setScreenSize(JNIEnv*, jclass, jlong handle,
-                                                                                        jint width, jint height) {
+NATIVE(void, ShallowWaterIterative, setScreenSize)(JNIEnv*, jclass, jlong handle, jint width, jint height) {
     fromHandle<ShallowWaterIterative>(handle)->setScreenSize(width, height);
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_GLContextDestroyed(JNIEnv*, jclass,
-                                                                                             jlong handle) {
+NATIVE(void, ShallowWaterIterative, GLContextDestroyed)(JNIEnv*, jclass, jlong handle) {
     fromHandle<ShallowWaterIterative>(handle)->GLContextDestroyed();
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_setIterationCount(JNIEnv*, jclass,
-                                                                                            jlong handle, jint count) {
+NATIVE(void, ShallowWaterIterative, setIterationCount)(JNIEnv*, jclass, jlong handle, jint count) {
     fromHandle<ShallowWaterIterative>(handle)->setIterationCount(count);
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_addDrop(JNIEnv* env, jclass, jlong handle,
-                                                                                  jfloatArray center, jfloat radius,
-                                                                                  jfloat strength,
-                                                                                  jfloat preserveWeight) {
+NATIVE(void, ShallowWaterIterative, addDrop)
+(JNIEnv* env, jclass, jlong handle, jfloatArray center, jfloat radius, jfloat strength, jfloat preserveWeight) {
     const PinnedFloats centerFloats(env, center);
     if (centerFloats)
         fromHandle<ShallowWaterIterative>(handle)->addDrop(centerFloats.elements(), radius, strength, preserveWeight);
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_addDropLine(JNIEnv* env, jclass, jlong handle,
-                                                                                      jfloatArray center,
-                                                                                      jfloatArray center2,
-                                                                                      jfloat radius, jfloat strength,
-                                                                                      jfloat preserveWeight) {
+NATIVE(void, ShallowWaterIterative, addDropLine)
+(JNIEnv* env, jclass, jlong handle, jfloatArray center, jfloatArray center2, jfloat radius, jfloat strength,
+ jfloat preserveWeight) {
     const PinnedFloats centerFloats(env, center);
-    const PinnedFloats center2Floats(env, centerFloats ? center2 : nullptr);
+    const PinnedFloats center2Floats(env, center2, centerFloats);
     if (centerFloats && center2Floats) {
         fromHandle<ShallowWaterIterative>(handle)->addDropLine(centerFloats.elements(), center2Floats.elements(),
                                                                radius, strength, preserveWeight);
     }
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_addHorizontalWave(
-    JNIEnv*, jclass, jlong handle, jfloat center, jfloat radius, jfloat strength, jfloat waveRadius, jfloat waveCount,
-    jfloat preserveWeight) {
+NATIVE(void, ShallowWaterIterative, addHorizontalWave)
+(JNIEnv*, jclass, jlong handle, jfloat center, jfloat radius, jfloat strength, jfloat waveRadius, jfloat waveCount,
+ jfloat preserveWeight) {
     fromHandle<ShallowWaterIterative>(handle)->addHorizontalWave(center, radius, strength, waveRadius, waveCount,
                                                                  preserveWeight);
 }
 
-JNIEXPORT void JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_update(JNIEnv*, jclass, jlong handle) {
+NATIVE(void, ShallowWaterIterative, update)(JNIEnv*, jclass, jlong handle) {
     fromHandle<ShallowWaterIterative>(handle)->update();
 }
 
-JNIEXPORT jint JNICALL Java_com_vyn_effect_tidalume_ShallowWaterIterative_getTexture(JNIEnv*, jclass, jlong handle) {
+NATIVE(jint, ShallowWaterIterative, getTexture)(JNIEnv*, jclass, jlong handle) {
     return static_cast<jint>(fromHandle<ShallowWaterIterative>(handle)->getTexture());
 }
 

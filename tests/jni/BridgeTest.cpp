@@ -8,16 +8,14 @@
 #include <string>
 #include <utility>
 
-#define NATIVE(name) Java_com_vyn_effect_tidalume_##name
-
 extern "C" {
-void NATIVE(GlobalProperty_setDEBUGLOG)(JNIEnv*, jclass, jboolean);
-void NATIVE(GlobalProperty_setBINARYSHADER)(JNIEnv*, jclass, jboolean);
-void NATIVE(GlobalProperty_setROOTDIR)(JNIEnv*, jclass, jstring);
-jlong NATIVE(VectorGraphicRenderer_Alloc)(JNIEnv*, jclass);
-void NATIVE(VectorGraphicRenderer_Free)(JNIEnv*, jclass, jlong);
-void NATIVE(VectorGraphicRenderer_renderRadialGradient)(JNIEnv*, jclass, jlong, jfloat, jfloat, jfloat, jfloatArray,
-                                                        jfloat, jfloatArray);
+NATIVE(void, GlobalProperty, setDEBUGLOG)(JNIEnv*, jclass, jboolean);
+NATIVE(void, GlobalProperty, setBINARYSHADER)(JNIEnv*, jclass, jboolean);
+NATIVE(void, GlobalProperty, setROOTDIR)(JNIEnv*, jclass, jstring);
+NATIVE(jlong, VectorGraphicRenderer, Alloc)(JNIEnv*, jclass);
+NATIVE(void, VectorGraphicRenderer, Free)(JNIEnv*, jclass, jlong);
+NATIVE(void, VectorGraphicRenderer, renderRadialGradient)
+(JNIEnv*, jclass, jlong, jfloat, jfloat, jfloat, jfloatArray, jfloat, jfloatArray);
 }
 
 namespace {
@@ -58,19 +56,19 @@ TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     EXPECT_EQ(tidalume::fromHandle<int>(tidalume::toHandle(tagged)), tagged);
 
     failingMalloc(0);
-    const jlong handle = NATIVE(VectorGraphicRenderer_Alloc)(&env, nullptr);
+    const jlong handle = Java_com_vyn_effect_tidalume_VectorGraphicRenderer_Alloc(&env, nullptr);
     EXPECT_TRUE(failingMalloc(-1));
     EXPECT_EQ(handle, 0);
-    NATIVE(VectorGraphicRenderer_Free)(&env, nullptr, handle);
+    Java_com_vyn_effect_tidalume_VectorGraphicRenderer_Free(&env, nullptr, handle);
 }
 
 TEST_F(BridgeTest, SettingsTakeAnyByteAndNoStringThatCannotBePinned) {
     functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) -> const char* { return nullptr; };
-    NATIVE(GlobalProperty_setROOTDIR)(&env, nullptr, reinterpret_cast<jstring>(first));
+    Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, reinterpret_cast<jstring>(first));
     for (const int byte : {2, 0, 128}) {
-        NATIVE(GlobalProperty_setDEBUGLOG)(&env, nullptr, static_cast<jboolean>(byte));
+        Java_com_vyn_effect_tidalume_GlobalProperty_setDEBUGLOG(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::DEBUG_LOG, byte != 0);
-        NATIVE(GlobalProperty_setBINARYSHADER)(&env, nullptr, static_cast<jboolean>(byte));
+        Java_com_vyn_effect_tidalume_GlobalProperty_setBINARYSHADER(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::BINARY_SHADER, byte != 0);
     }
 }
@@ -97,9 +95,9 @@ TEST_F(BridgeTest, PinsAndReleasesArrays) {
     for (const auto& call : calls) {
         EXPECT_TRUE(glRecorder().counts.empty());
         unpinnable = call.unpinnable;
-        NATIVE(VectorGraphicRenderer_renderRadialGradient)
-        (&env, nullptr, tidalume::toHandle(&graphics), 9.0F, 9.0F, 2.0F, reinterpret_cast<jfloatArray>(call.begin),
-         9.0F, reinterpret_cast<jfloatArray>(call.end));
+        Java_com_vyn_effect_tidalume_VectorGraphicRenderer_renderRadialGradient(
+            &env, nullptr, tidalume::toHandle(&graphics), 9.0F, 9.0F, 2.0F, reinterpret_cast<jfloatArray>(call.begin),
+            9.0F, reinterpret_cast<jfloatArray>(call.end));
         EXPECT_EQ(std::exchange(asked, ""), call.asked);
     }
     EXPECT_EQ(glRecorder().counts["glDrawArrays"], 1);
