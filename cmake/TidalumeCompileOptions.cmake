@@ -30,7 +30,7 @@ endfunction()
 function(tidalume_library_options target)
   tidalume_options(${target})
   target_compile_options(${target} PRIVATE
-    -fno-exceptions -fno-rtti -ffp-contract=off -fvisibility-inlines-hidden)
+    -fno-exceptions -fno-rtti -ffp-contract=off -fno-math-errno -fvisibility-inlines-hidden)
   if(NOT EMSCRIPTEN) # which knows no interposition
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   endif()

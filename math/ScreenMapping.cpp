@@ -1,8 +1,5 @@
 #include "math/ScreenMapping.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace tidalume {
 
 OrthoCamera screenCamera(float width, float height) {
@@ -15,11 +12,6 @@ void buildOrtho(OrthoCamera camera, Matrix* view, Matrix* mvp) {
     view->LookAtRH(&camera.eye.x, &camera.at.x, &camera.up.x);
     mvp->OrthoOffCenterRH(camera.left, camera.right, camera.bottom, camera.top, near, far);
     mvp->mul(view, mvp);
-}
-
-void setQuad(float* vertices, float left, float top, float right, float bottom) {
-    const float corners[12] = {left, bottom, 0.0F, right, bottom, 0.0F, left, top, 0.0F, right, top, 0.0F};
-    std::copy(std::begin(corners), std::end(corners), vertices);
 }
 
 } // namespace tidalume

@@ -24,9 +24,4 @@ OrthoCamera screenCamera(float width, float height);
 /// Neither may be null.
 void buildOrtho(OrthoCamera camera, Matrix* view, Matrix* mvp);
 
-/// Writes the corners (x, y, 0) of a rectangle in pixels as a triangle strip: lower-left, lower-right, upper-left,
-/// upper-right on the screen. y grows downwards, so bottom is the larger y.
-/// @param vertices  12 floats, not null
-void setQuad(float* vertices, float left, float top, float right, float bottom);
-
 } // namespace tidalume

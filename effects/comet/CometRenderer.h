@@ -21,16 +21,22 @@ struct ProgramTable;
 ///     CometRenderer comets;
 ///     comets.init();
 ///     comets.setScreenSize(1080, 1920);
-///     comets.push(x, y, 0);  // launch towards a touch
+///     comets.push(x, y, CometRenderer::ACTION_LAUNCH);
 ///     // per frame
 ///     comets.render(t);
 ///
 /// Touches and heads are in pixels of the screen, origin top-left, y downwards; paths and meshes are in normalised
-/// device coordinates. Random numbers come from `lrand48`, which the caller may seed. All calls that draw need the GL
-/// context current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
-/// `GLContextDestroyed` on every object first, then `init` on every object: a flight under way goes on.
+/// device coordinates. Random numbers come from `lrand48`, which the caller may seed.
+///
+/// Context and life cycle are those of all effects: docs/life-cycle.md. There are no textures: after a loss of the
+/// context `init` is enough, and a flight under way goes on.
 class CometRenderer {
   public:
+    // Actions of `push`.
+    static constexpr int ACTION_LAUNCH = 0;   ///< the next `render` launches a new flight through the point
+    static constexpr int ACTION_CONTINUE = 1; ///< the flight goes on as it is; any positive number does the same
+    static constexpr int ACTION_HIDE = -1;    ///< the comets are hidden; any negative number does the same
+
     CometRenderer();
     /// Deletes the class's programs with the last object of the class.
     virtual ~CometRenderer();
@@ -46,8 +52,7 @@ class CometRenderer {
 
     /// Takes a touch. Call `setScreenSize` first. Makes no GL call.
     /// @param x, y    touched point in pixels; of one far outside the screen the paths start at an arbitrary distance
-    /// @param action  0: the next `render` launches a new flight through the point; positive: the flight goes on as
-    ///                it is; negative: the comets are hidden
+    /// @param action  one of those above
     void push(float x, float y, int action);
 
     /// Draws one frame over what is in the bound framebuffer, in white with alpha blending. Does nothing before `init`
@@ -86,21 +91,18 @@ class CometRenderer {
   private:
     friend struct TestPeer;
 
-    struct CrossSection;
-
     bool hasMeshes() const;
-    Vector3 randomStart(int comet);
-    bool isStartRejected(int comet, const Vector3& start, float distance) const;
+    static float randomRange(float a, float b);
+    static Vector3 randomStart(float height);
+    bool isStartRejected(int comet, const Vector3& start, const Vector3& touch) const;
     void computeControlPoints(int comet);
-    void computeCrossSections(int comet, float t, CrossSection* sections) const;
-    void computeTailMesh(int mesh, float t, float spread, const CrossSection* sections);
+    void computeTailMesh(int mesh, float t, float spread);
     void drawTails(float t);
     void drawCores(double t);
     void drawRings(double t);
     void drawPoints(float s, float s2);
     float toPixelX(const Vector3& point) const;
     float toPixelY(const Vector3& point) const;
-    static float randomRange(float a, float b);
 
     float mScreenWidth = 0.0F;
     float mScreenHeight = 0.0F;
@@ -118,16 +120,18 @@ class CometRenderer {
     float* mTexCoords = nullptr;
     unsigned short* mIndices = nullptr;
 
-    static GLuint mProgramCoreOfComet;
-    static GLint mCoreOfCometT0;
-    static GLint mCoreOfCometFillmode;
-    static GLint mCoreOfCometRadius;
-    static GLint mCoreOfCometVertices;
-    static GLuint mProgramTailOfComet;
-    static GLint mTailOfCometT0;
-    static GLint mTailOfCometVertices;
-    static GLint mTailOfCometTexcoords;
-    static int mInstanceCount;
+    static inline GLuint mProgramCoreOfComet = 0;
+    static inline GLint mCoreOfCometT0 = -1;
+    static inline GLint mCoreOfCometFillmode = -1;
+    static inline GLint mCoreOfCometRadius = -1;
+    static inline GLint mCoreOfCometVertices = -1;
+
+    static inline GLuint mProgramTailOfComet = 0;
+    static inline GLint mTailOfCometT0 = -1;
+    static inline GLint mTailOfCometVertices = -1;
+    static inline GLint mTailOfCometTexcoords = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

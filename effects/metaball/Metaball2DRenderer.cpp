@@ -1,6 +1,7 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "foundation/RenderTarget.h"
 #include "math/ScreenMapping.h"
 #include "shaders/Metaball2DRenderer.h"
@@ -10,20 +11,6 @@
 #include <iterator>
 
 namespace shaders = tidalume::shaders::metaball2DRenderer;
-
-GLuint Metaball2DRenderer::mProgramMetaball = 0;
-GLint Metaball2DRenderer::mUniformMetaballQualityMultiplyFactor = -1;
-GLint Metaball2DRenderer::mUniformMetaballRadiusMultiplyFactor = -1;
-GLint Metaball2DRenderer::mUniformMetaballMatrixMVP = -1;
-GLint Metaball2DRenderer::mAttribMetaballs = -1;
-GLuint Metaball2DRenderer::mProgramDraw = 0;
-GLint Metaball2DRenderer::mUniformDrawColor = -1;
-GLint Metaball2DRenderer::mUniformDrawCut = -1;
-GLint Metaball2DRenderer::mUniformDrawMatrixMVP = -1;
-GLint Metaball2DRenderer::mUniformDrawTexture = -1;
-GLint Metaball2DRenderer::mAttribDrawVertices = -1;
-GLint Metaball2DRenderer::mAttribDrawTexcoords = -1;
-int Metaball2DRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable Metaball2DRenderer::mPrograms = {
     "Metaball2DRenderer",

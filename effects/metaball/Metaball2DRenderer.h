@@ -21,14 +21,14 @@ struct ProgramTable;
 ///     metaballs.addMetaballs(balls, count);
 ///     metaballs.render(color);
 ///
-/// Positions are pixels of the screen, origin top-left, y downwards. All calls but the constructor and
-/// `GLContextDestroyed` need the GL context current; client-side arrays need vertex array 0 and no bound buffer. After
-/// a loss of the context call `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every
-/// object.
+/// Positions are pixels of the screen, origin top-left, y downwards. Context and life cycle are those of all effects:
+/// docs/life-cycle.md.
 ///
 /// GL state: see each call. The viewport and the blend functions stay as the last call set them.
 class Metaball2DRenderer {
   public:
+    static constexpr int FLOATS_PER_BALL = 6; ///< in the array of `addMetaballs`
+
     Metaball2DRenderer();
     /// Deletes the object's GL resources and, with the last object of the class, its programs.
     virtual ~Metaball2DRenderer();
@@ -93,19 +93,21 @@ class Metaball2DRenderer {
     Matrix mMatrixMetaballView = {};
     Matrix mMatrixMetaballMVP = {}; ///< screen pixels to the field texture
 
-    static GLuint mProgramMetaball;
-    static GLint mUniformMetaballQualityMultiplyFactor;
-    static GLint mUniformMetaballRadiusMultiplyFactor;
-    static GLint mUniformMetaballMatrixMVP;
-    static GLint mAttribMetaballs;
-    static GLuint mProgramDraw;
-    static GLint mUniformDrawColor;
-    static GLint mUniformDrawCut;
-    static GLint mUniformDrawMatrixMVP;
-    static GLint mUniformDrawTexture;
-    static GLint mAttribDrawVertices;
-    static GLint mAttribDrawTexcoords;
-    static int mInstanceCount;
+    static inline GLuint mProgramMetaball = 0;
+    static inline GLint mUniformMetaballQualityMultiplyFactor = -1;
+    static inline GLint mUniformMetaballRadiusMultiplyFactor = -1;
+    static inline GLint mUniformMetaballMatrixMVP = -1;
+    static inline GLint mAttribMetaballs = -1;
+
+    static inline GLuint mProgramDraw = 0;
+    static inline GLint mUniformDrawColor = -1;
+    static inline GLint mUniformDrawCut = -1;
+    static inline GLint mUniformDrawMatrixMVP = -1;
+    static inline GLint mUniformDrawTexture = -1;
+    static inline GLint mAttribDrawVertices = -1;
+    static inline GLint mAttribDrawTexcoords = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

@@ -6,7 +6,6 @@
 
 namespace {
 
-enum Action { press = 0, release = 1, stream = 7 };
 enum TouchState { none = -1, pressed = 0, released = 1, emitting = 2 };
 
 constexpr float timeStep = 0.2F;
@@ -67,16 +66,16 @@ void MetaballRenderer::push(float x, float y, int action) {
     if (!mInitialized) return;
     mCurrentX = x;
     mCurrentY = y;
-    if (action == press) {
+    if (action == ACTION_PRESS) {
         mTouchState = pressed;
         mPressX = x;
         mPressY = y;
         mParticleManager.deleteAllParticle();
         Particle blob = {Vector2(x, y), 0.0F, 0.0F, Vector2()};
         mParticleManager.addParticle(blob);
-    } else if (action == release) {
+    } else if (action == ACTION_RELEASE) {
         mTouchState = released;
-    } else if (action == stream) {
+    } else if (action == ACTION_STREAM) {
         mTouchState = emitting;
     }
 }

@@ -11,9 +11,9 @@
 ///     MetaballRenderer particles;
 ///     particles.init(1.0f);
 ///     particles.setScreenSize(1080, 1920);
-///     particles.push(540, 960, 0);
+///     particles.push(540, 960, MetaballRenderer::ACTION_PRESS);
 ///     // per frame
-///     particles.push(700, 900, 7);
+///     particles.push(700, 900, MetaballRenderer::ACTION_STREAM);
 ///     particles.render(80.0f, 12.5f);  // opaque: alpha is 0.08 alphaFactor
 ///
 /// Positions are pixels of the screen, origin top-left, y downwards. Random numbers come from `lrand48`, which the
@@ -21,6 +21,11 @@
 /// context, its loss and the GL state holds here too.
 class MetaballRenderer {
   public:
+    // Actions of `push`; any other number just moves the finger.
+    static constexpr int ACTION_PRESS = 0;   ///< removes all particles and puts one blob under the finger
+    static constexpr int ACTION_RELEASE = 1; ///< emission ends; the particles keep moving
+    static constexpr int ACTION_STREAM = 7;  ///< every frame emits from now on, 0.2 particles on average
+
     MetaballRenderer();
     /// Deletes the inner renderer and with it its GL resources.
     virtual ~MetaballRenderer();
@@ -41,9 +46,7 @@ class MetaballRenderer {
 
     /// Touch input. Ignored before `init`.
     /// @param x, y    in pixels
-    /// @param action  0 press: removes all particles and puts one blob at (x, y); 1 release: emission ends;
-    ///                7 stream: every frame emits from now on, 0.2 particles on average. Any other value just moves the
-    ///                finger.
+    /// @param action  one of those above
     void push(float x, float y, int action);
 
     /// Emits, then moves the particles by one frame. `render` calls it. Ignored before `init`.

@@ -1,6 +1,7 @@
 #include "effects/vector/VectorGraphicRenderer.h"
 
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "math/ScreenMapping.h"
 #include "shaders/VectorGraphicRenderer.h"
 
@@ -8,35 +9,6 @@
 #include <iterator>
 
 namespace shaders = tidalume::shaders::vectorGraphicRenderer;
-
-GLuint VectorGraphicRenderer::mProgramGradientFill = 0;
-GLint VectorGraphicRenderer::mGradientFillMatrixMVP = -1;
-GLint VectorGraphicRenderer::mGradientFillReferencePosition = -1;
-GLint VectorGraphicRenderer::mGradientFillGradientBegin = -1;
-GLint VectorGraphicRenderer::mGradientFillGradientBeginColor = -1;
-GLint VectorGraphicRenderer::mGradientFillGradientEnd = -1;
-GLint VectorGraphicRenderer::mGradientFillGradientEndColor = -1;
-GLint VectorGraphicRenderer::mGradientFillVertices = -1;
-GLuint VectorGraphicRenderer::mProgramBitmap = 0;
-GLint VectorGraphicRenderer::mBitmapMatrixMVP = -1;
-GLint VectorGraphicRenderer::mBitmapTexture = -1;
-GLint VectorGraphicRenderer::mBitmapVertices = -1;
-GLint VectorGraphicRenderer::mBitmapTexcoords = -1;
-GLuint VectorGraphicRenderer::mProgramAlphaMaskedBitmap = 0;
-GLint VectorGraphicRenderer::mAlphaMaskedBitmapMatrixMVP = -1;
-GLint VectorGraphicRenderer::mAlphaMaskedBitmapTexture = -1;
-GLint VectorGraphicRenderer::mAlphaMaskedBitmapMaskTexture = -1;
-GLint VectorGraphicRenderer::mAlphaMaskedBitmapVertices = -1;
-GLint VectorGraphicRenderer::mAlphaMaskedBitmapTexcoords = -1;
-GLuint VectorGraphicRenderer::mProgramCircle = 0;
-GLint VectorGraphicRenderer::mCircleColor = -1;
-GLint VectorGraphicRenderer::mCircleVertices = -1;
-GLuint VectorGraphicRenderer::mProgramBitmapCircle = 0;
-GLint VectorGraphicRenderer::mBitmapCircleBitmap = -1;
-GLint VectorGraphicRenderer::mBitmapCircleColor = -1;
-GLint VectorGraphicRenderer::mBitmapCircleSize = -1;
-GLint VectorGraphicRenderer::mBitmapCircleVertices = -1;
-int VectorGraphicRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable VectorGraphicRenderer::mPrograms = {
     "VectorGraphicRenderer",

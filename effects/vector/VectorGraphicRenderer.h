@@ -20,15 +20,24 @@ struct ProgramTable;
 ///
 /// Positions are pixels of the surface, origin top-left, y downwards. Colours are red, green, blue, alpha, each 0 to 1.
 /// Bitmaps are GL textures that the application has made and configured; their coordinate (0, 0) is shown at the lower
-/// left. All calls but the constructor, the setters and `GLContextDestroyed` need the GL context current; client-side
-/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
-/// object first, then `init` on every object; the size stays known.
+/// left.
+///
+/// Context and life cycle are those of all effects: docs/life-cycle.md. There are no textures of its own: after a loss
+/// of the context `init` is enough, and the size stays known.
 ///
 /// GL state: drawing sets the viewport to the surface, leaves it and the blend equation, factors and colour as set, and
 /// leaves program 0, blending and depth test disabled. Drawing before `setScreenSize` goes out on a viewport of 0 x 0,
 /// where nothing appears; before `init` with program 0, which draws nothing and leaves GL errors pending.
 class VectorGraphicRenderer {
   public:
+    // Rotations of a bitmap.
+    static constexpr int ROTATION_NONE = 0;
+    static constexpr int ROTATION_CLOCKWISE = 1; ///< a quarter turn
+    static constexpr int ROTATION_HALF_TURN = 2;
+    static constexpr int ROTATION_COUNTERCLOCKWISE = 3; ///< a quarter turn
+    static constexpr int ROTATION_FLIP_VERTICAL = 4;    ///< mirrored top to bottom
+    static constexpr int ROTATION_FLIP_HORIZONTAL = 5;  ///< mirrored left to right
+
     VectorGraphicRenderer();
     /// With the last object of the class, deletes its programs.
     virtual ~VectorGraphicRenderer();
@@ -88,8 +97,7 @@ class VectorGraphicRenderer {
                                                  int mask);
 
     /// Turns the bitmap of the rectangle draws that follow, until `init` or a rotated draw ends. Makes no GL call.
-    /// @param rotation  0 unrotated, 1 a quarter turn clockwise, 2 a half turn, 3 a quarter turn counter-clockwise,
-    ///                  4 mirrored top to bottom, 5 mirrored left to right; another value changes nothing
+    /// @param rotation  one of those above; another value changes nothing
     void rotateTexture(int rotation);
 
   private:
@@ -117,34 +125,39 @@ class VectorGraphicRenderer {
     GLenum mBlendDstAlpha = GL_ONE_MINUS_SRC_ALPHA;
     float mBlendColor[4] = {0.0F, 0.0F, 0.0F, 1.0F};
 
-    static GLuint mProgramGradientFill;
-    static GLint mGradientFillMatrixMVP;
-    static GLint mGradientFillReferencePosition;
-    static GLint mGradientFillGradientBegin;
-    static GLint mGradientFillGradientBeginColor;
-    static GLint mGradientFillGradientEnd;
-    static GLint mGradientFillGradientEndColor;
-    static GLint mGradientFillVertices;
-    static GLuint mProgramBitmap;
-    static GLint mBitmapMatrixMVP;
-    static GLint mBitmapTexture;
-    static GLint mBitmapVertices;
-    static GLint mBitmapTexcoords;
-    static GLuint mProgramAlphaMaskedBitmap;
-    static GLint mAlphaMaskedBitmapMatrixMVP;
-    static GLint mAlphaMaskedBitmapTexture;
-    static GLint mAlphaMaskedBitmapMaskTexture;
-    static GLint mAlphaMaskedBitmapVertices;
-    static GLint mAlphaMaskedBitmapTexcoords;
-    static GLuint mProgramCircle;
-    static GLint mCircleColor;
-    static GLint mCircleVertices;
-    static GLuint mProgramBitmapCircle;
-    static GLint mBitmapCircleBitmap;
-    static GLint mBitmapCircleColor;
-    static GLint mBitmapCircleSize;
-    static GLint mBitmapCircleVertices;
-    static int mInstanceCount;
+    static inline GLuint mProgramGradientFill = 0;
+    static inline GLint mGradientFillMatrixMVP = -1;
+    static inline GLint mGradientFillReferencePosition = -1;
+    static inline GLint mGradientFillGradientBegin = -1;
+    static inline GLint mGradientFillGradientBeginColor = -1;
+    static inline GLint mGradientFillGradientEnd = -1;
+    static inline GLint mGradientFillGradientEndColor = -1;
+    static inline GLint mGradientFillVertices = -1;
+
+    static inline GLuint mProgramBitmap = 0;
+    static inline GLint mBitmapMatrixMVP = -1;
+    static inline GLint mBitmapTexture = -1;
+    static inline GLint mBitmapVertices = -1;
+    static inline GLint mBitmapTexcoords = -1;
+
+    static inline GLuint mProgramAlphaMaskedBitmap = 0;
+    static inline GLint mAlphaMaskedBitmapMatrixMVP = -1;
+    static inline GLint mAlphaMaskedBitmapTexture = -1;
+    static inline GLint mAlphaMaskedBitmapMaskTexture = -1;
+    static inline GLint mAlphaMaskedBitmapVertices = -1;
+    static inline GLint mAlphaMaskedBitmapTexcoords = -1;
+
+    static inline GLuint mProgramCircle = 0;
+    static inline GLint mCircleColor = -1;
+    static inline GLint mCircleVertices = -1;
+
+    static inline GLuint mProgramBitmapCircle = 0;
+    static inline GLint mBitmapCircleBitmap = -1;
+    static inline GLint mBitmapCircleColor = -1;
+    static inline GLint mBitmapCircleSize = -1;
+    static inline GLint mBitmapCircleVertices = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

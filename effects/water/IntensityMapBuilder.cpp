@@ -1,7 +1,8 @@
 #include "effects/water/IntensityMapBuilder.h"
 
-#include "effects/water/WaterPass.h"
+#include "effects/water/Disturbance.h"
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "foundation/RenderTarget.h"
 #include "math/ScreenMapping.h"
 #include "shaders/IntensityMapBuilder.h"
@@ -9,25 +10,6 @@
 #include <algorithm>
 
 namespace shaders = tidalume::shaders::intensityMapBuilder;
-
-GLuint IntensityMapBuilder::mProgramDropLine = 0;
-GLint IntensityMapBuilder::mDropLineMatrixMVP = -1;
-GLint IntensityMapBuilder::mDropLineCenter = -1;
-GLint IntensityMapBuilder::mDropLineCenter2 = -1;
-GLint IntensityMapBuilder::mDropLineRadius = -1;
-GLint IntensityMapBuilder::mDropLineStrength = -1;
-GLint IntensityMapBuilder::mDropLinePreserveWeight = -1;
-GLint IntensityMapBuilder::mDropLineVertices = -1;
-GLuint IntensityMapBuilder::mProgramHorizontalWave = 0;
-GLint IntensityMapBuilder::mHorizontalWaveMatrixMVP = -1;
-GLint IntensityMapBuilder::mHorizontalWaveCenter = -1;
-GLint IntensityMapBuilder::mHorizontalWaveRadius = -1;
-GLint IntensityMapBuilder::mHorizontalWaveStrength = -1;
-GLint IntensityMapBuilder::mHorizontalWaveWaveRadius = -1;
-GLint IntensityMapBuilder::mHorizontalWaveWaveCount = -1;
-GLint IntensityMapBuilder::mHorizontalWavePreserveWeight = -1;
-GLint IntensityMapBuilder::mHorizontalWaveVertices = -1;
-int IntensityMapBuilder::mInstanceCount = 0;
 
 const tidalume::ProgramTable IntensityMapBuilder::mPrograms = {
     "IntensityMapBuilder",

@@ -24,9 +24,7 @@ struct ProgramTable;
 /// Positions and radii are pixels of the screen, origin top-left, y downwards. The top row of the screen is the last
 /// row of the texture.
 ///
-/// All calls but the constructor and `GLContextDestroyed` need the GL context current; client-side arrays need vertex
-/// array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every object first, then
-/// `init` and `setScreenSize` on every object; the field then is flat.
+/// Context and life cycle are those of all effects: docs/life-cycle.md. After a loss of the context the field is flat.
 ///
 /// The calls that paint are ignored before `setScreenSize`, with a radius of 0, and with a number that is not finite
 /// (`preserveWeight`, which is not used, may be any).
@@ -88,24 +86,26 @@ class IntensityMapBuilder {
     Matrix mMatrixView = {};
     Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
-    static GLuint mProgramDropLine;
-    static GLint mDropLineMatrixMVP;
-    static GLint mDropLineCenter;
-    static GLint mDropLineCenter2;
-    static GLint mDropLineRadius;
-    static GLint mDropLineStrength;
-    static GLint mDropLinePreserveWeight;
-    static GLint mDropLineVertices;
-    static GLuint mProgramHorizontalWave;
-    static GLint mHorizontalWaveMatrixMVP;
-    static GLint mHorizontalWaveCenter;
-    static GLint mHorizontalWaveRadius;
-    static GLint mHorizontalWaveStrength;
-    static GLint mHorizontalWaveWaveRadius;
-    static GLint mHorizontalWaveWaveCount;
-    static GLint mHorizontalWavePreserveWeight;
-    static GLint mHorizontalWaveVertices;
-    static int mInstanceCount;
+    static inline GLuint mProgramDropLine = 0;
+    static inline GLint mDropLineMatrixMVP = -1;
+    static inline GLint mDropLineCenter = -1;
+    static inline GLint mDropLineCenter2 = -1;
+    static inline GLint mDropLineRadius = -1;
+    static inline GLint mDropLineStrength = -1;
+    static inline GLint mDropLinePreserveWeight = -1;
+    static inline GLint mDropLineVertices = -1;
+
+    static inline GLuint mProgramHorizontalWave = 0;
+    static inline GLint mHorizontalWaveMatrixMVP = -1;
+    static inline GLint mHorizontalWaveCenter = -1;
+    static inline GLint mHorizontalWaveRadius = -1;
+    static inline GLint mHorizontalWaveStrength = -1;
+    static inline GLint mHorizontalWaveWaveRadius = -1;
+    static inline GLint mHorizontalWaveWaveCount = -1;
+    static inline GLint mHorizontalWavePreserveWeight = -1;
+    static inline GLint mHorizontalWaveVertices = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

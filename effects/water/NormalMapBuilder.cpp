@@ -1,19 +1,12 @@
 #include "effects/water/NormalMapBuilder.h"
 
-#include "effects/water/WaterPass.h"
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "foundation/RenderTarget.h"
 #include "math/ScreenMapping.h"
 #include "shaders/NormalMapBuilder.h"
 
 namespace shaders = tidalume::shaders::normalMapBuilder;
-
-GLuint NormalMapBuilder::mProgram = 0;
-GLint NormalMapBuilder::mUniformMatrixMVP = -1;
-GLint NormalMapBuilder::mUniformHeightMax = -1;
-GLint NormalMapBuilder::mUniformHeightTexture = -1;
-GLint NormalMapBuilder::mAttribVertices = -1;
-int NormalMapBuilder::mInstanceCount = 0;
 
 const tidalume::ProgramTable NormalMapBuilder::mPrograms = {
     "NormalMapBuilder",

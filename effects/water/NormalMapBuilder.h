@@ -21,9 +21,7 @@ struct ProgramTable;
 /// (h(left) - h(right), h(below) - h(above), 2): x towards the right of the screen, y towards its top, z out of it. The
 /// map stores the unit normal as n * 0.5 + 0.5; flat water is (0.5, 0.5, 1).
 ///
-/// All calls but the constructor, `setHeightMax` and `GLContextDestroyed` need the GL context current; client-side
-/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
-/// object first, then `init` and `setScreenSize` on every object.
+/// Context and life cycle are those of all effects: docs/life-cycle.md.
 class NormalMapBuilder {
   public:
     NormalMapBuilder();
@@ -74,12 +72,13 @@ class NormalMapBuilder {
     Matrix mMatrixView = {};
     Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
-    static GLuint mProgram;
-    static GLint mUniformMatrixMVP;
-    static GLint mUniformHeightMax;
-    static GLint mUniformHeightTexture;
-    static GLint mAttribVertices;
-    static int mInstanceCount;
+    static inline GLuint mProgram = 0;
+    static inline GLint mUniformMatrixMVP = -1;
+    static inline GLint mUniformHeightMax = -1;
+    static inline GLint mUniformHeightTexture = -1;
+    static inline GLint mAttribVertices = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

@@ -1,9 +1,10 @@
 #include "effects/water/ShallowWater.h"
 
-#include "effects/water/WaterPass.h"
+#include "effects/water/Disturbance.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/Log.h"
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "foundation/RenderTarget.h"
 #include "math/ScreenMapping.h"
 #include "shaders/ShallowWater.h"

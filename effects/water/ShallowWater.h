@@ -25,10 +25,8 @@ struct ProgramTable;
 /// Positions are pixels of the screen with the origin at the BOTTOM left and y upwards, unlike those of the other
 /// effects: y = 0 is row 0 of the textures.
 ///
-/// Programs belong to the object. All calls but the constructor, `updateParameters` and `GLContextDestroyed` need the
-/// GL context current; client-side arrays need vertex array 0 and no bound buffer. After a loss of the context call
-/// `GLContextDestroyed` on every object first, then `init` and `setScreenSize` on every object; the pond then is still,
-/// while the time counter goes on.
+/// Context and life cycle are those of all effects: docs/life-cycle.md. Unlike theirs, programs belong to the object.
+/// After a loss of the context the pond is still, while the time counter goes on.
 ///
 /// Before `setScreenSize` disturbances and `drawFullScreenQuad` are ignored, and `update` only counts the time.
 /// Disturbances are also ignored with a radius of 0 and with a number that is not finite. They leave the viewport at

@@ -1,8 +1,9 @@
 #include "effects/water/ShallowWaterIterative.h"
 
-#include "effects/water/WaterPass.h"
+#include "effects/water/Disturbance.h"
 #include "foundation/Diagnostics.h"
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "foundation/RenderTarget.h"
 #include "math/ScreenMapping.h"
 #include "shaders/ShallowWaterIterative.h"
@@ -10,36 +11,6 @@
 #include <utility>
 
 namespace shaders = tidalume::shaders::shallowWaterIterative;
-
-GLuint ShallowWaterIterative::mProgramDrop = 0;
-GLint ShallowWaterIterative::mDropMatrixMVP = -1;
-GLint ShallowWaterIterative::mDropCenter = -1;
-GLint ShallowWaterIterative::mDropRadius = -1;
-GLint ShallowWaterIterative::mDropStrength = -1;
-GLint ShallowWaterIterative::mDropPreserveWeight = -1;
-GLint ShallowWaterIterative::mDropVertices = -1;
-GLuint ShallowWaterIterative::mProgramDropLine = 0;
-GLint ShallowWaterIterative::mDropLineMatrixMVP = -1;
-GLint ShallowWaterIterative::mDropLineCenter = -1;
-GLint ShallowWaterIterative::mDropLineCenter2 = -1;
-GLint ShallowWaterIterative::mDropLineRadius = -1;
-GLint ShallowWaterIterative::mDropLineStrength = -1;
-GLint ShallowWaterIterative::mDropLinePreserveWeight = -1;
-GLint ShallowWaterIterative::mDropLineVertices = -1;
-GLuint ShallowWaterIterative::mProgramHorizontalWave = 0;
-GLint ShallowWaterIterative::mHorizontalWaveMatrixMVP = -1;
-GLint ShallowWaterIterative::mHorizontalWaveCenter = -1;
-GLint ShallowWaterIterative::mHorizontalWaveRadius = -1;
-GLint ShallowWaterIterative::mHorizontalWaveStrength = -1;
-GLint ShallowWaterIterative::mHorizontalWaveWaveRadius = -1;
-GLint ShallowWaterIterative::mHorizontalWaveWaveCount = -1;
-GLint ShallowWaterIterative::mHorizontalWavePreserveWeight = -1;
-GLint ShallowWaterIterative::mHorizontalWaveVertices = -1;
-GLuint ShallowWaterIterative::mProgramUpdate = 0;
-GLint ShallowWaterIterative::mUpdateMatrixMVP = -1;
-GLint ShallowWaterIterative::mUpdateTexture = -1;
-GLint ShallowWaterIterative::mUpdateVertices = -1;
-int ShallowWaterIterative::mInstanceCount = 0;
 
 namespace {
 

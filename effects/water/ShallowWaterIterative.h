@@ -30,9 +30,7 @@ struct ProgramTable;
 /// Positions and radii are pixels of the screen, origin top-left, y downwards. The top row of the screen is the last
 /// row of the texture.
 ///
-/// All calls but the constructor, `setIterationCount` and `GLContextDestroyed` need the GL context current; client-side
-/// arrays need vertex array 0 and no bound buffer. After a loss of the context call `GLContextDestroyed` on every
-/// object first, then `init` and `setScreenSize` on every object; the water then is still.
+/// Context and life cycle are those of all effects: docs/life-cycle.md. After a loss of the context the water is still.
 ///
 /// Disturbances and `update` are ignored before `setScreenSize`; disturbances also with a radius of 0 and with a number
 /// that is not finite. The caller disables blending and depth test. The calls leave the viewport at the screen,
@@ -106,35 +104,39 @@ class ShallowWaterIterative {
     Matrix mMatrixView = {};
     Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 
-    static GLuint mProgramDrop;
-    static GLint mDropMatrixMVP;
-    static GLint mDropCenter;
-    static GLint mDropRadius;
-    static GLint mDropStrength;
-    static GLint mDropPreserveWeight;
-    static GLint mDropVertices;
-    static GLuint mProgramDropLine;
-    static GLint mDropLineMatrixMVP;
-    static GLint mDropLineCenter;
-    static GLint mDropLineCenter2;
-    static GLint mDropLineRadius;
-    static GLint mDropLineStrength;
-    static GLint mDropLinePreserveWeight;
-    static GLint mDropLineVertices;
-    static GLuint mProgramHorizontalWave;
-    static GLint mHorizontalWaveMatrixMVP;
-    static GLint mHorizontalWaveCenter;
-    static GLint mHorizontalWaveRadius;
-    static GLint mHorizontalWaveStrength;
-    static GLint mHorizontalWaveWaveRadius;
-    static GLint mHorizontalWaveWaveCount;
-    static GLint mHorizontalWavePreserveWeight;
-    static GLint mHorizontalWaveVertices;
-    static GLuint mProgramUpdate;
-    static GLint mUpdateMatrixMVP;
-    static GLint mUpdateTexture;
-    static GLint mUpdateVertices;
-    static int mInstanceCount;
+    static inline GLuint mProgramDrop = 0;
+    static inline GLint mDropMatrixMVP = -1;
+    static inline GLint mDropCenter = -1;
+    static inline GLint mDropRadius = -1;
+    static inline GLint mDropStrength = -1;
+    static inline GLint mDropPreserveWeight = -1;
+    static inline GLint mDropVertices = -1;
+
+    static inline GLuint mProgramDropLine = 0;
+    static inline GLint mDropLineMatrixMVP = -1;
+    static inline GLint mDropLineCenter = -1;
+    static inline GLint mDropLineCenter2 = -1;
+    static inline GLint mDropLineRadius = -1;
+    static inline GLint mDropLineStrength = -1;
+    static inline GLint mDropLinePreserveWeight = -1;
+    static inline GLint mDropLineVertices = -1;
+
+    static inline GLuint mProgramHorizontalWave = 0;
+    static inline GLint mHorizontalWaveMatrixMVP = -1;
+    static inline GLint mHorizontalWaveCenter = -1;
+    static inline GLint mHorizontalWaveRadius = -1;
+    static inline GLint mHorizontalWaveStrength = -1;
+    static inline GLint mHorizontalWaveWaveRadius = -1;
+    static inline GLint mHorizontalWaveWaveCount = -1;
+    static inline GLint mHorizontalWavePreserveWeight = -1;
+    static inline GLint mHorizontalWaveVertices = -1;
+
+    static inline GLuint mProgramUpdate = 0;
+    static inline GLint mUpdateMatrixMVP = -1;
+    static inline GLint mUpdateTexture = -1;
+    static inline GLint mUpdateVertices = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

@@ -2,6 +2,7 @@
 
 #include "foundation/Diagnostics.h"
 #include "foundation/ProgramTable.h"
+#include "foundation/Quad.h"
 #include "math/ScreenMapping.h"
 #include "shaders/ShallowWaterRenderer.h"
 
@@ -9,22 +10,6 @@
 #include <iterator>
 
 namespace shaders = tidalume::shaders::shallowWaterRenderer;
-
-GLuint ShallowWaterRenderer::mProgram = 0;
-GLint ShallowWaterRenderer::mUniformTextureNormal = -1;
-GLint ShallowWaterRenderer::mUniformTextureHeight = -1;
-GLint ShallowWaterRenderer::mUniformTextureBG = -1;
-GLint ShallowWaterRenderer::mUniformMatrixMVP = -1;
-GLint ShallowWaterRenderer::mUniformHeightMax = -1;
-GLint ShallowWaterRenderer::mUniformLight = -1;
-GLint ShallowWaterRenderer::mUniformMaterialSpecular = -1;
-GLint ShallowWaterRenderer::mUniformMaterialShininess = -1;
-GLint ShallowWaterRenderer::mUniformScreenWidth = -1;
-GLint ShallowWaterRenderer::mUniformScreenHeight = -1;
-GLint ShallowWaterRenderer::mUniformTextureFlip = -1;
-GLint ShallowWaterRenderer::mAttribVertices = -1;
-GLint ShallowWaterRenderer::mAttribTexcoords = -1;
-int ShallowWaterRenderer::mInstanceCount = 0;
 
 const tidalume::ProgramTable ShallowWaterRenderer::mPrograms = {
     "ShallowWaterRenderer",

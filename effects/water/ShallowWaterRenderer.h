@@ -26,10 +26,8 @@ struct ProgramTable;
 /// The quad lies in a frame of pixels with its origin in the middle of the screen, y upwards, seen by a camera one
 /// screen width in front of it.
 ///
-/// All calls but the constructor, the setters and `GLContextDestroyed` need the GL context current; client-side arrays
-/// need vertex array 0 and no bound buffer. The object makes no textures and no framebuffers. After a loss of the
-/// context call `GLContextDestroyed` on every object first, then `init` on every object, and set the texture and the
-/// framebuffer of the new context.
+/// Context and life cycle are those of all effects: docs/life-cycle.md. The object makes no textures and no
+/// framebuffers: after a loss of the context call `init`, and set the texture and the framebuffer of the new context.
 class ShallowWaterRenderer {
   public:
     ShallowWaterRenderer();
@@ -91,21 +89,22 @@ class ShallowWaterRenderer {
     Matrix mMatrixView = {};
     Matrix mMatrixMVP = {}; ///< centred pixels to the screen
 
-    static GLuint mProgram;
-    static GLint mUniformTextureNormal;
-    static GLint mUniformTextureHeight;
-    static GLint mUniformTextureBG;
-    static GLint mUniformMatrixMVP;
-    static GLint mUniformHeightMax;
-    static GLint mUniformLight;
-    static GLint mUniformMaterialSpecular;
-    static GLint mUniformMaterialShininess;
-    static GLint mUniformScreenWidth;
-    static GLint mUniformScreenHeight;
-    static GLint mUniformTextureFlip;
-    static GLint mAttribVertices;
-    static GLint mAttribTexcoords;
-    static int mInstanceCount;
+    static inline GLuint mProgram = 0;
+    static inline GLint mUniformTextureNormal = -1;
+    static inline GLint mUniformTextureHeight = -1;
+    static inline GLint mUniformTextureBG = -1;
+    static inline GLint mUniformMatrixMVP = -1;
+    static inline GLint mUniformHeightMax = -1;
+    static inline GLint mUniformLight = -1;
+    static inline GLint mUniformMaterialSpecular = -1;
+    static inline GLint mUniformMaterialShininess = -1;
+    static inline GLint mUniformScreenWidth = -1;
+    static inline GLint mUniformScreenHeight = -1;
+    static inline GLint mUniformTextureFlip = -1;
+    static inline GLint mAttribVertices = -1;
+    static inline GLint mAttribTexcoords = -1;
+
+    static inline int mInstanceCount = 0;
 
     static const tidalume::ProgramTable mPrograms;
 };

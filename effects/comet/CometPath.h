@@ -1,0 +1,30 @@
+#pragma once
+
+#include "math/Vector3.h"
+
+namespace tidalume {
+
+/// The quadratic path of one comet, in normalised device coordinates: D + E s + F s^2, from its start at s = 0 to its
+/// end at s = 1.
+struct CometPath {
+    Vector3 controlPoints[3]; ///< start, touched point, end
+    Vector3 coefficients[3];  ///< D, E, F
+};
+
+/// The path from a start through a touched point to an end behind it.
+/// @param start, touch  two different points, z = 0
+/// @param beyond        how far behind the touched point the end lies, as a share of the way from the start to it
+/// @param aside         how far the end lies to the left of that line; below 0 to the right
+CometPath cometPath(const Vector3& start, const Vector3& touch, float beyond, float aside);
+
+/// The point at s, whose square is given: callers round it in different precisions.
+inline Vector3 pointOnPath(const Vector3 (&coefficients)[3], float s, float squareOfS) {
+    return coefficients[2] * squareOfS + coefficients[1] * s + coefficients[0];
+}
+
+/// The point at s.
+inline Vector3 pointOnPath(const Vector3 (&coefficients)[3], float s) {
+    return pointOnPath(coefficients, s, s * s);
+}
+
+} // namespace tidalume
