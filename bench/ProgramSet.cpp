@@ -29,7 +29,7 @@ ProgramTable ProgramSet::built(ProgramTable table, const reference::ProgramForm*
         program.vertexSource = form->vertex;
         program.fragmentSource = form->fragment;
     }
-    forgetPrograms(table);
+    abandonPrograms(table);
     buildPrograms(table);
     for (const Program& program : table.programs) {
         if (program.id && *program.id == 0) throw std::runtime_error(std::string("no program ") + program.cacheName);

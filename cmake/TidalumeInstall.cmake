@@ -37,10 +37,6 @@ install(
     cmake/FindOpenGLES3.cmake
   DESTINATION ${TIDALUME_PACKAGE_DIR} COMPONENT Tidalume)
 tidalume_install_pkgconfig(Tidalume tidalume)
-# What programs that use the library may include, in a file that the Android module reads too. The rest of foundation/
-# and math/ is the library's own.
-file(STRINGS cmake/public-headers.txt TIDALUME_PUBLIC_HEADERS)
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/public-headers.txt)
 tidalume_install_headers(Tidalume ${TIDALUME_PUBLIC_HEADERS})
 
 if(TIDALUME_BUILD_JAVA)

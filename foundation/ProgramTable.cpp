@@ -34,6 +34,7 @@ int64_t nanosecondsNow() {
 
 void logBuildTime(const ProgramTable& table, int64_t start) {
     const double milliseconds = static_cast<double>(nanosecondsNow() - start) * 1e-6;
+    // kept: error priority for what is no error
     __android_log_print(ANDROID_LOG_ERROR, table.className, table.buildTimeFormat, milliseconds);
 }
 
@@ -64,7 +65,7 @@ void buildPrograms(const ProgramTable& table) {
     if (builtLast && GlobalProperty::DEBUG_LOG) logBuildTime(table, start);
 }
 
-void forgetPrograms(const ProgramTable& table) {
+void abandonPrograms(const ProgramTable& table) {
     forEachUntilEmpty(table.programs, [](const Program& program) {
         *program.id = 0;
         forEachUntilEmpty(program.uniforms, [](const Location& uniform) { *uniform.member = -1; });
@@ -76,7 +77,7 @@ void deletePrograms(const ProgramTable& table) {
     forEachUntilEmpty(table.programs, [](const Program& program) {
         if (*program.id != 0) glDeleteProgram(*program.id);
     });
-    forgetPrograms(table);
+    abandonPrograms(table);
 }
 
 } // namespace tidalume

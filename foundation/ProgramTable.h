@@ -35,9 +35,9 @@ struct ProgramTable {
 void buildPrograms(const ProgramTable& table);
 
 /// Sets every id to 0 and every location to -1 without a GL call, for a context that is gone.
-void forgetPrograms(const ProgramTable& table);
+void abandonPrograms(const ProgramTable& table);
 
-/// Deletes the programs that exist, then forgets them.
+/// Deletes the programs that exist, and abandons their names.
 void deletePrograms(const ProgramTable& table);
 
 } // namespace tidalume

@@ -13,7 +13,7 @@ namespace {
 struct Format {
     GLint internalFormat;
     GLenum format;
-    GLint wider; ///< internal format to fall back to; 0: none
+    GLint fallback; ///< internal format to fall back to; 0: none
 };
 
 /// GL_RGB16F is colour-renderable on Mesa, but not with EXT_color_buffer_float alone, as on many phones and in every
@@ -71,15 +71,17 @@ bool isFormatRefused() {
     return status == GL_FRAMEBUFFER_UNSUPPORTED || status == GL_FRAMEBUFFER_INCOMPLETE_ATTACHMENT;
 }
 
-/// Respecifies the texture of the bound framebuffer with wider and wider formats until the driver accepts one.
-void widenUntilAccepted(const TargetDescription& description, const GLuint* textures, int i, int width, int height) {
-    GLint wider = formatOf(description.internalFormat).wider;
-    while (isFormatRefused() && wider != 0) {
-        const Format& format = formatOf(wider);
+/// Respecifies the texture of the bound framebuffer with one fallback format after the other until the driver accepts
+/// one.
+void useFallbackUntilAccepted(const TargetDescription& description, const GLuint* textures, int i, int width,
+                              int height) {
+    GLint fallback = formatOf(description.internalFormat).fallback;
+    while (isFormatRefused() && fallback != 0) {
+        const Format& format = formatOf(fallback);
         glBindTexture(GL_TEXTURE_2D, textures[i]);
         specifyTexture(format, width, height, description.labels[i].texImage);
         glBindTexture(GL_TEXTURE_2D, textures[description.count - 1]);
-        wider = format.wider;
+        fallback = format.fallback;
     }
 }
 
@@ -92,7 +94,7 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
         checkGLError(description.labels[i].bindFramebuffer);
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, textures[i], 0);
         checkGLError(description.labels[i].attach);
-        widenUntilAccepted(description, textures, i, width, height);
+        useFallbackUntilAccepted(description, textures, i, width, height);
         glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -115,10 +117,10 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
     if (textures[0] != 0) glDeleteTextures(description.count, textures);
     if (framebuffers[0] != 0) glDeleteFramebuffers(description.count, framebuffers);
-    forgetTargets(description, textures, framebuffers);
+    abandonTargets(description, textures, framebuffers);
 }
 
-void forgetTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
+void abandonTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
     std::fill_n(textures, description.count, 0U);
     std::fill_n(framebuffers, description.count, 0U);
 }

@@ -21,7 +21,7 @@ struct TargetDescription {
 /// Makes the textures, then the framebuffers, where their first name is 0: level 0 only, linear filters, clamped to the
 /// edge, cleared to (0, 0, 0, 1). Leaves the last texture bound, framebuffer 0 bound and that clear colour set.
 ///
-/// Where the driver says that it cannot render to the format, the texture is respecified with the next wider one that
+/// Where the driver says that it cannot render to the format, the texture is respecified with the fallback format that
 /// it can render to; what is stored and read back stays the same. Where it can render to none, or gives another reason
 /// or none, the set-up goes on with the framebuffer as it is.
 ///
@@ -36,6 +36,6 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);
 
 /// Sets the names to 0 without a GL call, for a context that is gone.
-void forgetTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);
+void abandonTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);
 
 } // namespace tidalume

@@ -35,7 +35,8 @@ precision highp float;
 precision highp sampler2D;
 )";
 
-/// Vertex stage of a quad in pixels. `texcoord` is the fragment's place on the target, (0, 0) at its lower-left corner.
+/// Vertex stage of a quad in pixels. `texcoord` is the fragment's place on the target, (0, 0) at its lower-left corner:
+/// it follows from normalised device coordinates, for which p is divided by w. Orthographic cameras have a w of 1.
 inline constexpr auto quadVertex = join(prologue, R"(
 uniform mat4 matrixMVP;
 layout(location = 0) in vec3 vertices;

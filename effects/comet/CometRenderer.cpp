@@ -241,7 +241,7 @@ void CometRenderer::drawCores(double t) {
     glUniform1f(mCoreOfCometT0, static_cast<float>(std::sin(t * pi) * coreOpacity));
     checkGLError("glUniform1f mCoreOfCometT0");
     glUniform1i(mCoreOfCometFillmode, discMode);
-    checkGLError("glUniform1f mCoreOfCometFillmode");
+    checkGLError("glUniform1f mCoreOfCometFillmode"); // kept: the label of a float for an int
     glUniform1f(mCoreOfCometRadius, static_cast<float>(coreDiameter * mScreenWidth * (1.0 - std::sqrt(t) * (t * t))));
     checkGLError("glUniform1f mCoreOfCometRadius");
     const auto s = static_cast<float>(coreShare * t);
@@ -259,8 +259,8 @@ void CometRenderer::drawRings(double t) {
     }
 }
 
-/// Draws a sprite on each path. The tails' arrays stay enabled for the next frame; a driver that does not go by the
-/// locations in the text may have placed this program's array elsewhere.
+/// Draws a sprite on each path. The tails' arrays stay enabled (kept) for the next frame; a driver that does not go by
+/// the locations in the text may have placed this program's array elsewhere.
 void CometRenderer::drawPoints(float s, float s2) {
     const Vector3 first = tidalume::pointOnPath(mCurveCoefficients[0], s, s2);
     const Vector3 second = tidalume::pointOnPath(mCurveCoefficients[1], s, s2);
@@ -307,7 +307,7 @@ float CometRenderer::getCore2Y() {
 }
 
 void CometRenderer::GLContextDestroyed() {
-    tidalume::forgetPrograms(mPrograms);
+    tidalume::abandonPrograms(mPrograms);
 }
 
 CometRenderer* createCometRenderer() {

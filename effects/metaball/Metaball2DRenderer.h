@@ -63,7 +63,7 @@ class Metaball2DRenderer {
     /// Name of the field texture, whose red channel holds the sum; 0 before `setScreenSize`.
     unsigned int getTexture();
 
-    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    /// Abandons every GL name of the class and of the object without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
   private:
@@ -72,7 +72,7 @@ class Metaball2DRenderer {
     float mQuality = 1.0F;
     float mMargin = 120.0F; ///< border of the field around the screen, in pixels
     GLuint mTexture = 0;
-    GLuint mFBONormal = 0;
+    GLuint mFBONormal = 0; ///< of the field; there are no normals here
     bool mInitialized = false;
     float mVertices[12] = {};
     float mTexcoords[8] = {};

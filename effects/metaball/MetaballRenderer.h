@@ -40,7 +40,7 @@ class MetaballRenderer {
     /// Sizes the inner renderer for a screen of width x height pixels. Ignored before the first `init`.
     void setScreenSize(int width, int height);
 
-    /// Forgets every GL name without a GL call, for a context that is gone. The particles stay, and stand still until
+    /// Abandons every GL name without a GL call, for a context that is gone. The particles stay, and stand still until
     /// the next `init`.
     void GLContextDestroyed();
 

@@ -103,7 +103,7 @@ void VectorGraphicRenderer::setScreenSize(int width, int height) {
 }
 
 void VectorGraphicRenderer::GLContextDestroyed() {
-    tidalume::forgetPrograms(mPrograms);
+    tidalume::abandonPrograms(mPrograms);
 }
 
 void VectorGraphicRenderer::setBlendEquation(int mode) {
@@ -154,7 +154,7 @@ void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* 
     glUniform4fv(mCircleColor, 1, color);
     drawDisc(mCircleVertices, x, y, radius + radius);
 
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ARRAY_BUFFER, 0); // kept: none is bound, since vertices come from native memory
     endDrawing();
 }
 
@@ -231,7 +231,7 @@ void VectorGraphicRenderer::drawDisc(GLint vertices, float x, float y, float dia
     mPointVertex[0] = static_cast<float>((static_cast<double>(x / mWidthF) - 0.5) * 2.0);
     mPointVertex[1] = static_cast<float>((0.5 - static_cast<double>(y / mHeightF)) * 2.0);
     mPointVertex[2] = diameter;
-    glEnableVertexAttribArray(vertices);
+    glEnableVertexAttribArray(vertices); // kept: it stays enabled
     glVertexAttribPointer(vertices, 3, GL_FLOAT, GL_FALSE, sizeof(mPointVertex), mPointVertex);
     glDrawArrays(GL_POINTS, 0, 1);
 }

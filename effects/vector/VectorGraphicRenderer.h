@@ -50,7 +50,7 @@ class VectorGraphicRenderer {
     /// Stores the size of the surface in pixels. Makes no GL call.
     void setScreenSize(int width, int height);
 
-    /// Forgets every GL name of the class without a GL call, for a context that is gone.
+    /// Abandons every GL name of the class without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
     /// The setters store; the state reaches GL with the next drawing call.

@@ -87,7 +87,7 @@ void IntensityMapBuilder::beginShape(GLuint program) {
 
 void IntensityMapBuilder::finishShape(GLint attribute) {
     tidalume::drawQuad(attribute, mVertices);
-    glFlush();
+    glFlush(); // kept: one per pass
     glUseProgram(0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
@@ -108,7 +108,7 @@ void IntensityMapBuilder::addDropLine(float* center, float* center2, float radiu
     glUniform2fv(mDropLineCenter2, 1, center2);
     glUniform1f(mDropLineRadius, radius);
     glUniform1f(mDropLineStrength, strength);
-    glUniform1f(mDropLinePreserveWeight, preserveWeight);
+    glUniform1f(mDropLinePreserveWeight, preserveWeight); // kept: no shader has this uniform
     finishShape(mDropLineVertices);
 }
 
@@ -138,8 +138,8 @@ GLuint IntensityMapBuilder::getTexture() {
 }
 
 void IntensityMapBuilder::GLContextDestroyed() {
-    tidalume::forgetPrograms(mPrograms);
-    tidalume::forgetTargets(heightTarget, &mTexture, &mFBONormal);
+    tidalume::abandonPrograms(mPrograms);
+    tidalume::abandonTargets(heightTarget, &mTexture, &mFBONormal);
 }
 
 IntensityMapBuilder* createIntensityMapBuilder() {

@@ -67,7 +67,7 @@ class IntensityMapBuilder {
     /// Name of the height texture, one half float per pixel of the screen; 0 before `setScreenSize`.
     GLuint getTexture();
 
-    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    /// Abandons every GL name of the class and of the object without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
   private:
@@ -77,7 +77,7 @@ class IntensityMapBuilder {
     void finishShape(GLint attribute);
 
     GLuint mTexture = 0;
-    GLuint mFBONormal = 0;
+    GLuint mFBONormal = 0; ///< of the heights; there are no normals here
     float mVertices[12] = {}; ///< the rectangle of the shape that was painted last
     int mWidth = 0;
     int mHeight = 0;

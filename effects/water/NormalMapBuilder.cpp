@@ -56,7 +56,7 @@ void NormalMapBuilder::setScreenSize(int width, int height) {
     mHeight = height;
     mWidthF = static_cast<float>(width);
     mHeightF = static_cast<float>(height);
-    // Mirrored twice, by the camera's up and by the bounds: the mapping is that of tidalume::screenCamera.
+    // kept: a camera of its own. Mirrored twice, by its up and by its bounds, the mapping is that of screenCamera.
     tidalume::buildOrtho({{0.0F, 0.0F, 1.0F}, {0.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, -mWidthF, 0.0F, mHeightF, 0.0F},
                          &mMatrixView, &mMatrixMVP);
     tidalume::createTargets(normalTarget, &mTextureNormal, &mFBONormal, mWidth, mHeight);
@@ -83,7 +83,7 @@ void NormalMapBuilder::build(GLuint texture) {
     glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     tidalume::drawQuad(mAttribVertices, mVertices);
 
-    glFlush();
+    glFlush(); // kept: one per pass
     glUseProgram(0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
@@ -93,8 +93,8 @@ GLuint NormalMapBuilder::getTexture() {
 }
 
 void NormalMapBuilder::GLContextDestroyed() {
-    tidalume::forgetPrograms(mPrograms);
-    tidalume::forgetTargets(normalTarget, &mTextureNormal, &mFBONormal);
+    tidalume::abandonPrograms(mPrograms);
+    tidalume::abandonTargets(normalTarget, &mTextureNormal, &mFBONormal);
 }
 
 NormalMapBuilder* createNormalMapBuilder() {

@@ -55,7 +55,7 @@ class NormalMapBuilder {
     /// Name of the normal map; 0 before `setScreenSize`.
     GLuint getTexture();
 
-    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    /// Abandons every GL name of the class and of the object without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
   private:

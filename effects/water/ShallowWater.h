@@ -75,7 +75,7 @@ class ShallowWater {
     /// Name of the newest state's texture, the height in red; 0 before `setScreenSize`. Every step changes it.
     GLuint getTexture();
 
-    /// Forgets every GL name of the object without a GL call, for a context that is gone.
+    /// Abandons every GL name of the object without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
   private:

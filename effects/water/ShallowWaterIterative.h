@@ -84,7 +84,7 @@ class ShallowWaterIterative {
     /// Exchanges the current state and the target of the next pass.
     void swapWaterTexture();
 
-    /// Forgets every GL name of the class and of the object without a GL call, for a context that is gone.
+    /// Abandons every GL name of the class and of the object without a GL call, for a context that is gone.
     void GLContextDestroyed();
 
   private:

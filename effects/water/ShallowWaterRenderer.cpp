@@ -92,6 +92,7 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
     glViewport(0, 0, mWidth, mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, mDrawFrameBuffer);
 
+    // kept: a check after each uniform, with the first and the last label as they are
     glUseProgram(mProgram);
     glUniform1f(mUniformHeightMax, mHeightMax);
     checkGLError("glUniform1f maxHeight");
@@ -143,7 +144,7 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
 }
 
 void ShallowWaterRenderer::GLContextDestroyed() {
-    tidalume::forgetPrograms(mPrograms);
+    tidalume::abandonPrograms(mPrograms);
 }
 
 ShallowWaterRenderer* createShallowWaterRenderer() {

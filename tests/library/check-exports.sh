@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Compares what a release build exports with the list of exports, both ways, and checks what Android asks of a library.
-# usage: check-exports.sh LIBRARY EXPORTS_MAP
+# Compares what a release build exports with the list of exports, both ways, and with the native methods of the Java
+# classes; and checks what Android asks of a library.
+# usage: check-exports.sh LIBRARY EXPORTS_MAP [JAR]
 set -euo pipefail
 library=$1
 map=$2
+jar=${3:-}
 fail() { echo "check-exports: $1" >&2; exit 1; }
 
 exported=$(nm -D --defined-only "$library" | awk '{print $3}' | sed 's/@.*//' | c++filt | sort -u)
@@ -20,7 +22,14 @@ while IFS= read -r name; do
   grep -qxF -- "$name" <<<"$listed" || grep -q "^${name%%(*}\*$" <<<"$listed" || fail "exported but not listed: $name"
 done <<<"$exported"
 
-[ "$(grep -c '^Java_' <<<"$exported")" -eq "$(grep -c '^Java_' <<<"$listed")" ] || fail "JNI functions differ"
+if [ -n "$jar" ]; then
+  classes=$(jar tf "$jar" | sed -n 's/\.class$//p')
+  # shellcheck disable=SC2086 # one argument a class
+  natives=$(javap -p -cp "$jar" $classes | awk '/ class / { sub(/.* class /, ""); gsub(/\./, "_"); class = $1 }
+    / native / { sub(/\(.*/, ""); print "Java_" class "_" $NF }' | sort)
+  differences=$(comm -3 <(grep '^Java_' <<<"$exported" | sort) <(echo "$natives"))
+  [ -z "$differences" ] || fail "exported, or at the right declared in Java, but not both: $differences"
+fi
 readelf -lW "$library" | awk '$1 == "LOAD" && $NF != "0x4000" {exit 1}' || fail "a LOAD segment is not aligned to 16 KB"
 readelf -dW "$library" | grep -q 'soname: \[libTidalume.so\]' || fail "the soname is not libTidalume.so"
 if readelf -SW "$library" | grep -q gcc_except_table; then fail "the library has code for exceptions"; fi

@@ -2,12 +2,14 @@
 // PerspectiveFovLH, which no effect uses: they take sines and tangents from the C library, whose last bit differs
 // between machines.
 
-#include "effects/comet/CometRenderer.h"
+#include "effects/comet/CometMesh.h"
+#include "effects/comet/CometPath.h"
 #include "effects/metaball/ParticleManager.h"
 #include "math/Matrix.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 static void write(const float* values, size_t count) {
     std::fwrite(values, sizeof(float), count, stdout);
@@ -15,9 +17,6 @@ static void write(const float* values, size_t count) {
 
 int main() {
     ParticleManager particles;
-    CometRenderer comets;
-    comets.init(); // makes the meshes; without a context its programs come to nothing
-    comets.setScreenSize(1080, 1920);
     srand48(6);
     for (int i = 0; i < 500; ++i) {
         float v[31];
@@ -39,12 +38,12 @@ int main() {
         for (const Particle& moved : *particles.getParticleVector())
             write(&moved.position.x, 6);
 
-        comets.push(v[29] + 500, v[30] + 900, 0);
-        comets.updateControlPoints();
+        const Vector3 start(v[0] / 200, -1.1F, 0), touch(v[29] / 200, v[30] / 200, 0);
+        const tidalume::CometPath path = tidalume::cometPath(start, touch, v[1] / 400, v[2] / 2000);
         for (const float t : {0.0F, 0.3F, 0.7F, 1.0F}) {
-            comets.updateMesh(t);
-            for (int mesh = 0; mesh < 4; ++mesh)
-                write(comets.getVertices(mesh), 3 * 101 * 3);
+            float vertices[3 * tidalume::CometMesh::vertices];
+            tidalume::computeCometTail(path.coefficients, t, 0.25F, 1080, 1920, vertices);
+            write(vertices, std::size(vertices));
         }
     }
 }
