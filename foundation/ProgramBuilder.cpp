@@ -17,7 +17,7 @@ using tidalume::logTag;
 
 /// The one binary format (GL_Z400_BINARY_AMD) that cache files are loaded as. It is not stored with the file: a driver
 /// with another format rejects the binary and the text build follows.
-// kept: the format and that files hold nothing else
+// kept: binary-format
 constexpr GLenum cacheBinaryFormat = 0x8740;
 
 using GetParameter = void (*)(GLuint, GLenum, GLint*);
@@ -182,7 +182,7 @@ unsigned int createProgram(const char* vertexSource, const char* fragmentSource,
     return program;
 }
 
-// kept: the parameter that is not used
+// kept: save-file
 unsigned int saveProgram(unsigned int program, const char* path, FILE* /*file*/) {
     auto* ownedPath = const_cast<char*>(path);
     GLenum format = cacheBinaryFormat;
@@ -201,7 +201,7 @@ unsigned int saveProgram(unsigned int program, const char* path, FILE* /*file*/)
     FILE* file = openCacheFile(path, "wb");
     std::free(ownedPath);
     if (!file) {
-        // kept: a message that does not name the file
+        // kept: fopen
         __android_log_print(ANDROID_LOG_ERROR, logTag, "in saveProgram() FILENAME fopen error");
         std::free(binary);
         return 0;

@@ -34,7 +34,7 @@ int64_t nanosecondsNow() {
 
 void logBuildTime(const ProgramTable& table, int64_t start) {
     const double milliseconds = static_cast<double>(nanosecondsNow() - start) * 1e-6;
-    // kept: error priority for what is no error
+    // kept: priority
     __android_log_print(ANDROID_LOG_ERROR, table.className, table.buildTimeFormat, milliseconds);
 }
 

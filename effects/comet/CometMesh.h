@@ -9,8 +9,8 @@ namespace tidalume {
 struct CometMesh {
     static constexpr int columns = 100; ///< of quads, along the tail
     static constexpr int rows = 2;      ///< of quads, across it
-    static constexpr int vertices = (rows + 1) * (columns + 1);
-    static constexpr int triangles = 2 * rows * columns;
+    static constexpr int vertices = (rows + 1) * (columns + 1); ///< shared by neighbouring quads
+    static constexpr int triangles = 2 * rows * columns;        ///< two a quad
 };
 
 /// Fills a tail mesh at progress t. The body covers the path from its start to 0.9 t; the front folds round to a tip at

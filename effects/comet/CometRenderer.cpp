@@ -241,7 +241,7 @@ void CometRenderer::drawCores(double t) {
     glUniform1f(mCoreOfCometT0, static_cast<float>(std::sin(t * pi) * coreOpacity));
     checkGLError("glUniform1f mCoreOfCometT0");
     glUniform1i(mCoreOfCometFillmode, discMode);
-    checkGLError("glUniform1f mCoreOfCometFillmode"); // kept: the label of a float for an int
+    checkGLError("glUniform1f mCoreOfCometFillmode"); // kept: fillmode
     glUniform1f(mCoreOfCometRadius, static_cast<float>(coreDiameter * mScreenWidth * (1.0 - std::sqrt(t) * (t * t))));
     checkGLError("glUniform1f mCoreOfCometRadius");
     const auto s = static_cast<float>(coreShare * t);
@@ -259,7 +259,7 @@ void CometRenderer::drawRings(double t) {
     }
 }
 
-/// Draws a sprite on each path. The tails' arrays stay enabled (kept) for the next frame; a driver that does not go by
+/// Draws a sprite on each path. The tails' arrays stay enabled for the next frame; a driver that does not go by
 /// the locations in the text may have placed this program's array elsewhere.
 void CometRenderer::drawPoints(float s, float s2) {
     const Vector3 first = tidalume::pointOnPath(mCurveCoefficients[0], s, s2);
@@ -268,6 +268,7 @@ void CometRenderer::drawPoints(float s, float s2) {
     glVertexAttribPointer(mCoreOfCometVertices, 2, GL_FLOAT, GL_FALSE, 2 * sizeof(float), points);
     glEnableVertexAttribArray(mCoreOfCometVertices);
     glDrawArrays(GL_POINTS, 0, 2);
+    // kept: comet-arrays
     const bool isTailArray =
         mCoreOfCometVertices == mTailOfCometVertices || mCoreOfCometVertices == mTailOfCometTexcoords;
     if (!isTailArray) glDisableVertexAttribArray(mCoreOfCometVertices);

@@ -18,7 +18,7 @@ const tidalume::ProgramTable Metaball2DRenderer::mPrograms = {
     {
         {&mProgramMetaball,
          "Metaball2DRendererProgramMetaball",
-         nullptr, // kept: no check after the builds
+         nullptr, // kept: no-labels
          shaders::fieldVertex,
          shaders::fieldFragment,
          {{&mUniformMetaballQualityMultiplyFactor, "qualityMultiplyFactor"},
@@ -117,7 +117,7 @@ void Metaball2DRenderer::addMetaballs(float* metaballs, unsigned int count) {
     if (!mInitialized || mFBONormal == 0) return;
 
     glBindFramebuffer(GL_FRAMEBUFFER, mFBONormal);
-    // kept: it is attached since setScreenSize
+    // kept: reattach
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexture, 0);
     glViewport(0, 0, mTextureWidth, mTextureHeight);
     glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
@@ -134,7 +134,7 @@ void Metaball2DRenderer::addMetaballs(float* metaballs, unsigned int count) {
     glEnableVertexAttribArray(mAttribMetaballs);
     glVertexAttribPointer(mAttribMetaballs, 4, GL_FLOAT, GL_FALSE, ballStride, metaballs);
     glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(count));
-    glFlush(); // kept: one per pass
+    glFlush(); // kept: flush
 
     glDisableVertexAttribArray(mAttribMetaballs);
     glUseProgram(0);

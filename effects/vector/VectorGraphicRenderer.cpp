@@ -154,7 +154,7 @@ void VectorGraphicRenderer::renderCircle(float x, float y, float radius, float* 
     glUniform4fv(mCircleColor, 1, color);
     drawDisc(mCircleVertices, x, y, radius + radius);
 
-    glBindBuffer(GL_ARRAY_BUFFER, 0); // kept: none is bound, since vertices come from native memory
+    glBindBuffer(GL_ARRAY_BUFFER, 0); // kept: bind-buffer. None is bound, since vertices come from native memory
     endDrawing();
 }
 
@@ -231,7 +231,7 @@ void VectorGraphicRenderer::drawDisc(GLint vertices, float x, float y, float dia
     mPointVertex[0] = static_cast<float>((static_cast<double>(x / mWidthF) - 0.5) * 2.0);
     mPointVertex[1] = static_cast<float>((0.5 - static_cast<double>(y / mHeightF)) * 2.0);
     mPointVertex[2] = diameter;
-    glEnableVertexAttribArray(vertices); // kept: it stays enabled
+    glEnableVertexAttribArray(vertices); // kept: disc-array
     glVertexAttribPointer(vertices, 3, GL_FLOAT, GL_FALSE, sizeof(mPointVertex), mPointVertex);
     glDrawArrays(GL_POINTS, 0, 1);
 }

@@ -31,9 +31,9 @@ struct ProgramTable;
 class VectorGraphicRenderer {
   public:
     // Rotations of a bitmap.
-    static constexpr int ROTATION_NONE = 0;
-    static constexpr int ROTATION_CLOCKWISE = 1; ///< a quarter turn
-    static constexpr int ROTATION_HALF_TURN = 2;
+    static constexpr int ROTATION_NONE = 0;             ///< as the bitmap is
+    static constexpr int ROTATION_CLOCKWISE = 1;        ///< a quarter turn
+    static constexpr int ROTATION_HALF_TURN = 2;        ///< upside down
     static constexpr int ROTATION_COUNTERCLOCKWISE = 3; ///< a quarter turn
     static constexpr int ROTATION_FLIP_VERTICAL = 4;    ///< mirrored top to bottom
     static constexpr int ROTATION_FLIP_HORIZONTAL = 5;  ///< mirrored left to right

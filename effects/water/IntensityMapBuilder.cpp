@@ -87,7 +87,7 @@ void IntensityMapBuilder::beginShape(GLuint program) {
 
 void IntensityMapBuilder::finishShape(GLint attribute) {
     tidalume::drawQuad(attribute, mVertices);
-    glFlush(); // kept: one per pass
+    glFlush(); // kept: flush
     glUseProgram(0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
@@ -108,7 +108,7 @@ void IntensityMapBuilder::addDropLine(float* center, float* center2, float radiu
     glUniform2fv(mDropLineCenter2, 1, center2);
     glUniform1f(mDropLineRadius, radius);
     glUniform1f(mDropLineStrength, strength);
-    glUniform1f(mDropLinePreserveWeight, preserveWeight); // kept: no shader has this uniform
+    glUniform1f(mDropLinePreserveWeight, preserveWeight); // kept: preserve-weight
     finishShape(mDropLineVertices);
 }
 

@@ -56,7 +56,7 @@ void NormalMapBuilder::setScreenSize(int width, int height) {
     mHeight = height;
     mWidthF = static_cast<float>(width);
     mHeightF = static_cast<float>(height);
-    // kept: a camera of its own. Mirrored twice, by its up and by its bounds, the mapping is that of screenCamera.
+    // kept: twice-mirrored. By its up and by its bounds, so that the mapping is that of screenCamera.
     tidalume::buildOrtho({{0.0F, 0.0F, 1.0F}, {0.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, -mWidthF, 0.0F, mHeightF, 0.0F},
                          &mMatrixView, &mMatrixMVP);
     tidalume::createTargets(normalTarget, &mTextureNormal, &mFBONormal, mWidth, mHeight);
@@ -83,7 +83,7 @@ void NormalMapBuilder::build(GLuint texture) {
     glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     tidalume::drawQuad(mAttribVertices, mVertices);
 
-    glFlush(); // kept: one per pass
+    glFlush(); // kept: flush
     glUseProgram(0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }

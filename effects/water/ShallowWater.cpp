@@ -22,7 +22,7 @@ const tidalume::TargetDescription waterTargets = {
     "glGenFramebuffers mFBOsWater[0]",
     {{"glTexImage2D mTexturesWater[0]", "glBindFramebuffer mFBOsWater[0]",
       "glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]"},
-     // kept: labels of the second and the third framebuffer, without their s
+     // kept: fbo-water
      {"glTexImage2D mTexturesWater[1]", "glBindFramebuffer mFBOWater[1]",
       "glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]"},
      {"glTexImage2D mTexturesWater[2]", "glBindFramebuffer mFBOWater[2]",
@@ -39,7 +39,7 @@ GLuint quadCoord(GLuint program) {
 
 } // namespace
 
-// kept: locations are looked up at each use
+// kept: lookup
 tidalume::ProgramTable ShallowWater::programs() {
     return {
         className,
@@ -119,7 +119,7 @@ void ShallowWater::drawFullScreenQuad(GLuint program) {
     glEnableVertexAttribArray(quadCoord(program));
     checkGLError("glEnableVertexAttribArray program");
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
-    checkGLError("glDrawArrays DropletPsudoRenderer::program"); // kept: another class's name
+    checkGLError("glDrawArrays DropletPsudoRenderer::program"); // kept: droplet
     glDisableVertexAttribArray(quadCoord(program));
     checkGLError("glDisableVertexAttribArray program");
 }
@@ -138,7 +138,7 @@ void ShallowWater::drawDrop(float* center, float radius, float strength) {
     checkGLError("glUniformMatrix4fv mvpMatrix");
     drawFullScreenQuad(mProgramDrop);
 
-    glFlush(); // kept: one per pass
+    glFlush(); // kept: flush
     glUseProgram(0);
     glDisable(GL_BLEND);
 }
@@ -187,7 +187,7 @@ void ShallowWater::step() {
     const int target = mCurrentBufferIndex;
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[target]);
     checkGLError("glBindFramebuffer mFBOsWater[mCurrentBufferIndex]");
-    // kept: it is attached since setScreenSize
+    // kept: reattach
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexturesWater[target], 0);
     checkGLError("glFramebufferTexture2D mFBOsWater[mCurrentBufferIndex] mTexturesWater[mCurrentBufferIndex]");
 

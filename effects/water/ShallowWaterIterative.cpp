@@ -23,7 +23,7 @@ const tidalume::TargetDescription waterTargets = {
     "glGenFramebuffers mFBOsWater[0]",
     {{"glTexImage2D mTexturesWater[0]", "glBindFramebuffer mFBOsWater[0]",
       "glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]"},
-     // kept: the second framebuffer's label, without its s
+     // kept: fbo-water
      {"glTexImage2D mTexturesWater[1]", "glBindFramebuffer mFBOWater[1]",
       "glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]"}},
 };
@@ -112,14 +112,14 @@ void ShallowWaterIterative::beginDisturbance(GLuint program) {
     glViewport(0, 0, mWidth, mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[0]);
     glUseProgram(program);
-    glUniform1i(glGetUniformLocation(program, samplerName), 0); // kept: looked up at every draw
+    glUniform1i(glGetUniformLocation(program, samplerName), 0); // kept: lookup
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]);
 }
 
 void ShallowWaterIterative::finishDisturbance(GLint attribute) {
     tidalume::drawQuad(attribute, mVertices);
-    glFlush(); // kept: one per pass
+    glFlush(); // kept: flush
     glUseProgram(0);
     swapWaterTexture();
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -129,7 +129,7 @@ void ShallowWaterIterative::addDrop(float* center, float radius, float strength,
     if (mFBOsWater[0] == 0) return;
     if (!tidalume::isDisturbance(radius, {center[0], center[1], strength, preserveWeight})) return;
 
-    // kept: each disturbance sets its uniforms in an order of its own
+    // kept: uniform-order
     beginDisturbance(mProgramDrop);
     glUniform2fv(mDropCenter, 1, center);
     glUniform1f(mDropRadius, radius);
@@ -179,7 +179,7 @@ void ShallowWaterIterative::update() {
     for (int i = 0; i < mIterationCount; ++i) {
         glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[0]);
         checkGLError("glBindFramebuffer mFBOsWater[0]");
-        // kept: it is attached since setScreenSize
+        // kept: reattach
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexturesWater[0], 0);
         checkGLError("glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]");
 
@@ -187,7 +187,7 @@ void ShallowWaterIterative::update() {
         glUniform1i(mUpdateTexture, 0);
         glActiveTexture(GL_TEXTURE0);
         glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]);
-        checkGLError("glBindTexture mProgramUpdate"); // kept: the program's name for the texture
+        checkGLError("glBindTexture mProgramUpdate"); // kept: bind-program
         glUniformMatrix4fv(mUpdateMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
         checkGLError("glUniformMatrix4fv matrixMVP");
         tidalume::drawQuad(mUpdateVertices, mVertices);

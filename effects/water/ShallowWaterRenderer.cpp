@@ -92,7 +92,7 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
     glViewport(0, 0, mWidth, mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, mDrawFrameBuffer);
 
-    // kept: a check after each uniform, with the first and the last label as they are
+    // kept: single-checks, max-height, uniform1b
     glUseProgram(mProgram);
     glUniform1f(mUniformHeightMax, mHeightMax);
     checkGLError("glUniform1f maxHeight");

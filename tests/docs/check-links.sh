@@ -5,13 +5,14 @@
 set -euo pipefail
 cd "$1"
 
-anchors() { # file: its headings as they are linked to
+anchors() { # file: its headings as they are linked to, and what it names
+  grep -oE '<a id="[^"]+"' "$1" | cut -d '"' -f 2 || true
   grep -E '^#+ ' "$1" | sed -E 's/^#+ //' | tr '[:upper:]' '[:lower:]' | sed -e 's/[^a-z0-9 _-]//g' -e 's/ /-/g'
 }
 
 dead=0
 count=0
-for file in README.md CHANGELOG.md docs/*.md android/*.md; do
+for file in README.md CHANGELOG.md CONTRIBUTING.md docs/*.md android/*.md; do
   while IFS= read -r link; do
     case $link in http://* | https://*) continue ;; esac
     count=$((count + 1))
@@ -28,5 +29,14 @@ for file in README.md CHANGELOG.md docs/*.md android/*.md; do
   done < <(grep -oE '\]\([^) ]+\)' "$file" | sed -e 's/^](//' -e 's/)$//')
 done
 [ "$count" -gt 0 ] || dead=1
+
+# What the code says is kept has a row on the page that says why.
+kept=$(anchors docs/compatibility.md)
+for name in $(grep -rhoE 'kept: [a-z0-9-]+(, [a-z0-9-]+)*' effects foundation jni | sed -e 's/kept: //' -e 's/,//g'); do
+  if ! grep -qxF -- "$name" <<<"$kept"; then
+    echo "docs/compatibility.md: nothing about \"kept: $name\"" >&2
+    dead=1
+  fi
+done
 echo "check-links: $count links"
 exit "$dead"

@@ -1,9 +1,12 @@
 package com.vyn.effect.tidalume;
 
 import com.vyn.effect.tidalume.headless.HeadlessContext;
+import java.io.IOException;
 import java.lang.reflect.*;
 import java.nio.ByteBuffer;
 import java.util.*;
+import java.util.jar.JarEntry;
+import java.util.jar.JarFile;
 import java.util.stream.IntStream;
 
 /**
@@ -16,9 +19,8 @@ final class Session {
         void call(Method method, AutoCloseable effect, Object[] arguments) throws ReflectiveOperationException;
     }
 
-    static final List<Class<? extends AutoCloseable>> CLASSES = List.of(CometRenderer.class,
-            IntensityMapBuilder.class, Metaball2DRenderer.class, MetaballRenderer.class, NormalMapBuilder.class,
-            ShallowWater.class, ShallowWaterIterative.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
+    /** The effects of the library's jar, in the order of their names. */
+    static final List<Class<? extends AutoCloseable>> CLASSES = effectClasses();
     private static final int MOST_EFFECTS = 6;
     /** The first textures of a context, which live as long as it does. */
     private static final int PICTURES = 5;
@@ -45,6 +47,25 @@ final class Session {
         this.isNative = isNative;
         this.choices = ByteBuffer.wrap(choices);
         this.caller = caller;
+    }
+
+    private static List<Class<? extends AutoCloseable>> effectClasses() {
+        final List<Class<? extends AutoCloseable>> classes = new ArrayList<>();
+        final String jar = GlobalProperty.class.getProtectionDomain().getCodeSource().getLocation().getPath();
+        try (JarFile library = new JarFile(jar)) {
+            for (JarEntry entry : Collections.list(library.entries())) {
+                if (entry.getName().endsWith(".class")) {
+                    final Class<?> found = Class.forName(entry.getName().replace('/', '.').replace(".class", ""));
+                    if (AutoCloseable.class.isAssignableFrom(found) && Modifier.isPublic(found.getModifiers())) {
+                        classes.add(found.asSubclass(AutoCloseable.class));
+                    }
+                }
+            }
+        } catch (IOException | ClassNotFoundException e) {
+            throw new AssertionError(e);
+        }
+        classes.sort(Comparator.comparing(Class::getName));
+        return classes;
     }
 
     /** Calls of the native methods, with the settings at their defaults; an exception of one comes through. */

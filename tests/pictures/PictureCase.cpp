@@ -35,8 +35,9 @@ double toleranceHere(const PictureCase& picture) {
 
 PictureTable allPictures() {
     PictureTable all;
-    for (const PictureTable& table : {metaballPictures(), vectorPictures(), cometPictures(), waterPictures()})
-        all.insert(all.end(), table.begin(), table.end());
+    for (const auto table : pictureTables)
+        for (const PictureCase& picture : table())
+            all.push_back(picture);
     return all;
 }
 

@@ -56,7 +56,9 @@ PictureTable vectorPictures();
 PictureTable cometPictures();
 PictureTable waterPictures();
 
-/// All tables, in the order of the effects.
+/// All tables; add a line for a new one.
+inline PictureTable (*const pictureTables[])() = {metaballPictures, vectorPictures, cometPictures, waterPictures};
+
 PictureTable allPictures();
 
 } // namespace tidalume::pictures
