@@ -143,9 +143,9 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(GALLERY_PROGRAM " --size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT");
     isRefused(GALLERY_PROGRAM " --size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of");
     isRefused(gallery("--frames 0"), "--frames: Value 0 not in range");
-    isRefused(gallery("--background absent.png"), "--background absent.png: there is no such file");
-    isRefused(gallery("--background broken.png"), "--background broken.png: broken PNG");
-    isRefused(gallery("--out broken.png"), "--out broken.png: ");
+    isRefused(gallery("--background absent.png"), "--background: absent.png: there is no such file");
+    isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
+    isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");
     EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
     isRefused(viewer("# first\n\n0 down 5\n"), "script, line 3: two coordinates");
