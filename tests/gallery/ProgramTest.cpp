@@ -142,7 +142,8 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--scene volcano"), "--scene: there is no scene \"volcano\"; the scenes are: water, waves");
     isRefused(GALLERY_PROGRAM " --size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT");
     isRefused(GALLERY_PROGRAM " --size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of");
-    isRefused(gallery("--frames 0"), "--frames: Value 0 not in range");
+    isRefused(gallery("--frames 0"), "--frames: \"0\" is not a whole number from 1 to 36000");
+    isRefused(gallery("--seed abc"), "--seed: \"abc\" is not a whole number from 0 to 4294967295");
     isRefused(gallery("--background absent.png"), "--background: absent.png: there is no such file");
     isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
     isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");
@@ -155,6 +156,8 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(viewer("first quit\n"), "begins with the number of a frame");
     isRefused(viewer("5 key c\n4 quit\n"), "line 2: the frames go back");
     isRefused("unset DISPLAY; XDG_RUNTIME_DIR=/tmp " + viewer("0 quit\n"), "there is no display");
+
+    isRefused(BENCH_PROGRAM " --filter '['", "--filter: \"[\" is not an extended regular expression");
 }
 
 } // namespace tidalume::gallery

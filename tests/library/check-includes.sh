@@ -14,8 +14,9 @@ foundation: foundation
 effects: effects foundation math shaders
 jni: jni effects foundation
 headless: headless
-gallery: gallery headless effects foundation math
-bench: bench headless effects foundation math shaders'
+commandline: commandline
+gallery: gallery commandline headless effects foundation math
+bench: bench commandline headless effects foundation math shaders'
 while IFS=': ' read -r folder may; do
   [ -d "$folder" ] || continue
   pattern=$(tr ' ' '|' <<<"$may")
