@@ -158,6 +158,18 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused("unset DISPLAY; XDG_RUNTIME_DIR=/tmp " + viewer("0 quit\n"), "there is no display");
 
     isRefused(BENCH_PROGRAM " --filter '['", "--filter: \"[\" is not an extended regular expression");
+    isRefused(SOURCE_DIR "/run --web eighty", "--web: \"eighty\" is not a port");
+    isRefused(SOURCE_DIR "/run --web 8000 9000", "--web: only a port may follow, not \"8000 9000\"");
+    isRefused(SOURCE_DIR "/scripts/install-dependencies --all", "nothing or --basic is expected, not \"--all\"");
+    isRefused(SOURCE_DIR "/scripts/analyse absent", "one build folder is expected");
+}
+
+TEST_F(Programs, RunNamesEverySceneBeforeTheFirstBuild) {
+    std::string scenes;
+    for (const SceneEntry& entry : sceneTable())
+        scenes += (scenes.empty() ? "The scenes: " : ", ") + std::string(entry.name);
+    runsWell("cp " SOURCE_DIR "/run . && ./run --help");
+    EXPECT_THAT(fileContent("output"), testing::HasSubstr(scenes + "\n"));
 }
 
 } // namespace tidalume::gallery
