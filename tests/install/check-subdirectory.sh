@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A project that takes the sources in with add_subdirectory gets the library alone: it needs of a JDK no more than jni.h,
-# nothing that the headless component, the gallery and the tests need, and the install step is its own.
+# A project that takes the sources in with add_subdirectory gets the library alone: of a JDK it needs jni.h only, of what
+# the headless component, the gallery and the tests need nothing, and the install step is its own.
 # Neither its configure step warns, nor that of `./run` on a new machine, which lacks what the web page takes.
 # usage: check-subdirectory.sh SOURCE_DIR WORK_DIR
 set -euo pipefail
@@ -34,7 +34,8 @@ cmake --install build --prefix installed >/dev/null
 if [ -e installed ]; then fail "the library installs itself with its consumer"; fi
 if grep -q Werror build/build.ninja; then fail "warnings are errors"; fi
 
-if JAVA_HOME=absent cmake -B without -DCMAKE_IGNORE_PATH="$(printf '%s;' /usr/lib/jvm/*/include)" >/dev/null 2>stop; then
+headers=$(printf '%s;' /usr/lib/jvm/*/include)
+if JAVA_HOME=absent cmake -B without -DCMAKE_IGNORE_PATH="$headers" >/dev/null 2>stop; then
   fail "it is configured without jni.h"
 fi
 grep -q 'jni.h is missing.*openjdk-17-jdk-headless' <(tr '\n' ' ' <stop) || fail "no package is named: $(cat stop)"
