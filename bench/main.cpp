@@ -1,15 +1,16 @@
 #include "bench/Benchmarks.h"
 #include "bench/Measure.h"
 #include "bench/Report.h"
+#include "commandline/Parse.h"
 
 #include <android/log.h>
 
-#include <CLI/CLI.hpp>
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
+#include <regex>
 
 using namespace tidalume;
 using namespace tidalume::bench;
@@ -78,12 +79,28 @@ void runBenchmarks(const Options& options) {
     std::cout << markdownTables(results);
 }
 
+/// Accepts what the benchmark library takes for a filter.
+CLI::Validator filterCheck() {
+    const auto check = [](const std::string& text) -> std::string {
+        try {
+            const std::regex filter(text, std::regex::extended);
+            return "";
+        } catch (const std::regex_error&) {
+            return "\"" + text + "\" is not an extended regular expression";
+        }
+    };
+    return {check, ""};
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Measures Tidalume against plain forms of the same effects.", "tidalume-bench");
     Options options;
-    app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")->capture_default_str();
+    app.add_option("--out", options.out, "Folder for results.json, tables.md and scaling.svg")
+        ->check(namedCheck("folder"))
+        ->capture_default_str();
     app.add_option("--filter", options.filter, "Regular expression: benchmarks to run; nothing is written then")
-        ->check([](const std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); });
+        ->check(namedCheck("benchmark"))
+        ->check(filterCheck());
     app.add_flag("--quick", options.quick, "Run everything once, to see that it runs; nothing is written then");
     app.add_flag("--check", options.check,
                  "Measure nothing; compare what the plain forms draw with what Tidalume draws");
@@ -92,7 +109,7 @@ int run(int argc, char** argv) {
     app.add_flag("--start-up", options.startUp)->group("");
     app.add_option("--program-cache", options.programCache)->group("");
     app.add_flag("--accept-binaries", options.acceptBinaries)->group("");
-    CLI11_PARSE(app, argc, argv);
+    parse(app, argc, argv);
 
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
     if (options.check) return checkForms() ? 0 : 1;

@@ -1,12 +1,14 @@
-# Finds the JDK (javac, jar, javadoc) and its JNI headers, which on Android come with the NDK instead. FindJNI knows only
-# some of the folders that a JDK may be in, so it is told the one that javac comes from.
+# The library takes jni.h alone from a JDK (on Android from the NDK); the jars take its tools: javac, jar and javadoc.
 if(NOT ANDROID)
-  find_package(Java 11 COMPONENTS Development)
+  find_package(Java 11 QUIET COMPONENTS Development)
+  if(TIDALUME_BUILD_JAVA AND NOT Java_FOUND)
+    message(FATAL_ERROR "A JDK of version 11 or later is missing. On Debian: apt-get install openjdk-17-jdk-headless")
+  endif()
   if(Java_FOUND AND NOT JAVA_HOME AND NOT DEFINED ENV{JAVA_HOME})
     file(REAL_PATH ${Java_JAVAC_EXECUTABLE} JAVA_HOME)
     cmake_path(GET JAVA_HOME PARENT_PATH JAVA_HOME)
     cmake_path(GET JAVA_HOME PARENT_PATH JAVA_HOME)
   endif()
-  find_package(JNI REQUIRED COMPONENTS JVM)
+  find_package(JniHeaders REQUIRED)
 endif()
 set(CMAKE_JAVA_COMPILE_FLAGS --release 11 -Xlint:all -Werror)

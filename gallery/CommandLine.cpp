@@ -3,8 +3,6 @@
 #include "gallery/Size.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 
 namespace tidalume::gallery {
 
@@ -35,23 +33,6 @@ CLI::Validator sizeCheck(int& width, int& height) {
         return read ? "" : "\"" + text + "\" is not WIDTHxHEIGHT in pixels, each 1 or more, such as 540x960";
     };
     return {check, ""};
-}
-
-CLI::Validator namedCheck(const std::string& kind) {
-    return {[kind](const std::string& name) { return name.empty() ? "no " + kind + " is named" : ""; }, ""};
-}
-
-void parse(CLI::App& app, int argc, char** argv) {
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        std::exit(app.exit(help));
-    } catch (const CLI::ParseError& error) {
-        std::string message = error.what();
-        std::replace(message.begin(), message.end(), '\n', ' ');
-        std::cerr << app.get_name() << ": " << message << '\n';
-        std::exit(2);
-    }
 }
 
 } // namespace tidalume::gallery

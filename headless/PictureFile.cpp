@@ -30,6 +30,16 @@ std::string reasonOf(int error) {
     return std::strerror(error);
 }
 
+// Runs a body whose errors are about a file, which they will name.
+template <typename Body>
+auto about(const std::string& path, Body body) -> decltype(body()) {
+    try {
+        return body();
+    } catch (const Error& error) {
+        throw Error(path + ": " + error.what());
+    }
+}
+
 Bytes readFile(const std::string& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
@@ -98,6 +108,29 @@ Picture readWebP(const Bytes& bytes) {
     return picture;
 }
 
+Picture decode(const Bytes& bytes) {
+    if (startsWith(bytes, 0, "\x89PNG")) return readPng(bytes);
+    if (startsWith(bytes, 0, "\xFF\xD8\xFF")) return readJpeg(bytes);
+    if (startsWith(bytes, 0, "RIFF") && startsWith(bytes, 8, "WEBP")) return readWebP(bytes);
+    throw Error(bytes.empty() ? "the file is empty" : "is neither PNG nor JPEG nor WebP");
+}
+
+Bytes encodePng(const Picture& picture) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = PNG_FORMAT_RGBA;
+    image.flags = PNG_IMAGE_FLAG_FAST;
+    Bytes bytes(PNG_IMAGE_PNG_SIZE_MAX(image));
+    png_alloc_size_t size = bytes.size();
+    if (!png_image_write_to_memory(&image, bytes.data(), &size, 0, picture.rgba.data(), 0, nullptr)) {
+        throw Error(image.message);
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
 } // namespace
 
 void checkPictureSize(std::uint32_t width, std::uint32_t height) {
@@ -110,26 +143,14 @@ void checkPictureSize(std::uint32_t width, std::uint32_t height) {
 }
 
 Picture readPicture(const std::string& path) {
-    const Bytes bytes = readFile(path);
-    if (startsWith(bytes, 0, "\x89PNG")) return readPng(bytes);
-    if (startsWith(bytes, 0, "\xFF\xD8\xFF")) return readJpeg(bytes);
-    if (startsWith(bytes, 0, "RIFF") && startsWith(bytes, 8, "WEBP")) return readWebP(bytes);
-    throw Error(bytes.empty() ? "the file is empty" : "is neither PNG nor JPEG nor WebP");
+    return about(path, [&] { return decode(readFile(path)); });
 }
 
 void writePng(const std::string& path, const Picture& picture) {
-    png_image image = {};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = static_cast<png_uint_32>(picture.width);
-    image.height = static_cast<png_uint_32>(picture.height);
-    image.format = PNG_FORMAT_RGBA;
-    image.flags = PNG_IMAGE_FLAG_FAST;
-    Bytes bytes(PNG_IMAGE_PNG_SIZE_MAX(image));
-    png_alloc_size_t size = bytes.size();
-    if (!png_image_write_to_memory(&image, bytes.data(), &size, 0, picture.rgba.data(), 0, nullptr)) {
-        throw Error(image.message);
-    }
-    writeFile(path, bytes.data(), size);
+    about(path, [&] {
+        const Bytes bytes = encodePng(picture);
+        writeFile(path, bytes.data(), bytes.size());
+    });
 }
 
 struct WebPAnimation::Encoder {
@@ -144,7 +165,8 @@ struct WebPAnimation::Encoder {
         const bool possible = std::min(width, height) >= 1 && std::max(width, height) <= WEBP_MAX_DIMENSION;
         encoder = possible ? WebPAnimEncoderNew(width, height, &options) : nullptr;
         if (encoder == nullptr) {
-            throw Error("an animation of " + std::to_string(width) + "x" + std::to_string(height) + " is not possible");
+            throw Error("an animation of " + std::to_string(width) + "x" + std::to_string(height) +
+                        " is not possible: 1 to " + std::to_string(WEBP_MAX_DIMENSION) + " pixels a side");
         }
     }
     ~Encoder() { WebPAnimEncoderDelete(encoder); }
@@ -183,12 +205,14 @@ void WebPAnimation::add(const Picture& picture, int milliseconds) {
 }
 
 void WebPAnimation::write(const std::string& path) {
-    mEncoder->checkDone(WebPAnimEncoderAdd(mEncoder->encoder, nullptr, mEncoder->time, nullptr));
-    WebPData data;
-    WebPDataInit(&data);
-    const std::unique_ptr<WebPData, void (*)(WebPData*)> cleanup(&data, WebPDataClear);
-    mEncoder->checkDone(WebPAnimEncoderAssemble(mEncoder->encoder, &data));
-    writeFile(path, data.bytes, data.size);
+    about(path, [&] {
+        mEncoder->checkDone(WebPAnimEncoderAdd(mEncoder->encoder, nullptr, mEncoder->time, nullptr));
+        WebPData data;
+        WebPDataInit(&data);
+        const std::unique_ptr<WebPData, void (*)(WebPData*)> cleanup(&data, WebPDataClear);
+        mEncoder->checkDone(WebPAnimEncoderAssemble(mEncoder->encoder, &data));
+        writeFile(path, data.bytes, data.size);
+    });
 }
 
 } // namespace tidalume::headless

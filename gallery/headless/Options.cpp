@@ -3,6 +3,7 @@
 #include "gallery/CommandLine.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tidalume::gallery {
 
@@ -31,9 +32,10 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("WxH")
         ->check(sizeCheck(options.width, options.height))
         ->capture_default_str();
-    app.add_option("--frames", options.frames, "Number of frames, 60 for each second; the PNG shows the last")
+    app.add_option("--frames", options.frames,
+                   "Number of frames, up to 36000, 60 for each second; the PNG shows the last")
         ->type_name("N")
-        ->check(CLI::Range(1, 36000))
+        ->check(numberCheck(1, 36000))
         ->capture_default_str();
     app.add_option("--background", options.background,
                    "Picture for the scenes that show one, PNG, JPEG or WebP, cut to the size's shape; transparent "
@@ -42,6 +44,7 @@ Options parseOptions(int argc, char** argv) {
         ->check(namedCheck("file"));
     app.add_option("--seed", options.seed, "Where chance begins; the same number gives the same pictures")
         ->type_name("N")
+        ->check(numberCheck(0, std::numeric_limits<std::uint32_t>::max()))
         ->capture_default_str();
     app.add_option("--out", options.out, "Folder for the pictures and their index.html")
         ->type_name("DIR")

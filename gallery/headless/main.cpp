@@ -24,7 +24,7 @@ using headless::HeadlessContext;
 
 namespace {
 
-// Runs a body whose errors come from the value of one argument, which they will name.
+// Runs a body whose errors come from one argument, which they will name.
 template <typename Body>
 auto about(const std::string& argument, Body body) -> decltype(body()) {
     try {
@@ -42,15 +42,18 @@ void listScenes() {
 }
 
 std::ofstream openIndex(const std::filesystem::path& folder) {
-    std::filesystem::create_directories(folder);
-    std::ofstream file(folder / "index.html");
-    if (!file) throw Error(std::strerror(errno));
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw Error(folder.string() + ": " + error.message());
+    const std::filesystem::path path = folder / "index.html";
+    std::ofstream file(path);
+    if (!file) throw Error(path.string() + ": " + std::strerror(errno));
     return file;
 }
 
 Picture makeBackground(const Options& options) {
     if (options.background.empty()) return pebbles(options.width, options.height, options.seed);
-    return about("--background " + options.background,
+    return about("--background",
                  [&] { return coverFit(headless::readPicture(options.background), options.width, options.height); });
 }
 
@@ -80,7 +83,7 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& b
             animation.add(headless::framebufferPicture(options.width, options.height), shownMilliseconds(frame));
         }
     }
-    about("--out " + options.out, [&] {
+    about("--out", [&] {
         headless::writePng(path + ".png", headless::framebufferPicture(options.width, options.height));
         animation.write(path + ".webp");
     });
@@ -98,7 +101,7 @@ void drawGallery(const Options& options) {
     const auto context = about("--size " + options.size,
                                [&] { return std::make_unique<HeadlessContext>(options.width, options.height); });
     const Picture background = makeBackground(options);
-    std::ofstream index = about("--out " + options.out, [&] { return openIndex(options.out); });
+    std::ofstream index = about("--out", [&] { return openIndex(options.out); });
     std::printf("Driver: %s\n", context->driver().c_str());
     for (const SceneEntry* scene : options.scenes)
         drawScene(*scene, options, background);

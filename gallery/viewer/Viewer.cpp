@@ -21,7 +21,7 @@ Picture readBackground(const std::string& path) {
     try {
         return headless::readPicture(path);
     } catch (const std::exception& error) {
-        throw headless::Error("--background " + path + ": " + error.what());
+        throw headless::Error(std::string("--background: ") + error.what());
     }
 }
 
@@ -256,7 +256,7 @@ void Viewer::save() {
         headless::writePng(mSavePath, headless::framebufferPicture(mSize.x, mSize.y));
         std::printf("%s\n", mSavePath.c_str());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "tidalume-viewer: %s: %s\n", mSavePath.c_str(), error.what());
+        std::fprintf(stderr, "tidalume-viewer: %s\n", error.what());
     }
     mSavePath.clear();
 }

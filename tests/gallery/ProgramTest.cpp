@@ -38,7 +38,15 @@ class Programs : public testing::Test {
     /// Plays a script.
     static std::string viewer(const std::string& script, const std::string& options = "--scene metaballs") {
         writeFile("script", script);
-        return "timeout 300 " VIEWER_PROGRAM " --size 97x161 --script script " + options;
+        return "timeout --kill-after=10 300 " VIEWER_PROGRAM " --size 97x161 --script script " + options;
+    }
+
+    /// A window manager starts the command line once it manages windows (SDL waits without end for a window that one
+    /// overlooks as it starts), in a folder of its own choice, and ends with it.
+    static std::string managed(const std::string& command) {
+        const std::string folder = std::filesystem::current_path();
+        writeFile("managed", "cd " + folder + "; " + command + "; echo $? >status; openbox --exit");
+        return "openbox --sm-disable --startup 'sh " + folder + "/managed'; exit $(cat status)";
     }
 
     /// The last frame of a scene.
@@ -113,9 +121,7 @@ TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
 TEST_F(Programs, ViewerFollowsTheSizeOfTheWindow) {
     const std::string script =
         "60 resize 160x90\n120 save wide.png\n121 key f\n240 save full.png\n241 key f\n360 save back.png\n361 quit\n";
-    runsWell("openbox --sm-disable & manager=$!; "
-             "until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q window; do sleep 0.1; done; " +
-             viewer(script) + "; status=$?; kill $manager; exit $status");
+    runsWell(managed(viewer(script)));
     for (const auto& [file, width, height] :
          {std::tuple("wide.png", 160, 90), {"full.png", 640, 480}, {"back.png", 160, 90}}) {
         const Picture shown = readPicture(file);
@@ -136,10 +142,11 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--scene volcano"), "--scene: there is no scene \"volcano\"; the scenes are: water, waves");
     isRefused(GALLERY_PROGRAM " --size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT");
     isRefused(GALLERY_PROGRAM " --size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of");
-    isRefused(gallery("--frames 0"), "--frames: Value 0 not in range");
-    isRefused(gallery("--background absent.png"), "--background absent.png: there is no such file");
-    isRefused(gallery("--background broken.png"), "--background broken.png: broken PNG");
-    isRefused(gallery("--out broken.png"), "--out broken.png: ");
+    isRefused(gallery("--frames 0"), "--frames: \"0\" is not a whole number from 1 to 36000");
+    isRefused(gallery("--seed abc"), "--seed: \"abc\" is not a whole number from 0 to 4294967295");
+    isRefused(gallery("--background absent.png"), "--background: absent.png: there is no such file");
+    isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
+    isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");
     EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
     isRefused(viewer("# first\n\n0 down 5\n"), "script, line 3: two coordinates");
@@ -149,6 +156,20 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(viewer("first quit\n"), "begins with the number of a frame");
     isRefused(viewer("5 key c\n4 quit\n"), "line 2: the frames go back");
     isRefused("unset DISPLAY; XDG_RUNTIME_DIR=/tmp " + viewer("0 quit\n"), "there is no display");
+
+    isRefused(BENCH_PROGRAM " --filter '['", "--filter: \"[\" is not an extended regular expression");
+    isRefused(SOURCE_DIR "/run --web eighty", "--web: \"eighty\" is not a port");
+    isRefused(SOURCE_DIR "/run --web 8000 9000", "--web: only a port may follow, not \"8000 9000\"");
+    isRefused(SOURCE_DIR "/scripts/install-dependencies --all", "nothing or --basic is expected, not \"--all\"");
+    isRefused(SOURCE_DIR "/scripts/analyse absent", "one build folder is expected");
+}
+
+TEST_F(Programs, RunNamesEverySceneBeforeTheFirstBuild) {
+    std::string scenes;
+    for (const SceneEntry& entry : sceneTable())
+        scenes += (scenes.empty() ? "The scenes: " : ", ") + std::string(entry.name);
+    runsWell("cp " SOURCE_DIR "/run . && ./run --help");
+    EXPECT_THAT(fileContent("output"), testing::HasSubstr(scenes + "\n"));
 }
 
 } // namespace tidalume::gallery

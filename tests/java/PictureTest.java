@@ -112,7 +112,8 @@ public final class PictureTest {
     @Test
     public void theContextSaysWhatItIsAndWhyNot() {
         assertTrue(context.driver(), context.driver().contains("OpenGL ES 3"));
-        assertThrows(IOException.class, () -> context.writePng(Path.of("/absent/a.png")));
+        Exception refused = assertThrows(IOException.class, () -> context.writePng(Path.of("/absent/a.png")));
+        assertEquals("/absent/a.png: No such file or directory", refused.getMessage());
         assertThrows(IllegalArgumentException.class,
                 () -> context.createTexture(HeadlessContext.GL_R16F, 2, 3, new float[5]));
         context.close();

@@ -14,10 +14,11 @@ foundation: foundation
 effects: effects foundation math shaders
 jni: jni effects foundation
 headless: headless
-gallery: gallery headless effects foundation math
+commandline: commandline
+gallery: gallery commandline headless effects foundation math
 reference: reference effects math shaders
 testing: testing headless effects foundation math
-bench: bench reference testing headless effects foundation math shaders'
+bench: bench commandline reference testing headless effects foundation math shaders'
 while IFS=': ' read -r folder may; do
   [ -d "$folder" ] || continue
   pattern=$(tr ' ' '|' <<<"$may")

@@ -151,7 +151,7 @@ public final class HeadlessContext implements AutoCloseable {
      * Writes the framebuffer that is bound as an opaque PNG picture, in the size of framebuffer 0.
      *
      * @param file where to; a file that is there is replaced
-     * @throws IOException if the file cannot be written
+     * @throws IOException if the file cannot be written; the message names it
      */
     public void writePng(Path file) throws IOException {
         nativeWritePng(open(), width, height, file.toString());
