@@ -12,6 +12,8 @@ namespace {
 constexpr float capLength = 0.1F;
 constexpr int capColumn = static_cast<int>(CometMesh::columns * capLength);
 
+constexpr int middleRow = CometMesh::rows / 2;
+
 /// Where on the path the tip lies, as a share of the progress: a little before the base of the front, which is at 0.9.
 constexpr float tipShare = 0.92F;
 
@@ -34,7 +36,8 @@ struct Sections {
     float toEdgeX[count], toEdgeY[count]; ///< from there to the upper edge
 };
 
-void computeSections(const Vector3 (&path)[3], float t, float spread, float width, float height, Sections& sections) {
+Sections computeSections(const Vector3 (&path)[3], float t, float spread, float width, float height) {
+    Sections sections; // NOLINT(cppcoreguidelines-pro-type-member-init): written whole below
     const auto [constant, linear, quadratic] = path;
     float x[Sections::count + 1], y[Sections::count + 1]; // from the column before the body on
     for (int i = 0; i <= Sections::count; ++i) {
@@ -53,6 +56,7 @@ void computeSections(const Vector3 (&path)[3], float t, float spread, float widt
         sections.toEdgeX[i] = halfWidth * (scale * normalX);
         sections.toEdgeY[i] = halfWidth * (width * (scale * normalY) / height);
     }
+    return sections;
 }
 
 template <typename Visit>
@@ -66,11 +70,10 @@ void forEachVertex(Visit visit) {
 } // namespace
 
 void computeCometTail(const Vector3 (&path)[3], float t, float spread, float width, float height, float* vertices) {
-    Sections sections;
-    computeSections(path, t, spread, width, height, sections);
+    const Sections sections = computeSections(path, t, spread, width, height);
     const Vector3 tip = pointOnPath(path, tipShare * t);
     for (int row = 0; row <= CometMesh::rows; ++row) {
-        const float side = static_cast<float>(row - CometMesh::rows / 2); // lower edge, middle, upper edge
+        const auto side = static_cast<float>(row - middleRow); // of the path: lower edge, middle, upper edge
         const auto edgeX = [&](int i, float side) { return sections.x[i] + side * sections.toEdgeX[i]; };
         const auto edgeY = [&](int i, float side) { return sections.y[i] + side * sections.toEdgeY[i]; };
         float* vertex = vertices + 3 * row * (CometMesh::columns + 1);

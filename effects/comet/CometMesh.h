@@ -7,8 +7,8 @@ namespace tidalume {
 /// The mesh of a comet's tail: a grid of 3 rows of 101 vertices. The first column is at the head, the last at the end
 /// of the tail; the rows are its two edges and the middle between them.
 struct CometMesh {
-    static constexpr int columns = 100; ///< of quads, along the tail
-    static constexpr int rows = 2;      ///< of quads, across it
+    static constexpr int columns = 100;                         ///< of quads, along the tail
+    static constexpr int rows = 2;                              ///< of quads, across it
     static constexpr int vertices = (rows + 1) * (columns + 1); ///< shared by neighbouring quads
     static constexpr int triangles = 2 * rows * columns;        ///< two a quad
 };

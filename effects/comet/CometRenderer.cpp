@@ -45,8 +45,7 @@ struct PathRanges {
 };
 constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}};
 
-constexpr float nearestStart = 0.75F; ///< to the touch
-constexpr float farthestStart = 1.5F;
+constexpr float nearestStart = 0.75F, farthestStart = 1.5F; ///< to the touch
 constexpr float asideRange[2] = {0.1F, 0.2F};
 
 /// Near the middle of an edge only 2.7 % of the candidates are acceptable; far outside the screen none is.
@@ -83,12 +82,6 @@ void makeArray(Element*& array, int count, void (*fill)(Element*)) {
     if (array) fill(array);
 }
 
-template <typename Element>
-void deleteArray(Element*& array) {
-    delete[] array;
-    array = nullptr;
-}
-
 } // namespace
 
 CometRenderer::CometRenderer() {
@@ -97,19 +90,18 @@ CometRenderer::CometRenderer() {
 
 CometRenderer::~CometRenderer() {
     if (--mInstanceCount == 0) tidalume::deletePrograms(mPrograms);
-    deleteArray(mTexCoords);
-    deleteArray(mIndices);
-    for (float*& vertices : mVertices)
-        deleteArray(vertices);
+    delete[] mTexCoords;
+    delete[] mIndices;
+    for (const float* vertices : mVertices)
+        delete[] vertices;
 }
 
 void CometRenderer::init() {
     tidalume::buildPrograms(mPrograms);
-    using Mesh = tidalume::CometMesh;
-    mColumns = Mesh::columns;
-    mRows = Mesh::rows;
-    mTriangleCount = Mesh::triangles;
-    mVertexCount = Mesh::vertices;
+    mColumns = tidalume::CometMesh::columns;
+    mRows = tidalume::CometMesh::rows;
+    mTriangleCount = tidalume::CometMesh::triangles;
+    mVertexCount = tidalume::CometMesh::vertices;
     makeArray(mTexCoords, 2 * mVertexCount, tidalume::fillCometTexCoords);
     makeArray(mIndices, 3 * mTriangleCount, tidalume::fillCometIndices);
     for (float*& vertices : mVertices)
@@ -142,16 +134,9 @@ float CometRenderer::randomRange(float a, float b) {
 Vector3 CometRenderer::randomStart(float height) {
     const long side = lrand48() % 4;
     const float along = randomRange(-1.0F, 1.0F);
-    switch (side) {
-    case 0:
-        return {-1.0F, along, 0.0F};
-    case 1:
-        return {1.0F, along, 0.0F};
-    case 2:
-        return {along, -height, 0.0F};
-    default:
-        return {along, height, 0.0F};
-    }
+    const Vector3 starts[4] = {
+        {-1.0F, along, 0.0F}, {1.0F, along, 0.0F}, {along, -height, 0.0F}, {along, height, 0.0F}};
+    return starts[side];
 }
 
 /// The second comet does not start in the half of the screen in which the first one starts.
