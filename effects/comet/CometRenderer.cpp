@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <iterator>
 #include <new>
 
 namespace shaders = tidalume::shaders::cometRenderer;
@@ -109,8 +108,7 @@ void CometRenderer::init() {
 }
 
 bool CometRenderer::hasMeshes() const {
-    return mTexCoords && mIndices &&
-           std::all_of(std::begin(mVertices), std::end(mVertices), [](const float* vertices) { return vertices; });
+    return mTexCoords && mIndices && std::find(mVertices, mVertices + 4, nullptr) == mVertices + 4;
 }
 
 void CometRenderer::setScreenSize(int width, int height) {
@@ -159,8 +157,8 @@ void CometRenderer::computeControlPoints(int comet) {
     const float aside = sign * randomRange(asideRange[0], asideRange[1]);
 
     const tidalume::CometPath path = tidalume::cometPath(start, touch, beyond, aside);
-    std::copy(std::begin(path.controlPoints), std::end(path.controlPoints), mControlPoints[comet]);
-    std::copy(std::begin(path.coefficients), std::end(path.coefficients), mCurveCoefficients[comet]);
+    std::copy_n(path.controlPoints, 3, mControlPoints[comet]);
+    std::copy_n(path.coefficients, 3, mCurveCoefficients[comet]);
 }
 
 void CometRenderer::updateControlPoints() {
