@@ -39,13 +39,8 @@ void registerFrameCosts(Theatre& theatre, Results& results);
 /// @return  whether all are within their bounds
 bool checkForms();
 
-// These run this program again under valgrind; the two after them are what it then does.
-
-void countMatrixInstructions(Results& results);
+/// Runs this program again under valgrind, to do what `timeInitCalls` does.
 void countStartUpInstructions(Results& results);
-
-/// 1,000 calls each of the matrices' functions and of glm's.
-void callMatrices();
 
 /// Seconds of the `init` calls of all effects in a new context.
 /// @param programCache    folder of the program cache; empty: it stays switched off

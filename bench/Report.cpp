@@ -62,20 +62,6 @@ std::string comparisonTable(const std::vector<Comparison>& comparisons) {
     return table;
 }
 
-std::string matrixTable(const std::vector<InstructionCount>& counts) {
-    constexpr double matrixGoal = 1.05;
-    if (counts.empty()) return "";
-    std::string table =
-        "\n### Matrices\n\n| 1,000 calls | Instructions | glm | Ratio | Goal | |\n|---|---:|---:|---:|---:|---|\n";
-    for (size_t i = 0; i + 1 < counts.size(); i += 2) {
-        const double ratio = counts[i].instructions / counts[i + 1].instructions;
-        table += "| " + counts[i].name +
-                 format(" | %.0f | %.0f | %.2f", counts[i].instructions, counts[i + 1].instructions, ratio) + " | " +
-                 goal(matrixGoal) + " | " + verdict(ratio, matrixGoal) + " |\n";
-    }
-    return table;
-}
-
 std::string startUpTable(const std::vector<StartUp>& startUps) {
     if (startUps.empty()) return "";
     std::string table =
@@ -115,8 +101,7 @@ std::vector<Series> measured(std::vector<Series> all) {
 
 std::string markdownTables(const Results& results) {
     return today() + ", " + results.driver + "; " + results.clock + ".\n" + comparisonTable(results.comparisons) +
-           scalingTable(measured(results.series)) + startUpTable(results.startUps) + matrixTable(results.matrices) +
-           frameCosts(results.frame);
+           scalingTable(measured(results.series)) + startUpTable(results.startUps) + frameCosts(results.frame);
 }
 
 std::string scalingPlot(const Results& results) {

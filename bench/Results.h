@@ -53,7 +53,6 @@ struct Results {
     std::vector<Comparison> comparisons;
     std::vector<Series> series;
     std::vector<StartUp> startUps;
-    std::vector<InstructionCount> matrices; ///< of 1,000 calls, each followed by glm's
     std::optional<FrameCosts> frame;
 };
 

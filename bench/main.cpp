@@ -21,7 +21,6 @@ struct Options {
     std::optional<std::string> filter;
     bool quick = false;
     bool check = false;
-    bool matrices = false;
     bool startUp = false;
     std::string programCache;
     bool acceptBinaries = false;
@@ -70,7 +69,6 @@ void runBenchmarks(const Options& options) {
     theatre.close();
 
     if (whole) {
-        countMatrixInstructions(results);
         countStartUpInstructions(results);
         write(options.out + "/tables.md", markdownTables(results));
         write(options.out + "/scaling.svg", scalingPlot(results));
@@ -88,7 +86,6 @@ int run(int argc, char** argv) {
     app.add_flag("--check", options.check,
                  "Measure nothing; compare what the plain forms draw with what Tidalume draws");
     // What this program runs itself with; an empty group keeps them out of the help.
-    app.add_flag("--matrices", options.matrices)->group("");
     app.add_flag("--start-up", options.startUp)->group("");
     app.add_option("--program-cache", options.programCache)->group("");
     app.add_flag("--accept-binaries", options.acceptBinaries)->group("");
@@ -96,9 +93,7 @@ int run(int argc, char** argv) {
 
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
     if (options.check) return checkForms() ? 0 : 1;
-    if (options.matrices) {
-        callMatrices();
-    } else if (options.startUp) {
+    if (options.startUp) {
         std::cout << timeInitCalls(options.programCache, options.acceptBinaries) << "\n";
     } else {
         runBenchmarks(options);
