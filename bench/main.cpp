@@ -1,5 +1,4 @@
 #include "bench/Benchmarks.h"
-#include "bench/Measure.h"
 #include "bench/Report.h"
 
 #include <android/log.h>
@@ -40,40 +39,34 @@ void initializeBenchmarks(const std::string& argument) {
     benchmark::Initialize(&count, pointers);
 }
 
-/// Only a whole measurement is written: figures of another would take the place of better ones.
+/// Only a whole run is written: figures of another would take the place of better ones.
 void runBenchmarks(const Options& options) {
-    const bool whole = !options.filter && !options.quick;
-    if (whole) {
-        std::filesystem::create_directories(options.out);
-        initializeBenchmarks("--benchmark_out=" + options.out + "/results.json");
-    } else {
-        initializeBenchmarks("--benchmark_filter=" + options.filter.value_or("."));
-    }
-
-    const Effort effort = options.quick ? Effort{1, 0.0} : Effort{};
-    Theatre theatre;
-    Results results;
+    Run run;
+    run.isWhole = !options.filter && !options.quick;
+    if (options.quick) run.pairs = 1;
+    if (options.quick) run.measurement = 0.0;
+    if (run.isWhole) std::filesystem::create_directories(options.out);
+    initializeBenchmarks(run.isWhole ? "--benchmark_out=" + options.out + "/results.json"
+                                     : "--benchmark_filter=" + options.filter.value_or("."));
     {
         const headless::HeadlessContext context(1, 1);
-        results.driver = context.driver();
-        results.clock = drawsOnProcessor() ? "processor time of all threads" : "wall-clock time";
+        run.results.driver = context.driver();
+        run.results.clock = drawsOnProcessor() ? "processor time of all threads" : "wall-clock time";
     }
-    benchmark::AddCustomContext("driver", results.driver);
-    std::cout << "Driver: " << results.driver << "\n";
-    registerComparisons(theatre, effort, results);
-    registerScaling(theatre, effort, results);
-    registerFrameCosts(theatre, results);
-    registerStartUp(theatre, effort, results);
+    benchmark::AddCustomContext("driver", run.results.driver);
+    std::cout << "Driver: " << run.results.driver << "\n";
+    registerComparisons(run);
+    registerScaling(run);
+    registerFrameCosts(run);
+    registerStartUp(run);
     if (benchmark::RunSpecifiedBenchmarks() == 0)
         throw std::runtime_error("--filter matches no benchmark: '" + *options.filter + "'");
-    theatre.close();
 
-    if (whole) {
-        countStartUpInstructions(results);
-        write(options.out + "/tables.md", markdownTables(results));
-        write(options.out + "/scaling.svg", scalingPlot(results));
-    }
-    std::cout << markdownTables(results);
+    const std::string tables = markdownTables(run.results);
+    std::cout << tables;
+    if (!run.isWhole) return;
+    write(options.out + "/tables.md", tables);
+    write(options.out + "/scaling.svg", scalingPlot(run.results));
 }
 
 int run(int argc, char** argv) {

@@ -9,8 +9,8 @@
 
 /// What operations draw with.
 struct Inputs {
-    int width; ///< of the screen, in pixels
-    int height;
+    int width = 0; ///< of the screen, in pixels
+    int height = 0;
     GLuint heights = 0; ///< textures; 0: there is none
     GLuint normals = 0;
     GLuint picture = 0;
