@@ -195,13 +195,14 @@ in vec2 texcoord;
 out float outColor;
 const float PI = 3.141592653589793;
 
-float drop(vec2 middle) {
-    float a = max(0.0, 1.0 - length(middle * 0.5 + 0.5 - texcoord) / radius);
-    return (0.5 - cos(a * PI) * 0.5) * (strength * 0.4);
-}
-
 void main() {
-    float info = texture(textureWater, texcoord).x + drop(center) + drop(center2);
+    float info = texture(textureWater, texcoord).x;
+    vec2 c1 = center * 0.5 + 0.5;
+    vec2 c2 = center2 * 0.5 + 0.5;
+    float a = max(0.0, 1.0 - length(c1 - texcoord) / radius);
+    info += (0.5 - cos(a * PI) * 0.5) * (strength * 0.4);
+    a = max(0.0, 1.0 - length(c2 - texcoord) / radius);
+    info += (0.5 - cos(a * PI) * 0.5) * (strength * 0.4);
     if (info > strength) info = strength;
     outColor = info;
 }
@@ -241,8 +242,8 @@ out float outColor;
 
 void main() {
     float z1 = texture(texture1, texcoord).x;
-    float z0 = texture(texture2, texcoord).x;
     vec4 n = neighbours(texture1);
+    float z0 = texture(texture2, texcoord).x;
     outColor = Term.x * z1 + Term.y * z0 + Term.z * (n.x + n.y + n.z + n.w);
 }
 )");
