@@ -1,4 +1,7 @@
+#include "bench/BallField.h"
 #include "bench/Benchmarks.h"
+#include "bench/Operations.h"
+#include "bench/Particles.h"
 #include "headless/Pixels.h"
 #include "reference/ParticleStep.h"
 
@@ -6,7 +9,6 @@
 #include <cmath>
 #include <cstring>
 #include <iostream>
-#include <random>
 
 namespace tidalume::bench {
 namespace {
@@ -16,63 +18,65 @@ using headless::PixelArray;
 constexpr int width = 193;
 constexpr int height = 61;
 
-/// What is on every surface of a new stage, and last on framebuffer 0, after an action in one form.
-std::vector<PixelArray> drawn(Form form, const std::function<void(Stage&)>& action) {
-    const headless::HeadlessContext context(width, height);
-    Stage stage(width, height);
-    TestPeer::mMaterialSpecular(stage.water) = 0.5F;
-    glClearColor(0.25F, 0.5F, 0.75F, 0.5F);
-    glClear(GL_COLOR_BUFFER_BIT);
-    stage.use(form);
-    action(stage);
-    std::vector<PixelArray> pictures;
-    for (const Surface& surface : stage.surfaces())
-        pictures.push_back(headless::readTexture(surface.texture, surface.width, surface.height));
-    pictures.push_back(headless::readFramebuffer(width, height));
-    return pictures;
-}
-
 /// Below 1/16 the step at 1/16: the plain forms' filtered reads mix in up to 1e-5 of the neighbouring texels.
 double halfFloatStep(double value) {
     return std::ldexp(1.0, std::max(std::ilogb(value), -4) - 10);
 }
 
-/// In steps of the values' format: of half floats on the surfaces (see halfFloatStep), of 8 bits on framebuffer 0.
-double largestDifference(const std::vector<PixelArray>& a, const std::vector<PixelArray>& b) {
+double eightBitStep(double /*value*/) {
+    return 1.0 / 255.0;
+}
+
+struct Picture {
+    PixelArray pixels;
+    double (*stepAt)(double value); ///< of the format
+};
+
+/// In steps of the format, where the larger value is.
+double largestDifference(const Picture& a, const Picture& b) {
     double largest = 0.0;
-    for (size_t picture = 0; picture < a.size(); ++picture) {
-        const bool bytes = picture + 1 == a.size();
-        for (size_t i = 0; i < a[picture].rgba.size(); ++i) {
-            const double x = a[picture].rgba[i];
-            const double y = b[picture].rgba[i];
-            if (std::isnan(x) || std::isnan(y)) return HUGE_VAL;
-            const double step = bytes ? 1.0 / 255.0 : halfFloatStep(std::max(std::abs(x), std::abs(y)));
-            largest = std::max(largest, std::abs(x - y) / step);
-        }
+    for (size_t i = 0; i < a.pixels.rgba.size(); ++i) {
+        const double x = a.pixels.rgba[i];
+        const double y = b.pixels.rgba[i];
+        if (std::isnan(x) || std::isnan(y)) return HUGE_VAL;
+        largest = std::max(largest, std::abs(x - y) / a.stepAt(std::max(std::abs(x), std::abs(y))));
     }
     return largest;
 }
 
-/// Of every operation but the whole water frame, which is made of three others.
+double largestDifference(const std::vector<Picture>& a, const std::vector<Picture>& b) {
+    double largest = 0.0;
+    for (size_t i = 0; i < a.size(); ++i)
+        largest = std::max(largest, largestDifference(a[i], b[i]));
+    return largest;
+}
+
+/// What is in every texture of a new screen and on its framebuffer 0, after an operation in one form; null: none.
+std::vector<Picture> drawn(Form form, const char* operation) {
+    Screen screen(width, height);
+    glClearColor(0.25F, 0.5F, 0.75F, 0.5F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    screen.use(form);
+    if (operation) screen.operation(operation)();
+    std::vector<Picture> pictures = {{headless::readFramebuffer(width, height), eightBitStep}};
+    for (const auto& [texture, storage] : screen.targets())
+        pictures.push_back({headless::readTexture(texture, storage.width, storage.height), halfFloatStep});
+    return pictures;
+}
+
+/// Of every operation but the water frame, which is made of others.
 bool shadersAgree() {
     constexpr double oneStep = 1.01;
     bool agree = true;
-    const std::vector<PixelArray> before = drawn(Form::Library, [](Stage&) {});
-    const auto check = [&](const std::string& name, size_t index) {
-        const auto run = [index](Stage& stage) { stage.operations()[index].run(); };
-        const std::vector<PixelArray> library = drawn(Form::Library, run);
-        const double difference = largestDifference(library, drawn(Form::Plain, run));
+    const std::vector<Picture> before = drawn(Form::Library, nullptr);
+    for (const MeasuredOperation& operation : measuredOperations) {
+        if (operation.name == waterFrame) continue;
+        const std::vector<Picture> library = drawn(Form::Library, operation.name);
+        const double difference = largestDifference(library, drawn(Form::Plain, operation.name));
         const bool draws = largestDifference(library, before) > oneStep;
         agree = agree && draws && difference <= oneStep;
-        std::cout << name << ": " << (draws ? "" : "draws nothing; ") << difference << " steps apart\n";
-    };
-    std::vector<std::string> names;
-    drawn(Form::Library, [&](Stage& stage) {
-        for (const Operation& operation : stage.operations())
-            names.push_back(operation.name);
-    });
-    for (size_t i = 0; i < names.size(); ++i)
-        if (names[i].find("water frame") == std::string::npos) check(names[i], i);
+        std::cout << operation.name << ": " << (draws ? "" : "draws nothing; ") << difference << " steps apart\n";
+    }
     return agree;
 }
 
@@ -80,42 +84,35 @@ bool shadersAgree() {
 /// rounds the field with each ball, which the sum does not: 11 to 14 steps were seen for balls of 2 to 15 pixels.
 bool loopAgrees() {
     constexpr double steps = 16.0;
-    const auto field = [](const std::function<void(Stage&)>& draw) {
-        const std::vector<PixelArray> pictures = drawn(Form::Library, draw);
-        return std::vector<PixelArray>{pictures[pictures.size() - 2], pictures.back()};
+    const headless::HeadlessContext context(width, height);
+    BallField field(width, height, 64, 0.08F * width);
+    const auto read = [&]() -> Picture {
+        return {headless::readTexture(field.texture(), field.width(), field.height()), halfFloatStep};
     };
-    const std::vector<PixelArray> balls = field([](Stage& stage) {
-        stage.metaballs.addMetaballs(stage.balls.data(), static_cast<unsigned int>(stage.balls.size() / 6));
-    });
-    const double difference = largestDifference(balls, field([](Stage& stage) { stage.sumBallsInFragments(); }));
+    field.drawPoints();
+    const Picture points = read();
+    field.sumInLoop();
+    const double difference = largestDifference(points, read());
     std::cout << "loop over the balls: " << difference << " steps apart\n";
     return difference <= steps;
 }
 
-/// To the bit, also where the last particles do not fill a vector register.
+/// To the bit, also where the last particles do not fill a vector register. The first reaches an age of exactly 40.
 bool particlesAgree() {
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> any(-1000.0F, 1000.0F);
-    std::uniform_int_distribution<int> quarters(0, 320); // some reach an age of exactly 40
     bool agree = true;
-    for (const size_t count : {1U, 2U, 3U, 4U, 5U, 7U, 8U, 15U, 1000U, 65535U}) {
+    for (const int count : {1, 2, 3, 4, 5, 7, 8, 15, 1000, 65535}) {
         ParticleManager manager;
-        std::vector<Particle> literal(count);
-        for (Particle& particle : literal)
-            particle = {{any(random), any(random)},
-                        any(random),
-                        0.25F * static_cast<float>(quarters(random)),
-                        {any(random), any(random)}};
-        std::vector<Particle> byCalls = literal;
-        *manager.getParticleVector() = literal;
-        for (int step = 0; step < 100; ++step) {
+        std::vector<Particle>& particles = *manager.getParticleVector();
+        particles = manyParticles(count);
+        std::vector<Particle> literal = particles;
+        std::vector<Particle> byCalls = particles;
+        for (int step = 0; step < 200; ++step) {
             manager.step(0.25F);
             reference::plain::step(literal, 0.25F);
             reference::plain::stepByCalls(byCalls, 0.25F);
         }
         for (const auto* other : {&literal, &byCalls})
-            agree =
-                agree && std::memcmp(manager.getParticleVector()->data(), other->data(), count * sizeof(Particle)) == 0;
+            agree = agree && std::memcmp(particles.data(), other->data(), particles.size() * sizeof(Particle)) == 0;
     }
     std::cout << "ParticleManager::step: " << (agree ? "the same bits\n" : "other bits\n");
     return agree;

@@ -1,55 +1,41 @@
 #pragma once
 
+#include "bench/Measure.h"
 #include "bench/Results.h"
-#include "bench/Stage.h"
-#include "headless/HeadlessContext.h"
+#include "bench/Screen.h"
 
 #include <memory>
 
 namespace tidalume::bench {
 
-/// How long everything takes.
-struct Effort {
-    int pairs = 31;
-    double batch = 0.012; ///< seconds of one measurement
+/// One run of the benchmark: how much it measures, and what it has found so far.
+struct Run {
+    bool isWhole = true;        ///< also what takes long is measured, and the results are written
+    int pairs = 31;             ///< of measurements that are compared
+    double measurement = 0.012; ///< how long one takes, in seconds
+    Results results;
+
+    /// The screen of this size, with the library's shaders; one at a time. It takes the place of another size's.
+    Screen& screen(int width, int height);
+
+    std::unique_ptr<Screen> current;
 };
 
-/// The stage that the benchmark at hand needs, one at a time.
-class Theatre {
-  public:
-    /// The stage of this size, with framebuffer 0 of the same size.
-    Stage& stage(int width, int height);
-    /// Ends the stage and its context.
-    void close();
+// Each registers its benchmarks, which add what they find to the results.
 
-  private:
-    std::unique_ptr<headless::HeadlessContext> mContext;
-    std::unique_ptr<Stage> mStage;
-};
-
-// Each registers its benchmarks; they refer to the arguments, and add what they find to the results.
-
-void registerComparisons(Theatre& theatre, const Effort& effort, Results& results);
-void registerScaling(Theatre& theatre, const Effort& effort, Results& results);
-void registerStartUp(Theatre& theatre, const Effort& effort, Results& results);
-void registerFrameCosts(Theatre& theatre, Results& results);
-
-/// Compares what the plain forms draw and compute with what the library does from the same input, and prints the
-/// largest differences.
-/// @return  whether all are within their bounds
-bool checkForms();
-
-// These run this program again under valgrind; the two after them are what it then does.
-
-void countMatrixInstructions(Results& results);
-void countStartUpInstructions(Results& results);
-
-/// 1,000 calls each of the matrices' functions and of glm's.
-void callMatrices();
+void registerComparisons(Run& run);
+void registerScaling(Run& run);
+void registerStartUp(Run& run);
+void registerFrameCosts(Run& run);
 
 /// Seconds of the `init` calls of all effects in a new context.
 /// @param programCache    folder of the program cache; empty: it stays switched off
 /// @param acceptBinaries  whether the driver takes what the cache holds
 double timeInitCalls(const std::string& programCache, bool acceptBinaries);
+
+/// Compares what the plain forms draw and compute with what the library does from the same input, and prints the
+/// largest differences.
+/// @return  whether all are within their bounds
+bool checkForms();
 
 } // namespace tidalume::bench

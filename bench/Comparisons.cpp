@@ -1,25 +1,28 @@
+#include "bench/BallField.h"
 #include "bench/Benchmarks.h"
-#include "bench/GLReplay.h"
-#include "bench/Measure.h"
+#include "bench/Operations.h"
+#include "bench/Particles.h"
+#include "effects/comet/CometRenderer.h"
 #include "reference/CometMesh.h"
 #include "reference/ParticleStep.h"
 
-#include <benchmark/benchmark.h>
+#include <optional>
 
 namespace tidalume::bench {
 namespace {
 
-struct Sides {
-    Batch library;
-    Batch other;
-    std::optional<Batch> floor;
+/// The same done by the library and in another form, which are measured in turn.
+struct Pair {
+    Action library;
+    Action other;
+    std::optional<Action> floor = std::nullopt;
 };
 
-/// Measures the sides in turn, who begins in turn too, so that what else the machine does falls on both alike.
-Comparison measure(benchmark::State& state, const Sides& sides, double batch) {
-    const int runs = runsThatFill(sides.library, batch);
-    runsThatFill(sides.other, batch);
-    if (sides.floor) runsThatFill(*sides.floor, batch);
+/// Who begins changes too, so that what else the machine does falls on both alike.
+void measure(benchmark::State& state, const Pair& pair, double duration, Comparison& found) {
+    const int runs = runsThatFill(pair.library, duration);
+    runsThatFill(pair.other, duration);
+    if (pair.floor) runsThatFill(*pair.floor, duration);
 
     std::vector<double> library;
     std::vector<double> other;
@@ -27,149 +30,121 @@ Comparison measure(benchmark::State& state, const Sides& sides, double batch) {
     std::vector<double> floors;
     bool libraryFirst = true;
     for (auto iteration : state) {
-        if (libraryFirst) library.push_back(seconds(sides.library, runs));
-        other.push_back(seconds(sides.other, runs));
-        if (!libraryFirst) library.push_back(seconds(sides.library, runs));
-        if (sides.floor) floors.push_back(seconds(*sides.floor, runs));
+        if (libraryFirst) library.push_back(seconds(pair.library, runs));
+        other.push_back(seconds(pair.other, runs));
+        if (!libraryFirst) library.push_back(seconds(pair.library, runs));
+        if (pair.floor) floors.push_back(seconds(*pair.floor, runs));
         libraryFirst = !libraryFirst;
         ratios.push_back(library.back() / other.back());
         state.SetIterationTime(library.back());
     }
-    Comparison comparison = {};
-    comparison.library = quantile(library, 0.5);
-    comparison.other = quantile(other, 0.5);
-    comparison.ratio = quantile(ratios, 0.5);
-    comparison.lowerQuartile = quantile(ratios, 0.25);
-    comparison.upperQuartile = quantile(ratios, 0.75);
-    comparison.floor = floors.empty() ? 0.0 : quantile(floors, 0.5);
-    state.counters["library_us"] = 1e6 * comparison.library;
-    state.counters["other_us"] = 1e6 * comparison.other;
-    state.counters["ratio"] = comparison.ratio;
-    if (!floors.empty()) state.counters["floor_us"] = 1e6 * comparison.floor;
-    return comparison;
+    found.library = quantile(library, 0.5);
+    found.other = quantile(other, 0.5);
+    found.ratio = quantile(ratios, 0.5);
+    found.lowerQuartile = quantile(ratios, 0.25);
+    found.upperQuartile = quantile(ratios, 0.75);
+    if (pair.floor) found.floor = quantile(floors, 0.5);
+    state.counters["library_us"] = 1e6 * found.library;
+    state.counters["other_us"] = 1e6 * found.other;
+    state.counters["ratio"] = found.ratio;
+    if (pair.floor) state.counters["floor_us"] = 1e6 * found.floor;
 }
 
-/// What the comparison is called, and how its sides come about when its turn has come.
-struct Entry {
-    std::string operation;
-    std::string size;
-    std::string against;
-    double goal;
-    std::function<Sides()> sides;
-};
-
-void add(const Entry& entry, const Effort& effort, Results& results) {
-    const std::string name = entry.operation + (entry.size.empty() ? "" : "/" + entry.size) + "/" + entry.against;
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [=, &results](benchmark::State& state) {
-                                     Comparison comparison = measure(state, entry.sides(), effort.batch);
-                                     comparison.operation = entry.operation;
-                                     comparison.size = entry.size;
-                                     comparison.against = entry.against;
-                                     comparison.goal = entry.goal;
-                                     results.comparisons.push_back(comparison);
-                                 })
-        ->Iterations(effort.pairs)
-        ->UseManualTime()
-        ->Unit(benchmark::kMicrosecond);
+/// @param makePair  makes the pair when its turn has come
+void add(Run& run, const Comparison& row, const std::function<Pair()>& makePair) {
+    const std::string name = row.operation + (row.size.empty() ? "" : "/" + row.size) + "/" + row.against;
+    registerTimed(name, run.pairs, [=, &run](benchmark::State& state) {
+        run.results.comparisons.push_back(row);
+        measure(state, makePair(), run.measurement, run.results.comparisons.back());
+    });
 }
 
-Batch inForm(Stage& stage, Form form, const std::function<void()>& run) {
-    return {[&stage, form] { stage.use(form); }, run};
+Action inForm(Screen& screen, Form form, const std::function<void()>& action) {
+    return {[&screen, form] { screen.use(form); }, action};
 }
 
-Sides againstPlain(Stage& stage, const Operation& operation) {
-    Sides sides = {inForm(stage, Form::Library, operation.run), inForm(stage, Form::Plain, operation.run), {}};
-    if (operation.hasFloor) sides.floor = inForm(stage, Form::Floor, operation.run);
-    return sides;
+Pair againstPlain(Screen& screen, const MeasuredOperation& operation) {
+    const std::function<void()> action = screen.operation(operation.name);
+    Pair pair = {inForm(screen, Form::Library, action), inForm(screen, Form::Plain, action)};
+    if (operation.hasFloor) pair.floor = inForm(screen, Form::Floor, action);
+    return pair;
 }
 
 /// The host's side alone, on a small screen: the same shaders, drawn by the bare list of the operation's GL calls.
-Sides againstCalls(Stage& stage, const Operation& operation) {
-    if (!operation.canReplay) return againstPlain(stage, operation);
-    stage.use(Form::Library);
-    const GLCalls calls = record(operation.run);
-    return {inForm(stage, Form::Library, operation.run), inForm(stage, Form::Library, [calls] { calls.replay(); }), {}};
+Pair againstCalls(Screen& screen, const MeasuredOperation& operation) {
+    const std::function<void()> action = screen.operation(operation.name);
+    return {inForm(screen, Form::Library, action),
+            inForm(screen, Form::Library, [calls = record(action)] { calls.replay(); })};
 }
 
-Sides ballsAgainstLoop(Stage& stage, const Operation& operation) {
-    return {inForm(stage, Form::Library, operation.run),
-            inForm(stage, Form::Library, [&stage] { stage.sumBallsInFragments(); }),
-            {}};
+Pair pointsAgainstLoop(Screen& screen) {
+    const auto field =
+        std::make_shared<BallField>(screen.width(), screen.height(), 64, 0.08F * static_cast<float>(screen.width()));
+    return {inForm(screen, Form::Library, [=] { field->drawPoints(); }),
+            inForm(screen, Form::Library, [=] { field->sumInLoop(); })};
 }
 
-Sides cometMeshes(Stage& stage) {
+Pair cometMeshes(Run& run) {
     static const Vector3 path[3] = {{-1.0F, 0.3F, 0.0F}, {1.2F, 0.4F, 0.0F}, {0.3F, -0.2F, 0.0F}};
     static float vertices[909];
-    return {{[] {}, [&stage] { stage.comets.updateMesh(0.6F); }},
+    const Screen& screen = run.screen(64, 64);
+    const auto comets = std::make_shared<CometRenderer>();
+    comets->init();
+    comets->setScreenSize(screen.width(), screen.height());
+    comets->push(32.0F, 29.0F, 0);
+    comets->updateControlPoints();
+    return {{[] {}, [=] { comets->updateMesh(0.6F); }},
             {[] {},
              [] {
                  for (const float spread : {0.25F, 0.15F, 0.25F, 0.15F})
                      reference::plain::computeTailMesh(path, 540.0F, 960.0F, 0.6F, spread, vertices);
-             }},
-            {}};
+             }}};
 }
 
-Sides particleSteps(void (*plainStep)(std::vector<Particle>&, float)) {
-    std::vector<Particle> start(65535);
-    for (size_t i = 0; i < start.size(); ++i) {
-        const auto n = static_cast<float>(i);
-        start[i] = {{n, 0.5F * n}, 40.0F, 0.0005F * n, {0.001F * n, 60.0F}};
+Pair particleSteps(Run& run, void (*plainStep)(std::vector<Particle>&, float)) {
+    run.screen(64, 64); // the clock asks its driver
+    constexpr int count = 65535;
+    const auto particles = std::make_shared<std::vector<Particle>>();
+    return {particleStep(count), {[=] { *particles = manyParticles(count); }, [=] { plainStep(*particles, 0.2F); }}};
+}
+
+void addOnScreen(Run& run, int width, int height) {
+    const std::string size = std::to_string(width) + "x" + std::to_string(height);
+    for (const MeasuredOperation& operation : measuredOperations) {
+        const std::string name = operation.name;
+        const auto screen = [&run, width, height]() -> Screen& { return run.screen(width, height); };
+        if (width > 64) {
+            add(run, {name, size, "plain form", operation.goal}, [=] { return againstPlain(screen(), operation); });
+            if (name == "Metaball2DRenderer::addMetaballs, 64 balls")
+                add(run, {name, size, "loop over the balls", 0.25}, [=] { return pointsAgainstLoop(screen()); });
+        } else if (operation.canReplay) {
+            add(run, {name, size, "its GL calls alone", 1.10}, [=] { return againstCalls(screen(), operation); });
+        } else {
+            add(run, {name, size, "plain form", 1.10}, [=] { return againstPlain(screen(), operation); });
+        }
     }
-    const auto manager = std::make_shared<ParticleManager>();
-    const auto particles = std::make_shared<std::vector<Particle>>(start);
-    return {{[=] { *manager->getParticleVector() = start; }, [=] { manager->step(0.2F); }},
-            {[=] { *particles = start; }, [=] { plainStep(*particles, 0.2F); }},
-            {}};
 }
 
 } // namespace
 
-void registerComparisons(Theatre& theatre, const Effort& effort, Results& results) {
-    const auto size = [](int width, int height) { return std::to_string(width) + "x" + std::to_string(height); };
-    const size_t count = theatre.stage(64, 64).operations().size();
-    for (const auto& [width, height] : {std::pair{540, 960}, {1080, 1920}, {64, 64}}) {
-        const bool small = width == 64;
-        for (size_t i = 0; i < count; ++i) {
-            const auto operation = [&theatre, w = width, h = height, i] { return theatre.stage(w, h).operations()[i]; };
-            const Operation now = theatre.stage(64, 64).operations()[i];
-            const double goal = small ? 1.10 : now.goal;
-            const bool replays = small && now.canReplay;
-            add({now.name, size(width, height), replays ? "its GL calls alone" : "plain form", goal,
-                 [&theatre, operation, small, w = width, h = height] {
-                     Stage& stage = theatre.stage(w, h);
-                     return small ? againstCalls(stage, operation()) : againstPlain(stage, operation());
-                 }},
-                effort, results);
-            if (small || now.name.find("64 balls") == std::string::npos) continue;
-            add({now.name, size(width, height), "loop over the balls", 0.25,
-                 [&theatre, operation, w = width, h = height] {
-                     return ballsAgainstLoop(theatre.stage(w, h), operation());
-                 }},
-                effort, results);
-        }
-    }
-    add({"CometRenderer::updateMesh", "", "plain form", 0.20,
-         [&theatre] { return cometMeshes(theatre.stage(64, 64)); }},
-        effort, results);
+void registerComparisons(Run& run) {
+    addOnScreen(run, 540, 960);
+    addOnScreen(run, 1080, 1920);
+    addOnScreen(run, 64, 64);
+    add(run, {"CometRenderer::updateMesh", "", "plain form", 0.20}, [&run] { return cometMeshes(run); });
     const std::string particles = "ParticleManager::step, 65,535 particles";
-    add({particles, "", "plain form", 0.75, [] { return particleSteps(reference::plain::step); }}, effort, results);
-    add({particles, "", "plain form, by calls", 0.0, [] { return particleSteps(reference::plain::stepByCalls); }},
-        effort, results);
+    add(run, {particles, "", "plain form", 0.75}, [&run] { return particleSteps(run, reference::plain::step); });
+    add(run, {particles, "", "plain form, by calls", 0.0},
+        [&run] { return particleSteps(run, reference::plain::stepByCalls); });
 }
 
-Stage& Theatre::stage(int width, int height) {
-    if (mStage && mStage->width() == width && mStage->height() == height) return *mStage;
-    mStage.reset();
-    if (!mContext) mContext = std::make_unique<headless::HeadlessContext>(width, height);
-    mContext->resize(width, height);
-    mStage = std::make_unique<Stage>(width, height);
-    return *mStage;
-}
-
-void Theatre::close() {
-    mStage.reset();
-    mContext.reset();
+Screen& Run::screen(int width, int height) {
+    if (!current || current->width() != width || current->height() != height) {
+        current.reset();
+        current = std::make_unique<Screen>(width, height);
+    }
+    current->use(Form::Library);
+    return *current;
 }
 
 } // namespace tidalume::bench

@@ -1,5 +1,4 @@
 #include "bench/Benchmarks.h"
-#include "bench/GLReplay.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,36 +23,23 @@ COUNT(_ZnamRKSt9nothrow_t, (size_t size, const void* tag), (size, tag))
 
 namespace tidalume::bench {
 
-/// After a first frame, in which whatever grows has grown.
-void registerFrameCosts(Theatre& theatre, Results& results) {
+/// On a screen where everything has been drawn before: whatever grows has grown.
+void registerFrameCosts(Run& run) {
     benchmark::RegisterBenchmark("frame of all effects", [&](benchmark::State& state) {
-        Stage& stage = theatre.stage(64, 64);
-        std::vector<std::function<void()>> actions = {[&] { stage.particles.render(20.0F, 5.0F); },
-                                                      [&] { stage.comets.push(20.0F, 30.0F, 0); },
-                                                      [&] { stage.threeBuffers.update(); }};
-        for (const Operation& operation : stage.operations())
-            actions.push_back(operation.run);
+        const Screen& screen = run.screen(64, 64);
         const auto frame = [&] {
-            for (const auto& action : actions)
-                action();
+            for (const Operation& operation : screen.operations())
+                operation.run();
         };
-        for (const int frames : {500, 0}) { // the second time the array of the particles is large enough
-            stage.particles.push(20.0F, 20.0F, 0);
-            stage.particles.push(40.0F, 40.0F, 7);
-            for (int i = 0; i < frames; ++i)
-                stage.particles.update();
-        }
-        frame();
-
         int count = 0;
         allocations = &count;
         for (auto iteration : state)
             frame();
         allocations = nullptr;
 
-        results.frame = {count, record(frame).transfers};
-        state.counters["allocations"] = results.frame->allocations;
-        state.counters["transfers"] = results.frame->transfers;
+        run.results.frame = {count, record(frame).transfers};
+        state.counters["allocations"] = run.results.frame->allocations;
+        state.counters["transfers"] = run.results.frame->transfers;
     })->Iterations(FrameCosts::frames);
 }
 

@@ -2,8 +2,6 @@
 
 #include "testing/DriversOwn.h"
 
-#include <GLES3/gl3.h>
-
 namespace tidalume::bench {
 namespace {
 
@@ -35,22 +33,24 @@ void acceptProgramBinaries(bool accept) {
 
 } // namespace tidalume::bench
 
+using tidalume::bench::acceptsProgramBinaries;
 using tidalume::bench::note;
+using tidalume::bench::recording;
 
 extern "C" {
 
 #define PASS_ON(result, function, parameters, arguments)                                                               \
     result function parameters {                                                                                       \
         static const auto real = DRIVERS_OWN(function);                                                                \
-        if (tidalume::bench::recording) note([=] { real arguments; });                                                 \
+        if (recording) note([=] { real arguments; });                                                                  \
         return real arguments;                                                                                         \
     }
 
-/// Counted, not noted down: what the effects draw with is there before.
+/// Counted, not noted down: operations draw with what is there before.
 #define TRANSFER(result, function, parameters, arguments)                                                              \
     result function parameters {                                                                                       \
         static const auto real = DRIVERS_OWN(function);                                                                \
-        if (tidalume::bench::recording) ++tidalume::bench::recording->transfers;                                       \
+        if (recording) ++recording->transfers;                                                                         \
         return real arguments;                                                                                         \
     }
 
@@ -61,7 +61,7 @@ extern "C" {
 #define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \
     void function parameters {                                                                                         \
         static const auto real = DRIVERS_OWN(function);                                                                \
-        if (tidalume::bench::recording) {                                                                              \
+        if (recording) {                                                                                               \
             note([=, copy = std::vector<GLfloat>(data, data + (floats))] {                                             \
                 const GLfloat* data = copy.data();                                                                     \
                 real arguments;                                                                                        \
@@ -80,51 +80,52 @@ PASS_ON(GLint, glGetUniformLocation, (GLuint program, const GLchar* name), (prog
 PASS_ON(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value))
 PASS_ON(void, glUseProgram, (GLuint program), (program))
 
-TRANSFER(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
-         (target, size, data, usage))
-TRANSFER(void, glBufferSubData, (GLenum target, GLintptr offset, GLsizeiptr size, const void* data),
-         (target, offset, size, data))
+// Their parameters are named by the first letters.
+TRANSFER(void, glBufferData, (GLenum t, GLsizeiptr s, const void* d, GLenum u), (t, s, d, u))
+TRANSFER(void, glBufferSubData, (GLenum t, GLintptr o, GLsizeiptr s, const void* d), (t, o, s, d))
 TRANSFER(void, glCompressedTexImage2D,
-         (GLenum target, GLint level, GLenum internal, GLsizei w, GLsizei h, GLint border, GLsizei size,
-          const void* data),
-         (target, level, internal, w, h, border, size, data))
+         (GLenum t, GLint l, GLenum f, GLsizei w, GLsizei h, GLint b, GLsizei s, const void* d),
+         (t, l, f, w, h, b, s, d))
 TRANSFER(void, glCompressedTexImage3D,
-         (GLenum target, GLint level, GLenum internal, GLsizei w, GLsizei h, GLsizei d, GLint border, GLsizei size,
-          const void* data),
-         (target, level, internal, w, h, d, border, size, data))
+         (GLenum t, GLint l, GLenum f, GLsizei w, GLsizei h, GLsizei z, GLint b, GLsizei s, const void* d),
+         (t, l, f, w, h, z, b, s, d))
 TRANSFER(void, glCompressedTexSubImage2D,
-         (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLsizei size,
-          const void* data),
-         (target, level, x, y, w, h, format, size, data))
+         (GLenum t, GLint l, GLint x, GLint y, GLsizei w, GLsizei h, GLenum f, GLsizei s, const void* d),
+         (t, l, x, y, w, h, f, s, d))
 TRANSFER(void, glCompressedTexSubImage3D,
-         (GLenum target, GLint level, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei d, GLenum format,
-          GLsizei size, const void* data),
-         (target, level, x, y, z, w, h, d, format, size, data))
-TRANSFER(void*, glMapBufferRange, (GLenum target, GLintptr offset, GLsizeiptr length, GLbitfield access),
-         (target, offset, length, access))
-TRANSFER(void, glReadPixels, (GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLenum type, void* data),
-         (x, y, w, h, format, type, data))
-TRANSFER(void, glTexImage2D,
-         (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border, GLenum format, GLenum type,
-          const void* data),
-         (target, level, internal, w, h, border, format, type, data))
+         (GLenum t, GLint l, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei n, GLenum f, GLsizei s,
+          const void* d),
+         (t, l, x, y, z, w, h, n, f, s, d))
+TRANSFER(void*, glMapBufferRange, (GLenum t, GLintptr o, GLsizeiptr l, GLbitfield a), (t, o, l, a))
+TRANSFER(void, glReadPixels, (GLint x, GLint y, GLsizei w, GLsizei h, GLenum f, GLenum t, void* d),
+         (x, y, w, h, f, t, d))
 TRANSFER(void, glTexImage3D,
-         (GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLsizei d, GLint border, GLenum format,
-          GLenum type, const void* data),
-         (target, level, internal, w, h, d, border, format, type, data))
+         (GLenum t, GLint l, GLint i, GLsizei w, GLsizei h, GLsizei z, GLint b, GLenum f, GLenum p, const void* d),
+         (t, l, i, w, h, z, b, f, p, d))
 TRANSFER(void, glTexSubImage2D,
-         (GLenum target, GLint level, GLint x, GLint y, GLsizei w, GLsizei h, GLenum format, GLenum type,
-          const void* data),
-         (target, level, x, y, w, h, format, type, data))
+         (GLenum t, GLint l, GLint x, GLint y, GLsizei w, GLsizei h, GLenum f, GLenum p, const void* d),
+         (t, l, x, y, w, h, f, p, d))
 TRANSFER(void, glTexSubImage3D,
-         (GLenum target, GLint level, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei d, GLenum format,
-          GLenum type, const void* data),
-         (target, level, x, y, z, w, h, d, format, type, data))
+         (GLenum t, GLint l, GLint x, GLint y, GLint z, GLsizei w, GLsizei h, GLsizei n, GLenum f, GLenum p,
+          const void* d),
+         (t, l, x, y, z, w, h, n, f, p, d))
 
+void glTexImage2D(GLenum target, GLint level, GLint internal, GLsizei w, GLsizei h, GLint border, GLenum format,
+                  GLenum type, const void* data) {
+    static const auto real = DRIVERS_OWN(glTexImage2D);
+    real(target, level, internal, w, h, border, format, type, data);
+    if (!recording) return;
+    ++recording->transfers;
+    GLint texture = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture);
+    if (type == GL_HALF_FLOAT) recording->storages[static_cast<GLuint>(texture)] = {format, w, h};
+}
+
+/// Accepted, its format is the driver's own.
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {
     static const auto real = DRIVERS_OWN(glProgramBinary);
     GLint formats[8] = {};
-    if (tidalume::bench::acceptsProgramBinaries) glGetIntegerv(GL_PROGRAM_BINARY_FORMATS, formats);
+    if (acceptsProgramBinaries) glGetIntegerv(GL_PROGRAM_BINARY_FORMATS, formats);
     real(program, formats[0] ? static_cast<GLenum>(formats[0]) : format, binary, length);
 }
 

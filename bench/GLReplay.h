@@ -1,15 +1,26 @@
 #pragma once
 
+#include <GLES3/gl3.h>
+
 #include <functional>
+#include <map>
 #include <vector>
 
-/// Stands in front of the GL entry points that the effects call while they draw, and can note the calls down.
+/// Stands in front of the GL entry points that the effects call, and can note the calls down.
 namespace tidalume::bench {
 
-/// Calls with their arguments; the data of uniforms is copied, vertices stay where they are.
+/// What a texture of half floats holds: its format, GL_RG for instance, and its size in texels.
+struct Storage {
+    GLenum format;
+    int width;
+    int height;
+};
+
+/// What an action did. The data of uniforms is copied, vertices stay where they are.
 struct GLCalls {
-    std::vector<std::function<void()>> calls;
-    int transfers = 0; ///< calls that upload, make storage or read back
+    std::vector<std::function<void()>> calls; ///< those that draw, with their arguments
+    std::map<GLuint, Storage> storages;       ///< by texture
+    int transfers = 0;                        ///< calls that upload, make storage or read back
 
     /// Makes the calls again, straight one after another.
     void replay() const;

@@ -14,7 +14,8 @@ bool drawsOnProcessor() {
     return renderer.find("llvmpipe") != std::string::npos || renderer.find("softpipe") != std::string::npos;
 }
 
-double seconds(const std::function<void()>& action, int runs) {
+double seconds(const Action& action, int runs) {
+    action.prepare();
     const clockid_t clock = drawsOnProcessor() ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC;
     const auto now = [clock] {
         timespec time = {};
@@ -24,42 +25,36 @@ double seconds(const std::function<void()>& action, int runs) {
     glFinish();
     const double start = now();
     for (int i = 0; i < runs; ++i)
-        action();
+        action.run();
     glFinish();
     return (now() - start) / runs;
 }
 
-double seconds(const Batch& batch, int runs) {
-    batch.prepare();
-    return seconds(batch.run, runs);
+int runsThatFill(const Action& action, double duration) {
+    seconds(action, 1); // the first run of a program compiles it
+    const double once = std::max(seconds(action, 3), 1e-8);
+    return std::clamp(static_cast<int>(std::lround(duration / once)), 1, 100000);
 }
 
-int runsThatFill(const Batch& batch, double duration) {
-    seconds(batch, 1); // the first run of a program compiles it
-    const double once = std::max(seconds(batch, 3), 1e-8);
-    return std::clamp(static_cast<int>(std::lround(duration / once)), 1, 100000);
+void registerTimed(const std::string& name, int iterations, const std::function<void(benchmark::State&)>& body) {
+    benchmark::RegisterBenchmark(name.c_str(), body)
+        ->Iterations(iterations)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond);
+}
+
+double median(benchmark::State& state, const std::function<double()>& measureOnce) {
+    std::vector<double> times;
+    for (auto iteration : state) {
+        times.push_back(measureOnce());
+        state.SetIterationTime(times.back());
+    }
+    return quantile(times, 0.5);
 }
 
 double quantile(std::vector<double> values, double share) {
     std::sort(values.begin(), values.end());
     return values[static_cast<size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
-}
-
-double exponent(const std::vector<double>& x, const std::vector<double>& y) {
-    const auto count = static_cast<double>(x.size());
-    double sumX = 0.0;
-    double sumY = 0.0;
-    double sumXX = 0.0;
-    double sumXY = 0.0;
-    for (size_t i = 0; i < x.size(); ++i) {
-        const double lx = std::log(x[i]);
-        const double ly = std::log(y[i]);
-        sumX += lx;
-        sumY += ly;
-        sumXX += lx * lx;
-        sumXY += lx * ly;
-    }
-    return (count * sumXY - sumX * sumY) / (count * sumXX - sumX * sumX);
 }
 
 } // namespace tidalume::bench

@@ -11,13 +11,13 @@ struct Comparison {
     std::string operation;
     std::string size; ///< of the screen; empty where there is none
     std::string against;
-    double library; ///< median seconds
-    double other;
-    double ratio; ///< median of the pairs' ratios
-    double lowerQuartile;
-    double upperQuartile;
-    double goal;  ///< largest ratio; 0: none was set
-    double floor; ///< median seconds; 0: none was measured
+    double goal;          ///< largest ratio; 0: none is set
+    double library = 0.0; ///< median seconds
+    double other = 0.0;
+    double floor = 0.0; ///< 0: none was measured
+    double ratio = 0.0; ///< median of the pairs' ratios
+    double lowerQuartile = 0.0;
+    double upperQuartile = 0.0;
 };
 
 /// The cost of an operation against one number.
@@ -35,11 +35,6 @@ struct StartUp {
     double instructions; ///< 0: not counted
 };
 
-struct InstructionCount {
-    std::string name;
-    double instructions;
-};
-
 /// What frames of all effects do beside drawing.
 struct FrameCosts {
     static constexpr int frames = 100;
@@ -53,7 +48,6 @@ struct Results {
     std::vector<Comparison> comparisons;
     std::vector<Series> series;
     std::vector<StartUp> startUps;
-    std::vector<InstructionCount> matrices; ///< of 1,000 calls, each followed by glm's
     std::optional<FrameCosts> frame;
 };
 

@@ -1,93 +1,77 @@
+#include "bench/BallField.h"
 #include "bench/Benchmarks.h"
-#include "bench/Measure.h"
+#include "bench/Particles.h"
+#include "effects/water/ShallowWaterIterative.h"
 
 #include <algorithm>
-#include <benchmark/benchmark.h>
-#include <memory>
-#include <stdexcept>
 
 namespace tidalume::bench {
 namespace {
 
-/// An operation and the number that its cost is looked at against.
+/// An operation and the number that its cost depends on.
 struct Variation {
     std::string operation;
     std::string variable;
     std::vector<int> values;
-    std::function<Batch(Theatre&, int value)> batch;
+    std::function<Action(Run&, int value)> action;
 };
 
-/// Of a screen of so many pixels, a power of 4: one of the operations that fill it.
-std::function<Batch(Theatre&, int)> onScreen(const std::string& name) {
-    return [name](Theatre& theatre, int pixels) -> Batch {
-        int side = 1;
-        while (side * side < pixels)
-            side *= 2;
-        for (const Operation& operation : theatre.stage(side, side).operations()) {
-            if (operation.name == name) return {[] {}, operation.run};
-        }
-        throw std::logic_error("no operation " + name);
-    };
+/// One of the operations that fill a screen, of so many pixels: a power of 4.
+Variation onScreen(const std::string& name) {
+    return {name, "pixels", {1 << 14, 1 << 16, 1 << 18, 1 << 20}, [name](Run& run, int pixels) -> Action {
+                int side = 1;
+                while (side * side < pixels)
+                    side *= 2;
+                return {[] {}, run.screen(side, side).operation(name)};
+            }};
 }
 
-std::vector<Variation> variations() {
-    const std::vector<int> pixels = {1 << 14, 1 << 16, 1 << 18, 1 << 20};
-    std::vector<Variation> all;
-    for (const char* name : {"ShallowWaterIterative::update, a pass", "ShallowWater::update, a step",
-                             "NormalMapBuilder::build", "ShallowWaterRenderer::render", "Metaball2DRenderer::render",
-                             "VectorGraphicRenderer::renderRadialGradient"}) {
-        all.push_back({name, "pixels", pixels, onScreen(name)});
-    }
-    all.push_back({"Metaball2DRenderer::addMetaballs", "balls", {16, 64, 256, 1024}, [](Theatre& theatre, int balls) {
-                       Stage& stage = theatre.stage(540, 960);
-                       stage.setBalls(balls, 20.0F);
-                       return Batch{[] {},
-                                    [&stage, balls] {
-                                        stage.metaballs.addMetaballs(stage.balls.data(),
-                                                                     static_cast<unsigned int>(balls));
-                                    }};
-                   }});
-    all.push_back({"ShallowWaterIterative::update", "iterations", {1, 2, 4, 8, 16}, [](Theatre& theatre, int passes) {
-                       Stage& stage = theatre.stage(540, 960);
-                       return Batch{[] {},
-                                    [&stage, passes] {
-                                        stage.iterative.setIterationCount(passes);
-                                        stage.iterative.update();
-                                    }};
-                   }});
-    all.push_back(
-        {"ParticleManager::step", "particles", {1 << 10, 1 << 12, 1 << 14, 1 << 16}, [](Theatre&, int count) {
-             const auto manager = std::make_shared<ParticleManager>();
-             // Anew in each batch: velocities come to denormal numbers, which cost more, in 50,000 steps.
-             const std::vector<Particle> start(static_cast<size_t>(count), {{0.0F, 0.0F}, 40.0F, 0.0F, {50.0F, 60.0F}});
-             return Batch{[=] { *manager->getParticleVector() = start; }, [=] { manager->step(0.2F); }};
-         }});
-    return all;
+Action addMetaballs(Run& run, int count) {
+    const Screen& screen = run.screen(540, 960);
+    const auto field = std::make_shared<BallField>(screen.width(), screen.height(), count, 20.0F);
+    return {[] {}, [=] { field->drawPoints(); }};
 }
+
+Action iterate(Run& run, int count) {
+    const Screen& screen = run.screen(540, 960);
+    const auto water = std::make_shared<ShallowWaterIterative>();
+    water->init();
+    water->setScreenSize(screen.width(), screen.height());
+    water->setIterationCount(count);
+    return {[] {}, [=] { water->update(); }};
+}
+
+Action stepParticles(Run& run, int count) {
+    run.screen(64, 64); // the clock asks its driver
+    return particleStep(count);
+}
+
+const Variation variations[] = {
+    onScreen("ShallowWaterIterative::update, a pass"),
+    onScreen("ShallowWater::update, a step"),
+    onScreen("NormalMapBuilder::build"),
+    onScreen("ShallowWaterRenderer::render"),
+    onScreen("Metaball2DRenderer::render"),
+    onScreen("VectorGraphicRenderer::renderRadialGradient"),
+    {"Metaball2DRenderer::addMetaballs", "balls", {16, 64, 256, 1024}, addMetaballs},
+    {"ShallowWaterIterative::update", "iterations", {1, 2, 4, 8, 16}, iterate},
+    {"ParticleManager::step", "particles", {1 << 10, 1 << 12, 1 << 14, 1 << 16}, stepParticles},
+};
 
 } // namespace
 
-void registerScaling(Theatre& theatre, const Effort& effort, Results& results) {
-    for (const Variation& variation : variations()) {
-        results.series.push_back({variation.operation, variation.variable, {}, {}});
+void registerScaling(Run& run) {
+    for (const Variation& variation : variations) {
+        const size_t series = run.results.series.size();
+        run.results.series.push_back({variation.operation, variation.variable, {}, {}});
         for (const int value : variation.values) {
             const std::string name = variation.operation + "/" + std::to_string(value) + " " + variation.variable;
-            benchmark::RegisterBenchmark(
-                name.c_str(),
-                [=, &theatre, &results, series = results.series.size() - 1](benchmark::State& state) {
-                    const Batch batch = variation.batch(theatre, value);
-                    const int runs = runsThatFill(batch, effort.batch);
-                    std::vector<double> times;
-                    for (auto iteration : state) {
-                        times.push_back(seconds(batch, runs));
-                        state.SetIterationTime(times.back());
-                    }
-                    results.series[series].values.push_back(value);
-                    results.series[series].seconds.push_back(quantile(times, 0.5));
-                })
-                ->Iterations(std::max(1, effort.pairs / 2))
-                ->UseManualTime()
-                ->Unit(benchmark::kMicrosecond);
+            registerTimed(name, std::max(1, run.pairs / 2), [&, value, series](benchmark::State& state) {
+                const Action action = variation.action(run, value);
+                const int runs = runsThatFill(action, run.measurement);
+                run.results.series[series].values.push_back(value);
+                run.results.series[series].seconds.push_back(median(state, [&] { return seconds(action, runs); }));
+            });
         }
     }
 }

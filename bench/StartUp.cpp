@@ -1,43 +1,22 @@
 #include "bench/Benchmarks.h"
-#include "bench/Child.h"
-#include "bench/GLReplay.h"
-#include "bench/Measure.h"
 #include "foundation/GlobalProperty.h"
 #include "testing/TemporaryFolder.h"
 
-#include <benchmark/benchmark.h>
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
 #include <valgrind/callgrind.h>
 
 namespace tidalume::bench {
 namespace {
 
-struct Effects {
-    Metaball2DRenderer metaballs;
-    IntensityMapBuilder intensity;
-    NormalMapBuilder normals;
-    ShallowWaterIterative iterative;
-    ShallowWater threeBuffers;
-    ShallowWaterRenderer water;
-    VectorGraphicRenderer graphics;
-    CometRenderer comets;
-
-    void init() {
-        metaballs.init(1.0F);
-        intensity.init();
-        normals.init();
-        iterative.init();
-        threeBuffers.init();
-        water.init();
-        graphics.init();
-        comets.init();
-    }
-};
-
 struct Start {
     const char* name;
     bool cached;         ///< the program cache is switched on, and filled
-    const char* options; ///< of the child
+    const char* options; ///< of the program that starts
 };
 
 constexpr Start starts[] = {
@@ -46,12 +25,48 @@ constexpr Start starts[] = {
     {"from the cache, which the driver rejects", true, ""},
 };
 
-/// Every start is a process of its own with an empty driver cache: Mesa keeps the first one's until the process ends,
-/// and without it, it has no program binaries either.
-std::string startOnce(const Start& start, const test::TemporaryFolder& programs, const std::string& tool) {
+/// What a command prints; throws std::runtime_error where it fails.
+std::string outputOf(const std::string& command) {
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) throw std::runtime_error("cannot run " + command);
+    std::string output;
+    char buffer[256];
+    while (std::fgets(buffer, sizeof(buffer), pipe))
+        output += buffer;
+    if (pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
+    return output;
+}
+
+/// Every start is this program in a process of its own with an empty driver cache: Mesa keeps the first one's until the
+/// process ends, and without it, it has no program binaries either.
+/// @param tool  empty, or what runs the program
+/// @return      seconds
+double startOnce(const Start& start, const test::TemporaryFolder& programs, const std::string& tool = "") {
     const test::TemporaryFolder driverCache;
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe");
     const std::string cache = start.cached ? " --program-cache '" + programs.path() + "' " : " ";
-    return runSelf("MESA_SHADER_CACHE_DIR='" + driverCache.path() + "' " + tool, "--start-up" + cache + start.options);
+    return std::stod(outputOf("MESA_SHADER_CACHE_DIR='" + driverCache.path() + "' " + tool + " '" + self +
+                              "' --start-up" + cache + start.options));
+}
+
+/// In the first dump of callgrind.
+double instructions(const std::string& callgrindOut) {
+    const std::string key = "totals: ";
+    std::ifstream file(callgrindOut + ".1");
+    for (std::string line; std::getline(file, line);)
+        if (line.rfind(key, 0) == 0) return std::stod(line.substr(key.size()));
+    throw std::runtime_error("no instructions were counted in " + callgrindOut);
+}
+
+/// Counts under valgrind. The driver takes only what it has written on the same processor, and valgrind's is another.
+double countInstructions(const Start& start) {
+    const test::TemporaryFolder programs;
+    const test::TemporaryFolder counts;
+    const std::string out = counts.path() + "/callgrind.out";
+    const std::string callgrind = "valgrind --tool=callgrind --log-file=/dev/null --callgrind-out-file='" + out + "'";
+    if (start.cached) startOnce(start, programs, callgrind);
+    startOnce(start, programs, callgrind);
+    return instructions(out);
 }
 
 } // namespace
@@ -61,47 +76,27 @@ double timeInitCalls(const std::string& programCache, bool acceptBinaries) {
     std::snprintf(GlobalProperty::ROOT_DIR, sizeof(GlobalProperty::ROOT_DIR), "%s/", programCache.c_str());
     acceptProgramBinaries(acceptBinaries);
     const headless::HeadlessContext context(64, 64);
-    Effects effects;
-    return seconds(
-        [&] {
-            CALLGRIND_ZERO_STATS;
-            effects.init();
-            CALLGRIND_DUMP_STATS_AT("start-up");
-        },
-        1);
+    std::vector<AnyEffect> effects;
+    for (const EffectCase& effectCase : effectCases())
+        effects.push_back(effectCase.make());
+    const auto init = [&] {
+        CALLGRIND_ZERO_STATS;
+        for (const AnyEffect& effect : effects)
+            effect.init();
+        CALLGRIND_DUMP_STATS;
+    };
+    return seconds({[] {}, init}, 1);
 }
 
-void registerStartUp(Theatre& theatre, const Effort& effort, Results& results) {
+void registerStartUp(Run& run) {
     for (const Start& start : starts) {
-        benchmark::RegisterBenchmark((std::string("start-up/") + start.name).c_str(),
-                                     [&](benchmark::State& state) {
-                                         theatre.close();
-                                         const test::TemporaryFolder programs;
-                                         if (start.cached) startOnce(start, programs, "");
-                                         std::vector<double> times;
-                                         for (auto iteration : state) {
-                                             times.push_back(std::stod(startOnce(start, programs, "")));
-                                             state.SetIterationTime(times.back());
-                                         }
-                                         results.startUps.push_back({start.name, quantile(times, 0.5), 0.0});
-                                     })
-            ->Iterations(std::max(1, effort.pairs / 2))
-            ->UseManualTime()
-            ->Unit(benchmark::kMillisecond);
-    }
-}
-
-void countStartUpInstructions(Results& results) {
-    for (StartUp& found : results.startUps) {
-        const auto* start =
-            std::find_if(std::begin(starts), std::end(starts), [&](const Start& s) { return s.name == found.name; });
-        const test::TemporaryFolder programs;
-        const test::TemporaryFolder counts;
-        // The driver takes only what it has written on the same processor, and valgrind's is another.
-        if (start->cached) startOnce(*start, programs, callgrind(counts.path()));
-        startOnce(*start, programs, callgrind(counts.path()));
-        for (const InstructionCount& count : readCounts(counts.path()))
-            found.instructions = count.instructions;
+        registerTimed(std::string("start-up/") + start.name, std::max(1, run.pairs / 2), [&](benchmark::State& state) {
+            run.current.reset();
+            const test::TemporaryFolder programs;
+            if (start.cached) startOnce(start, programs);
+            const double time = median(state, [&] { return startOnce(start, programs); });
+            run.results.startUps.push_back({start.name, time, run.isWhole ? countInstructions(start) : 0.0});
+        });
     }
 }
 

@@ -1,5 +1,4 @@
 #include "bench/Benchmarks.h"
-#include "bench/Measure.h"
 #include "bench/Report.h"
 #include "commandline/Parse.h"
 
@@ -22,7 +21,6 @@ struct Options {
     std::optional<std::string> filter;
     bool quick = false;
     bool check = false;
-    bool matrices = false;
     bool startUp = false;
     std::string programCache;
     bool acceptBinaries = false;
@@ -42,41 +40,34 @@ void initializeBenchmarks(const std::string& argument) {
     benchmark::Initialize(&count, pointers);
 }
 
-/// Only a whole measurement is written: figures of another would take the place of better ones.
+/// Only a whole run is written: figures of another would take the place of better ones.
 void runBenchmarks(const Options& options) {
-    const bool whole = !options.filter && !options.quick;
-    if (whole) {
-        std::filesystem::create_directories(options.out);
-        initializeBenchmarks("--benchmark_out=" + options.out + "/results.json");
-    } else {
-        initializeBenchmarks("--benchmark_filter=" + options.filter.value_or("."));
-    }
-
-    const Effort effort = options.quick ? Effort{1, 0.0} : Effort{};
-    Theatre theatre;
-    Results results;
+    Run run;
+    run.isWhole = !options.filter && !options.quick;
+    if (options.quick) run.pairs = 1;
+    if (options.quick) run.measurement = 0.0;
+    if (run.isWhole) std::filesystem::create_directories(options.out);
+    initializeBenchmarks(run.isWhole ? "--benchmark_out=" + options.out + "/results.json"
+                                     : "--benchmark_filter=" + options.filter.value_or("."));
     {
         const headless::HeadlessContext context(1, 1);
-        results.driver = context.driver();
-        results.clock = drawsOnProcessor() ? "processor time of all threads" : "wall-clock time";
+        run.results.driver = context.driver();
+        run.results.clock = drawsOnProcessor() ? "processor time of all threads" : "wall-clock time";
     }
-    benchmark::AddCustomContext("driver", results.driver);
-    std::cout << "Driver: " << results.driver << "\n";
-    registerComparisons(theatre, effort, results);
-    registerScaling(theatre, effort, results);
-    registerFrameCosts(theatre, results);
-    registerStartUp(theatre, effort, results);
+    benchmark::AddCustomContext("driver", run.results.driver);
+    std::cout << "Driver: " << run.results.driver << "\n";
+    registerComparisons(run);
+    registerScaling(run);
+    registerFrameCosts(run);
+    registerStartUp(run);
     if (benchmark::RunSpecifiedBenchmarks() == 0)
         throw std::runtime_error("--filter matches no benchmark: '" + *options.filter + "'");
-    theatre.close();
 
-    if (whole) {
-        countMatrixInstructions(results);
-        countStartUpInstructions(results);
-        write(options.out + "/tables.md", markdownTables(results));
-        write(options.out + "/scaling.svg", scalingPlot(results));
-    }
-    std::cout << markdownTables(results);
+    const std::string tables = markdownTables(run.results);
+    std::cout << tables;
+    if (!run.isWhole) return;
+    write(options.out + "/tables.md", tables);
+    write(options.out + "/scaling.svg", scalingPlot(run.results));
 }
 
 /// Accepts what the benchmark library takes for a filter.
@@ -105,7 +96,6 @@ int run(int argc, char** argv) {
     app.add_flag("--check", options.check,
                  "Measure nothing; compare what the plain forms draw with what Tidalume draws");
     // What this program runs itself with; an empty group keeps them out of the help.
-    app.add_flag("--matrices", options.matrices)->group("");
     app.add_flag("--start-up", options.startUp)->group("");
     app.add_option("--program-cache", options.programCache)->group("");
     app.add_flag("--accept-binaries", options.acceptBinaries)->group("");
@@ -113,9 +103,7 @@ int run(int argc, char** argv) {
 
     __android_log_set_logger([](const __android_logger_data*, const char*) {});
     if (options.check) return checkForms() ? 0 : 1;
-    if (options.matrices) {
-        callMatrices();
-    } else if (options.startUp) {
+    if (options.startUp) {
         std::cout << timeInitCalls(options.programCache, options.acceptBinaries) << "\n";
     } else {
         runBenchmarks(options);

@@ -2,6 +2,8 @@
 
 #include "shaders/Common.h"
 
+#include <vector>
+
 /// What the library's shaders are measured against, with the same prologue, uniforms and attributes.
 ///
 /// Plain forms compute every formula where and as it is written down. Floors write to the same targets and read the
@@ -20,52 +22,50 @@ namespace plain {
 using shaders::join;
 using shaders::prologue;
 
-inline constexpr char quadMain[] = R"(
-layout(location = 0) in vec3 vertices;
+// Quads
+
+/// Hands on the corner, in the units of the vertices, and the place on the target, (0, 0) at its lower-left corner.
+inline constexpr char place[] = R"(
 out vec3 position;
 out vec2 texcoord;
 
-void main() {
-    vec4 p = vec4(vertices, 1.0) * matrixMVP;
+void place(vec3 corner, mat4 toTarget) {
+    vec4 p = vec4(corner, 1.0) * toTarget;
     p = p / p.w;
-    position = vertices;
+    position = corner;
     texcoord = p.xy * 0.5 + 0.5;
     gl_Position = p;
 }
 )";
 
-inline constexpr auto quad = join(prologue, "uniform mat4 matrixMVP;", quadMain);
-
-inline constexpr auto texturedQuad = join(prologue, R"(
+inline constexpr auto quad = join(prologue, place, R"(
 uniform mat4 matrixMVP;
 layout(location = 0) in vec3 vertices;
-layout(location = 1) in vec2 texcoords;
-out vec3 position;
-out vec2 texcoord;
-out vec2 texcoordAlpha;
 
 void main() {
-    vec4 p = vec4(vertices, 1.0) * matrixMVP;
-    p = p / p.w;
-    position = vertices;
-    texcoord = texcoords;
-    texcoordAlpha = p.xy * 0.5 + 0.5;
-    gl_Position = p;
+    place(vertices, matrixMVP);
 }
 )");
 
-inline constexpr auto quadCoord = join(prologue, R"(
-uniform mat4 mvpMatrix;
-layout(location = 0) in vec3 quadCoord;
-out vec3 position;
-out vec2 texcoord;
+inline constexpr auto texturedQuad = join(prologue, place, R"(
+uniform mat4 matrixMVP;
+layout(location = 0) in vec3 vertices;
+layout(location = 1) in vec2 texcoords;
+out vec2 texcoordAlpha;
 
 void main() {
-    vec4 p = vec4(quadCoord, 1.0) * mvpMatrix;
-    p = p / p.w;
-    position = quadCoord;
-    texcoord = p.xy * 0.5 + 0.5;
-    gl_Position = p;
+    place(vertices, matrixMVP);
+    texcoordAlpha = texcoord;
+    texcoord = texcoords;
+}
+)");
+
+inline constexpr auto pondQuad = join(prologue, place, R"(
+uniform mat4 mvpMatrix;
+layout(location = 0) in vec3 quadCoord;
+
+void main() {
+    place(quadCoord, mvpMatrix);
 }
 )");
 
@@ -121,6 +121,10 @@ uniform float strength;
 in vec3 position;
 in vec2 texcoord;
 const float PI = 3.141592653589793;
+
+float raisedCosine(float dist) {
+    return (cos(min(1.0, dist / radius) * PI) * 0.5 + 0.5) * strength;
+}
 )";
 
 inline constexpr char point[] = R"(
@@ -158,8 +162,7 @@ inline constexpr char store[] = R"(
 out float outColor;
 
 void main() {
-    float dist = min(1.0, shapeDistance() / radius);
-    outColor = (cos(dist * PI) * 0.5 + 0.5) * strength;
+    outColor = raisedCosine(shapeDistance());
 }
 )";
 
@@ -170,9 +173,7 @@ out vec2 outColor;
 
 void main() {
     vec2 info = texture(textureWater, texcoord).xy;
-    float dist = min(1.0, shapeDistance() / radius);
-    float drop = (cos(dist * PI) * 0.5 + 0.5) * strength;
-    info.r = info.r * preserveWeight + drop;
+    info.r = info.r * preserveWeight + raisedCosine(shapeDistance());
     outColor = info;
 }
 )";
@@ -207,17 +208,24 @@ void main() {
 }
 )");
 
-inline constexpr auto iterativeUpdate = join(prologue, R"(
-uniform sampler2D textureWater;
+/// Heights to the left, to the right, below and above.
+inline constexpr char neighbours[] = R"(
 in vec2 texcoord;
+
+vec4 neighbours(sampler2D heights) {
+    return vec4(textureOffset(heights, texcoord, ivec2(-1, 0)).x, textureOffset(heights, texcoord, ivec2(1, 0)).x,
+                textureOffset(heights, texcoord, ivec2(0, -1)).x, textureOffset(heights, texcoord, ivec2(0, 1)).x);
+}
+)";
+
+inline constexpr auto iterativeUpdate = join(prologue, neighbours, R"(
+uniform sampler2D textureWater;
 out vec2 outColor;
 
 void main() {
     vec2 info = texture(textureWater, texcoord).rg;
-    float average = (textureOffset(textureWater, texcoord, ivec2(-1, 0)).x +
-                     textureOffset(textureWater, texcoord, ivec2(1, 0)).x +
-                     textureOffset(textureWater, texcoord, ivec2(0, -1)).x +
-                     textureOffset(textureWater, texcoord, ivec2(0, 1)).x) * 0.25;
+    vec4 n = neighbours(textureWater);
+    float average = (n.x + n.y + n.z + n.w) * 0.25;
     info.g += (average - info.r) * 2.0;
     info.g *= 0.99;
     info.r += info.g;
@@ -226,37 +234,30 @@ void main() {
 }
 )");
 
-inline constexpr auto threeBufferUpdate = join(prologue, R"(
+inline constexpr auto pondUpdate = join(prologue, neighbours, R"(
 uniform sampler2D texture1;
 uniform sampler2D texture2;
 uniform vec3 Term;
-in vec2 texcoord;
 out float outColor;
 
 void main() {
     float z1 = texture(texture1, texcoord).x;
-    float n = textureOffset(texture1, texcoord, ivec2(-1, 0)).x + textureOffset(texture1, texcoord, ivec2(1, 0)).x +
-              textureOffset(texture1, texcoord, ivec2(0, -1)).x + textureOffset(texture1, texcoord, ivec2(0, 1)).x;
+    vec4 n = neighbours(texture1);
     float z0 = texture(texture2, texcoord).x;
-    outColor = Term.x * z1 + Term.y * z0 + Term.z * n;
+    outColor = Term.x * z1 + Term.y * z0 + Term.z * (n.x + n.y + n.z + n.w);
 }
 )");
 
-inline constexpr auto normals = join(prologue, R"(
+inline constexpr auto normals = join(prologue, neighbours, R"(
 uniform sampler2D textureHeight;
 uniform float heightMax;
-in vec2 texcoord;
 out vec3 outColor;
 
 void main() {
-    float hLeft = textureOffset(textureHeight, texcoord, ivec2(-1, 0)).r * heightMax;
-    float hRight = textureOffset(textureHeight, texcoord, ivec2(1, 0)).r * heightMax;
-    float hDown = textureOffset(textureHeight, texcoord, ivec2(0, -1)).r * heightMax;
-    float hUp = textureOffset(textureHeight, texcoord, ivec2(0, 1)).r * heightMax;
-    vec3 va = normalize(vec3(2.0, 0.0, hRight - hLeft));
-    vec3 vb = normalize(vec3(0.0, 2.0, hUp - hDown));
-    vec3 n = normalize(cross(va, vb));
-    outColor = n * 0.5 + 0.5;
+    vec4 n = neighbours(textureHeight) * heightMax;
+    vec3 va = normalize(vec3(2.0, 0.0, n.y - n.x));
+    vec3 vb = normalize(vec3(0.0, 2.0, n.w - n.z));
+    outColor = normalize(cross(va, vb)) * 0.5 + 0.5;
 }
 )");
 
@@ -351,26 +352,29 @@ void main() {
 }
 )");
 
-inline constexpr auto disc = join(prologue, R"(
+inline constexpr char cutDisc[] = R"(
 uniform vec4 color;
 layout(location = 0) out vec4 outColor;
 
-void main() {
+void cutDisc() {
     vec2 q = gl_PointCoord - vec2(0.5, 0.5);
     if (length(q) > 0.5) discard;
+}
+)";
+
+inline constexpr auto disc = join(prologue, cutDisc, R"(
+void main() {
+    cutDisc();
     outColor = color;
 }
 )");
 
-inline constexpr auto bitmapDisc = join(prologue, R"(
+inline constexpr auto bitmapDisc = join(prologue, cutDisc, R"(
 uniform sampler2D bitmap;
-uniform vec4 color;
 uniform vec2 size;
-layout(location = 0) out vec4 outColor;
 
 void main() {
-    vec2 q = gl_PointCoord - vec2(0.5, 0.5);
-    if (length(q) > 0.5) discard;
+    cutDisc();
     vec2 t = gl_FragCoord.xy / size;
     outColor = vec4(texture(bitmap, t).rgb, color.a);
 }
@@ -430,15 +434,15 @@ void main() {
 }
 )");
 
-inline const ProgramForm programs[] = {
+inline const std::vector<ProgramForm> programs = {
     {"Metaball2DRendererProgramMetaball", ballVertex, ballFragment},
     {"Metaball2DRendererProgramDraw", texturedQuad, fieldDraw},
     {"IntensityMapBuilderProgramDropLine", quad, storeSegment},
     {"IntensityMapBuilderProgramHorizontalWave", quad, storeWave},
     {"NormalMapBuilderProgram", quad, normals},
-    {"ShallowWaterProgramDrop", quadCoord, storePoint},
-    {"ShallowWaterProgramDropLine", quadCoord, twoDrops},
-    {"ShallowWaterProgramUpdate", quadCoord, threeBufferUpdate},
+    {"ShallowWaterProgramDrop", pondQuad, storePoint},
+    {"ShallowWaterProgramDropLine", pondQuad, twoDrops},
+    {"ShallowWaterProgramUpdate", pondQuad, pondUpdate},
     {"ShallowWaterIterativeProgramDrop", quad, raisePoint},
     {"ShallowWaterIterativeProgramDropLine", quad, raiseSegment},
     {"ShallowWaterIterativeProgramHorizontalWave", quad, raiseWave},
@@ -488,7 +492,7 @@ void main() {
 }
 )");
 
-inline constexpr auto threeBufferUpdate = join(prologue, neighbourSum, R"(
+inline constexpr auto pondUpdate = join(prologue, neighbourSum, R"(
 uniform sampler2D texture1;
 uniform sampler2D texture2;
 out float outColor;
@@ -530,15 +534,45 @@ void main() {
 }
 )");
 
-inline const ProgramForm programs[] = {
+inline const std::vector<ProgramForm> programs = {
     {"Metaball2DRendererProgramMetaball", plain::ballVertex, ball},
     {"NormalMapBuilderProgram", plain::quad, normals},
-    {"ShallowWaterProgramUpdate", plain::quadCoord, threeBufferUpdate},
+    {"ShallowWaterProgramUpdate", plain::pondQuad, pondUpdate},
     {"ShallowWaterIterativeProgramUpdate", plain::quad, iterativeUpdate},
     {"ShallowWaterRendererProgram", plain::texturedQuad, refraction},
     {"VectorGraphicRendererProgramGradientFill", plain::quad, gradient},
 };
 
 } // namespace floors
+
+/// The field of 64 balls, which every fragment adds up.
+namespace loop {
+
+inline constexpr auto vertex = shaders::join(shaders::prologue, R"(
+layout(location = 0) in vec2 vertices;
+
+void main() {
+    gl_Position = vec4(vertices, 0.0, 1.0);
+}
+)");
+
+inline constexpr auto fragment = shaders::join(shaders::prologue, R"(
+uniform vec4 balls[64];
+uniform float fieldHeight;
+out float outColor;
+
+void main() {
+    vec2 position = vec2(gl_FragCoord.x, fieldHeight - gl_FragCoord.y) - 120.0;
+    float sum = 0.0;
+    for (int i = 0; i < 64; ++i) {
+        vec2 c = (position - balls[i].xy) / (balls[i].z * 1.2093284);
+        float k = max(0.0, 1.0 - dot(c, c));
+        sum += k * k;
+    }
+    outColor = sum;
+}
+)");
+
+} // namespace loop
 
 } // namespace tidalume::reference

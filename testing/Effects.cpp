@@ -10,80 +10,143 @@
 #include "effects/water/ShallowWaterIterative.h"
 #include "effects/water/ShallowWaterRenderer.h"
 #include "headless/Pixels.h"
+#include "testing/Noise.h"
+#include "testing/TestPeer.h"
 
 #include <cstdlib>
 #include <memory>
 
 namespace {
 
-// What each effect draws on a screen.
+using Operations = std::vector<Operation>;
 
-float orange[4] = {1, 0.5F, 0, 1};
-float ends[4] = {20, 10, 70, 15};
+/// What the operations are called with, in proportion to the screen.
+struct Arguments {
+    explicit Arguments(const Inputs& given) : inputs(given) {}
 
-void draw(Metaball2DRenderer& effect) {
-    float ball[6] = {48, 30, 20};
-    effect.addMetaballs(ball, 1);
-    effect.render(orange);
+    Inputs inputs;
+    float width = static_cast<float>(inputs.width);
+    float height = static_cast<float>(inputs.height);
+    float radius = 0.1F * width;
+    float center[2] = {0.3F * width, 0.6F * height};
+    float center2[2] = {0.7F * width, 0.4F * height};
+    float color[4] = {1.0F, 0.5F, 0.25F, 0.5F};
+    float rim[4] = {0.0F, 0.25F, 0.5F, 0.5F};
+};
+
+using Shared = std::shared_ptr<Arguments>;
+
+Operations operations(const std::shared_ptr<Metaball2DRenderer>& effect, const Shared& a) {
+    constexpr int count = 64;
+    const auto balls = std::make_shared<std::vector<float>>(
+        scatteredBalls(count, a->inputs.width, a->inputs.height, 0.8F * a->radius));
+    return {{"Metaball2DRenderer::addMetaballs, 64 balls", [=] { effect->addMetaballs(balls->data(), count); }},
+            {"Metaball2DRenderer::render", [=] { effect->render(a->color); }}};
 }
 
-void draw(MetaballRenderer& effect) {
-    srand48(1);
-    effect.push(48, 30, 0);
-    effect.push(60, 40, 7);
-    for (int i = 0; i < 8; ++i)
-        effect.render(20, 12.5F);
+Operations operations(const std::shared_ptr<MetaballRenderer>& effect, const Shared& a) {
+    return {{"MetaballRenderer::render", [=] {
+                 srand48(1);
+                 effect->push(a->center[0], a->center[1], 0);
+                 effect->push(a->center2[0], a->center2[1], 7);
+                 for (int i = 0; i < 8; ++i)
+                     effect->render(20.0F, 12.5F);
+             }}};
 }
 
-void draw(VectorGraphicRenderer& effect) {
-    float rim[4] = {0, 0.5F, 1, 0.5F};
-    effect.renderRadialGradient(48, 30, 5, orange, 40, rim);
-    effect.renderCircle(20, 20, 12, orange);
-    effect.renderBitmapCircle(70, 40, 12, orange, 0);
-    effect.renderRotatedBitmapRectangle(5, 5, 10, 10, 0, 1);
-    effect.renderRotatedAlphaMaskedBitmapRectangle(5, 40, 9, 9, 0, 2, 0);
+/// Discs last, so that they are seen.
+Operations operations(const std::shared_ptr<VectorGraphicRenderer>& effect, const Shared& a) {
+    const auto picture = static_cast<int>(a->inputs.picture);
+    const float left = 0.1F * a->width;
+    const float top = 0.1F * a->height;
+    const float width = 0.8F * a->width;
+    const float height = 0.8F * a->height;
+    return {
+        {"VectorGraphicRenderer::renderBitmapRectangle",
+         [=] { effect->renderBitmapRectangle(left, top, width, height, a->inputs.picture); }},
+        {"VectorGraphicRenderer::renderAlphaMaskedBitmapRectangle",
+         [=] { effect->renderAlphaMaskedBitmapRectangle(left, top, width, height, picture, picture); }},
+        {"VectorGraphicRenderer::renderRadialGradient",
+         [=] { effect->renderRadialGradient(a->center[0], a->center[1], a->radius, a->color, a->height, a->rim); }},
+        {"VectorGraphicRenderer::renderCircle",
+         [=] { effect->renderCircle(a->center[0], a->center[1], a->radius, a->color); }},
+        {"VectorGraphicRenderer::renderBitmapCircle",
+         [=] {
+             effect->renderBitmapCircle(a->center[0], a->center[1], 2.0F * a->radius, a->color, a->inputs.picture);
+         }},
+    };
 }
 
-void draw(CometRenderer& effect) {
-    srand48(1);
-    effect.push(48, 30, 0);
-    effect.render(0.6);
+Operations operations(const std::shared_ptr<CometRenderer>& effect, const Shared& a) {
+    return {{"CometRenderer::push",
+             [=] {
+                 srand48(1);
+                 effect->push(0.5F * a->width, 0.45F * a->height, 0);
+             }},
+            {"CometRenderer::render", [=] { effect->render(0.95); }}};
 }
 
-void draw(IntensityMapBuilder& effect) {
-    effect.addDropLine(ends, ends + 2, 9, 0.5F, 1);
-    effect.addHorizontalWave(40, 8, 0.7F, 5, 2, 1);
+Operations operations(const std::shared_ptr<IntensityMapBuilder>& effect, const Shared& a) {
+    return {
+        {"IntensityMapBuilder::addDropLine",
+         [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.1F, 0.0F); }},
+        {"IntensityMapBuilder::addHorizontalWave",
+         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.1F, a->radius, 2.0F, 0.0F); }},
+    };
 }
 
-void draw(NormalMapBuilder& effect) {
-    effect.build(0);
+Operations operations(const std::shared_ptr<NormalMapBuilder>& effect, const Shared& a) {
+    return {{"NormalMapBuilder::build", [=] { effect->build(a->inputs.heights); }}};
 }
 
-void draw(ShallowWaterIterative& effect) {
-    effect.addDrop(ends, 9, 0.5F, 0);
-    effect.addDropLine(ends, ends + 2, 9, 0.5F, 1);
-    effect.addHorizontalWave(40, 8, 0.7F, 5, 2, 1);
-    effect.update();
+Operations operations(const std::shared_ptr<ShallowWaterIterative>& effect, const Shared& a) {
+    effect->setIterationCount(1);
+    return {
+        {"ShallowWaterIterative::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.01F, 0.9F); }},
+        {"ShallowWaterIterative::addDropLine",
+         [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.01F, 0.9F); }},
+        {"ShallowWaterIterative::addHorizontalWave",
+         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.01F, a->radius, 2.0F, 0.9F); }},
+        {"ShallowWaterIterative::update, a pass", [=] { effect->update(); }},
+    };
 }
 
-void draw(ShallowWater& effect) {
-    float line[4] = {-0.5F, -0.5F, 0.4F, 0.2F};
-    effect.addDropLine(line, line + 2, 0.4F, 0.5F);
-    effect.addDrop(ends, 20, 0.5F);
-    for (int i = 0; i < 5; ++i)
-        effect.update(); // two steps, wherever the time counter is
+Operations operations(const std::shared_ptr<ShallowWater>& effect, const Shared& a) {
+    return {
+        {"ShallowWater::addDropLine",
+         [=] {
+             float left[2] = {-0.4F, 0.2F};
+             float right[2] = {0.4F, -0.2F};
+             effect->addDropLine(left, right, 0.3F, 0.1F);
+         }},
+        {"ShallowWater::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.1F); }},
+        {"ShallowWater::update, a step",
+         [=] {
+             TestPeer::mTime(*effect) = TestPeer::mNextStepTime(*effect) = 0.0F; // a step is due
+             effect->update();
+         }},
+    };
 }
 
-/// Of a picture of one white texel. In plain GL, since it must go on where a driver refuses.
-void draw(ShallowWaterRenderer& effect) {
+/// A texture of one white texel. In plain GL, since it must go on where a driver refuses.
+std::shared_ptr<GLuint> whitePicture() {
     const unsigned char white[4] = {255, 255, 255, 255};
-    GLuint picture = 0;
-    glGenTextures(1, &picture);
-    glBindTexture(GL_TEXTURE_2D, picture);
+    std::shared_ptr<GLuint> name(new GLuint(0), [](GLuint* texture) {
+        glDeleteTextures(1, texture);
+        delete texture;
+    });
+    glGenTextures(1, name.get());
+    glBindTexture(GL_TEXTURE_2D, *name);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, white);
-    effect.setTexture(static_cast<int>(picture));
-    effect.render(0, 0);
-    glDeleteTextures(1, &picture);
+    return name;
+}
+
+Operations operations(const std::shared_ptr<ShallowWaterRenderer>& effect, const Shared& a) {
+    const auto white = a->inputs.picture == 0 ? whitePicture() : nullptr;
+    effect->setTexture(static_cast<int>(white ? *white : a->inputs.picture));
+    TestPeer::mMaterialSpecular(*effect) = 0.5F;
+    return {
+        {"ShallowWaterRenderer::render", [=, keep = white] { effect->render(a->inputs.heights, a->inputs.normals); }}};
 }
 
 enum Output { Screen, Target };
@@ -92,7 +155,8 @@ template <typename Effect, Output output = Screen, int... quality>
 AnyEffect make() {
     const auto effect = std::make_shared<Effect>();
     return {[=] { effect->init(quality...); }, [=](int width, int height) { effect->setScreenSize(width, height); },
-            [=] { effect->GLContextDestroyed(); }, [=] { draw(*effect); },
+            [=] { effect->GLContextDestroyed(); },
+            [=](const Inputs& inputs) { return operations(effect, std::make_shared<Arguments>(inputs)); },
             [=] {
                 if constexpr (output == Target) return effect->getTexture();
                 return GLuint{0};
@@ -105,6 +169,11 @@ AnyEffect AnyEffect::prepare() const {
     init();
     setScreenSize(width, height);
     return *this;
+}
+
+void AnyEffect::draw() const {
+    for (const Operation& operation : operations({width, height}))
+        operation.run();
 }
 
 std::vector<float> AnyEffect::picture(int channels) const {
@@ -140,4 +209,13 @@ const std::vector<EffectCase>& effectCases() {
         {"ShallowWaterRenderer", make<ShallowWaterRenderer>, {""}},
     };
     return cases;
+}
+
+std::vector<float> scatteredBalls(int count, int width, int height, float radius) {
+    const std::vector<float> places = tidalume::test::noise(1, 2 * count, 0.0F, 1.0F);
+    std::vector<float> balls;
+    for (auto place = places.begin(); place != places.end(); place += 2)
+        balls.insert(balls.end(), {place[0] * static_cast<float>(width), place[1] * static_cast<float>(height), radius,
+                                   0.0F, 0.0F, 0.0F});
+    return balls;
 }

@@ -7,20 +7,40 @@
 #include <string>
 #include <vector>
 
-/// Any effect, as far as its life goes, on a screen of 97 x 61 pixels. It is destroyed with its last copy.
+/// What operations draw with.
+struct Inputs {
+    int width = 0; ///< of the screen, in pixels
+    int height = 0;
+    GLuint heights = 0; ///< textures; 0: there is none
+    GLuint normals = 0;
+    GLuint picture = 0;
+};
+
+/// A call of an effect that draws, disturbs or builds.
+struct Operation {
+    std::string name;
+    std::function<void()> run;
+};
+
+/// Any effect, as far as its life goes. It is destroyed with its last copy and the last of its operations.
 struct AnyEffect {
+    /// The screen of the tests, in pixels.
     static constexpr int width = 97;
     static constexpr int height = 61;
 
     std::function<void()> init;
     std::function<void(int, int)> setScreenSize;
     std::function<void()> GLContextDestroyed;
-    std::function<void()> draw;      ///< makes every call that draws, disturbs or builds
+    /// All operations, in an order in which each has what it needs. They draw the same each time they begin anew.
+    std::function<std::vector<Operation>(const Inputs&)> operations;
     std::function<GLuint()> texture; ///< that the effect draws into; 0 when that is framebuffer 0
 
-    /// Initialises for the screen.
+    /// Initialises for the tests' screen.
     /// @return itself
     AnyEffect prepare() const;
+
+    /// Runs every operation once, on the tests' screen.
+    void draw() const;
 
     /// Draws on a black framebuffer 0 and reads what came out, there or in the effect's texture.
     /// @param channels  how many of a pixel are read
@@ -32,7 +52,7 @@ struct EffectCase {
     AnyEffect (*make)();
     std::vector<std::string> programNames; ///< in the cache: the class, "Program" and this
     int targets = 0;                       ///< textures, each with a framebuffer, per object
-    int channels = 3;                      ///< that count; a wider format holds anything in its further ones
+    int channels = 3;                      ///< that count; a fallback format holds anything in its further ones
     std::string programClass = name;       ///< whose programs it draws with
     bool sharesPrograms = true;            ///< among all objects of the class
 };
@@ -43,3 +63,6 @@ inline void PrintTo(const EffectCase& effect, std::ostream* stream) {
 
 /// All effects, those of the water last; add a row for a new one.
 const std::vector<EffectCase>& effectCases();
+
+/// Balls at random places of a screen, the same each time, as `Metaball2DRenderer::addMetaballs` takes them.
+std::vector<float> scatteredBalls(int count, int width, int height, float radius);

@@ -3,7 +3,7 @@
 #include "reference/CometMesh.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
-#include "tests/support/TestPeer.h"
+#include "testing/TestPeer.h"
 
 #include <cfloat>
 #include <cstdlib>

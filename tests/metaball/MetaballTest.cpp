@@ -1,7 +1,7 @@
 #include "effects/metaball/MetaballRenderer.h"
 #include "reference/ParticleStep.h"
 #include "tests/support/CallsTest.h"
-#include "tests/support/TestPeer.h"
+#include "testing/TestPeer.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -5,7 +5,7 @@
 #include "effects/water/ShallowWaterRenderer.h"
 #include "tests/pictures/Field.h"
 #include "tests/support/CallsTest.h"
-#include "tests/support/TestPeer.h"
+#include "testing/TestPeer.h"
 
 #include <tuple>
 
