@@ -37,7 +37,7 @@ precision highp sampler2D;
 
 /// Vertex stage of a quad in pixels. `texcoord` is the fragment's place on the target, (0, 0) at its lower-left corner:
 /// it follows from normalised device coordinates, for which p is divided by w. Orthographic cameras have a w of 1.
-inline constexpr auto quadVertex = join(prologue, R"(
+inline constexpr char quad[] = R"(
 uniform mat4 matrixMVP;
 layout(location = 0) in vec3 vertices;
 out vec3 position;
@@ -50,7 +50,9 @@ void main() {
     texcoord = p.xy * 0.5 + 0.5;
     gl_Position = p;
 }
-)");
+)";
+
+inline constexpr auto quadVertex = join(prologue, quad);
 
 /// The same with texture coordinates of its own.
 inline constexpr auto texturedQuadVertex = join(prologue, R"(

@@ -4,21 +4,13 @@
 
 namespace tidalume::shaders::shallowWater {
 
-/// As quadVertex, under this effect's own names.
-inline constexpr auto vertex = join(prologue, R"(
-uniform mat4 mvpMatrix;
-layout(location = 0) in vec3 quadCoord;
-out vec3 position;
-out vec2 texcoord;
+/// The names that this effect has for those of `quad`.
+inline constexpr char names[] = R"(
+#define matrixMVP mvpMatrix
+#define vertices quadCoord
+)";
 
-void main() {
-    vec4 p = vec4(quadCoord, 1.0) * mvpMatrix;
-    p = p / p.w;
-    position = quadCoord;
-    texcoord = p.xy * 0.5 + 0.5;
-    gl_Position = p;
-}
-)");
+inline constexpr auto vertex = join(prologue, names, quad);
 
 inline constexpr auto dropFragment = join(prologue, water::bump, water::pointShape, water::storeBump);
 
@@ -27,16 +19,23 @@ inline constexpr auto dropLineFragment = join(prologue, water::bump, R"(
 uniform sampler2D textureWater;
 uniform vec2 center;
 uniform vec2 center2;
-in vec2 texcoord;
 out float outColor;
 
+// What a drop adds at one end.
+float endDrop(vec2 end) {
+    float a = max(0.0, 1.0 - distance(end * 0.5 + 0.5, texcoord) / radius);
+    return (0.5 - cos(a * PI) * 0.5) * (strength * 0.4);
+}
+
 void main() {
-    float info = texelFetch(textureWater, ivec2(gl_FragCoord.xy), 0).r;
-    info += bump(distance(center * 0.5 + 0.5, texcoord)) * 0.4;
-    info += bump(distance(center2 * 0.5 + 0.5, texcoord)) * 0.4;
+    float info = texture(textureWater, texcoord).r;
+    info += endDrop(center);
+    info += endDrop(center2);
     outColor = min(info, strength);
 }
 )");
+
+inline constexpr auto updateVertex = join(prologue, names, "#define heights texture1", water::neighbourQuad);
 
 inline constexpr auto updateFragment = join(prologue, water::neighbours, R"(
 uniform sampler2D texture1;
@@ -45,10 +44,9 @@ uniform vec3 Term;
 out float outColor;
 
 void main() {
-    ivec2 texel = ivec2(gl_FragCoord.xy);
-    float z1 = texelFetch(texture1, texel, 0).r;
-    float z0 = texelFetch(texture2, texel, 0).r;
-    float n = dot(neighbours(texture1, texel), vec4(1.0));
+    float z1 = texture(texture1, texcoord).r;
+    float z0 = texture(texture2, texcoord).r;
+    float n = sumOfNeighbours(texture1);
     outColor = Term.x * z1 + Term.y * z0 + Term.z * n;
 }
 )");

@@ -13,7 +13,7 @@ uniform float preserveWeight;
 out vec2 outColor;
 
 void main() {
-    vec2 info = texelFetch(textureWater, ivec2(gl_FragCoord.xy), 0).rg;
+    vec2 info = texture(textureWater, texcoord).rg;
     info.r = info.r * preserveWeight + bump(shapeDistance());
     outColor = info;
 }
@@ -23,6 +23,8 @@ inline constexpr auto dropFragment = join(prologue, water::bump, water::pointSha
 inline constexpr auto dropLineFragment = join(prologue, water::bump, water::segmentShape, raiseWater);
 inline constexpr auto horizontalWaveFragment = join(prologue, water::bump, water::horizontalWaveShape, raiseWater);
 
+inline constexpr auto updateVertex = join(prologue, "#define heights textureWater", water::neighbourQuad);
+
 /// One step of the wave equation: the velocity follows the curvature and is damped, the height follows the velocity and
 /// loses a trifle more, so that the last ripples come to rest.
 inline constexpr auto updateFragment = join(prologue, water::neighbours, R"(
@@ -30,9 +32,8 @@ uniform sampler2D textureWater;
 out vec2 outColor;
 
 void main() {
-    ivec2 texel = ivec2(gl_FragCoord.xy);
-    vec2 info = texelFetch(textureWater, texel, 0).rg;
-    float average = dot(neighbours(textureWater, texel), vec4(0.25));
+    vec2 info = texture(textureWater, texcoord).rg;
+    float average = sumOfNeighbours(textureWater) * 0.25;
     info.g += (average - info.r) * 2.0;
     info.g *= 0.99;
     info.r += info.g;

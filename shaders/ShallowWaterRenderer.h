@@ -4,28 +4,7 @@
 
 namespace tidalume::shaders::shallowWaterRenderer {
 
-/// What depends on uniforms alone is worked out here, once per vertex instead of once per fragment.
-inline constexpr auto vertex = join(prologue, R"(
-uniform mat4 matrixMVP;
-uniform vec3 light;
-uniform float heightMax;
-uniform float screenWidth;
-uniform float screenHeight;
-layout(location = 0) in vec3 vertices;
-layout(location = 1) in vec2 texcoords;
-out vec2 texcoord;
-flat out vec2 heightScale;
-flat out vec3 halfVector;
-
-void main() {
-    vec4 p = vec4(vertices, 1.0) * matrixMVP;
-    p = p / p.w;
-    texcoord = texcoords;
-    heightScale = heightMax / vec2(screenWidth, screenHeight);
-    halfVector = normalize(light + normalize(vec3(0.0, 0.0, screenWidth)));
-    gl_Position = p;
-}
-)");
+inline constexpr auto vertex = texturedQuadVertex;
 
 /// The refracted ray meets the ground in closed form. With N the normal, x and y exchanged, and eta the ratio of the
 /// refractive indices, refract((0, 0, -1), N, eta) = (0, 0, -eta) - c N, where c = sqrt(1 - eta^2 (1 - N.z^2)) - eta
@@ -35,28 +14,30 @@ inline constexpr auto fragment = join(prologue, R"(
 uniform sampler2D textureNormal;
 uniform sampler2D textureHeight;
 uniform sampler2D textureBG;
+uniform float heightMax;
+uniform float screenWidth;
+uniform float screenHeight;
 uniform vec3 light;
 uniform float materialSpecular;
 uniform float materialShininess;
 uniform float textureFlip;
 in vec2 texcoord;
-flat in vec2 heightScale;
-flat in vec3 halfVector;
 out vec4 outColor;
 
 const float ETA = 1.0 / 1.33;
 
 void main() {
     vec3 normal = texture(textureNormal, texcoord).xyz * 2.0 - 1.0;
-    float height = texture(textureHeight, texcoord).r;
+    float height = texture(textureHeight, texcoord).r * heightMax;
 
     float c = sqrt(1.0 - ETA * ETA + ETA * ETA * normal.z * normal.z) - ETA * normal.z;
     vec2 shift = normal.yx * (c * height / (ETA + c * normal.z));
-    vec2 ground = clamp(texcoord - shift * heightScale, 0.0, 1.0);
+    vec2 ground = clamp(texcoord - shift / vec2(screenWidth, screenHeight), 0.0, 1.0);
     ground.y = abs(textureFlip - ground.y);
 
     float specular = 0.0;
     if (dot(normal, light) > 0.0) {
+        vec3 halfVector = normalize(light + vec3(0.0, 0.0, 1.0)); // the camera looks straight down
         specular = materialSpecular * pow(max(0.0, dot(normal, halfVector)), materialShininess);
     }
     outColor = texture(textureBG, ground) + specular;

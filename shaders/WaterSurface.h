@@ -5,22 +5,24 @@
 /// GLSL that the water programs share: what a disturbance is made of, and how a height field is read.
 namespace tidalume::shaders::water {
 
-/// The profile of every disturbance, a raised cosine. Dividing uniforms alone costs less than dividing distances.
+/// The profile of every disturbance, a raised cosine, as it is written down: phones' compilers make no less of any
+/// other form.
 inline constexpr char bump[] = R"(
 uniform float radius;
 uniform float strength;
+in vec3 position;
+in vec2 texcoord;
 const float PI = 3.141592653589793;
 
 // `strength` at distance 0, falling to 0 at `radius` and beyond.
 float bump(float d) {
-    return (cos(min(PI, d * (PI / radius))) * 0.5 + 0.5) * strength;
+    return (cos(min(1.0, d / radius) * PI) * 0.5 + 0.5) * strength;
 }
 )";
 
 /// The shapes of disturbances: `shapeDistance` is the fragment's distance from the shape, in pixels.
 inline constexpr char pointShape[] = R"(
 uniform vec2 center;
-in vec3 position;
 
 float shapeDistance() {
     return distance(position.xy, center);
@@ -30,7 +32,6 @@ float shapeDistance() {
 inline constexpr char segmentShape[] = R"(
 uniform vec2 center;
 uniform vec2 center2;
-in vec3 position;
 
 float shapeDistance() {
     vec2 along = center2 - center;
@@ -45,11 +46,9 @@ inline constexpr char horizontalWaveShape[] = R"(
 uniform float center;
 uniform float waveRadius;
 uniform float waveCount;
-in vec3 position;
-in vec2 texcoord;
 
 float shapeDistance() {
-    float curve = center + sin(texcoord.x * (2.0 * PI * waveCount)) * waveRadius;
+    float curve = center + sin(texcoord.x * PI * 2.0 * waveCount) * waveRadius;
     return abs(curve - position.y);
 }
 )";
@@ -63,15 +62,38 @@ void main() {
 }
 )";
 
-/// A texel is fetched by its number: at the centres of texels linear filtering changes nothing, and the clamped numbers
-/// repeat the border as GL_CLAMP_TO_EDGE does, so this is the same picture as sampling with offsets, for less work.
+/// Vertex stage of a pass that reads a height field, `heights`, and the four neighbours of every texel. It works out
+/// where they are, so that a GPU can fetch before the fragment stage has computed anything.
+inline constexpr char neighbourQuad[] = R"(
+uniform mat4 matrixMVP;
+uniform sampler2D heights;
+layout(location = 0) in vec3 vertices;
+out vec2 texcoord;
+out vec4 leftAndRight;
+out vec4 downAndUp;
+
+void main() {
+    vec4 p = vec4(vertices, 1.0) * matrixMVP;
+    p = p / p.w;
+    texcoord = p.xy * 0.5 + 0.5;
+    vec2 texel = 1.0 / vec2(textureSize(heights, 0));
+    leftAndRight = texcoord.xyxy + vec4(-texel.x, 0.0, texel.x, 0.0);
+    downAndUp = texcoord.xyxy + vec4(0.0, -texel.y, 0.0, texel.y);
+    gl_Position = p;
+}
+)";
+
+/// What the fragment stage gets of it. Reads are filtered: at the centres of texels that changes nothing, and heights
+/// of another size than the target come out without steps.
 inline constexpr char neighbours[] = R"(
-// Heights of the texels to the left, to the right, below and above.
-vec4 neighbours(sampler2D heights, ivec2 texel) {
-    ivec2 before = max(texel - 1, 0);
-    ivec2 after = min(texel + 1, textureSize(heights, 0) - 1);
-    return vec4(texelFetch(heights, ivec2(before.x, texel.y), 0).r, texelFetch(heights, ivec2(after.x, texel.y), 0).r,
-                texelFetch(heights, ivec2(texel.x, before.y), 0).r, texelFetch(heights, ivec2(texel.x, after.y), 0).r);
+in vec2 texcoord;
+in vec4 leftAndRight;
+in vec4 downAndUp;
+
+// One sum of four reads: some compilers wait twice where the reads go through a vector.
+float sumOfNeighbours(sampler2D heights) {
+    return texture(heights, leftAndRight.xy).r + texture(heights, leftAndRight.zw).r +
+           texture(heights, downAndUp.xy).r + texture(heights, downAndUp.zw).r;
 }
 )";
 

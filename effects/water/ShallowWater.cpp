@@ -62,7 +62,7 @@ tidalume::ProgramTable ShallowWater::programs() {
             {&mProgramUpdate,
              "ShallowWaterProgramUpdate",
              "createProgram mProgramUpdate",
-             shaders::vertex,
+             shaders::updateVertex,
              shaders::updateFragment,
              {},
              {}},

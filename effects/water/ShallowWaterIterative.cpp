@@ -73,7 +73,7 @@ const tidalume::ProgramTable ShallowWaterIterative::mPrograms = {
         {&mProgramUpdate,
          "ShallowWaterIterativeProgramUpdate",
          "createProgram mProgramUpdate",
-         shaders::vertex,
+         shaders::updateVertex,
          shaders::updateFragment,
          {{&mUpdateMatrixMVP, "matrixMVP"}, {&mUpdateTexture, samplerName}},
          {{&mUpdateVertices, "vertices"}}},

@@ -3,9 +3,9 @@
 #include "effects/water/ShallowWater.h"
 #include "effects/water/ShallowWaterIterative.h"
 #include "effects/water/ShallowWaterRenderer.h"
+#include "testing/TestPeer.h"
 #include "tests/pictures/Field.h"
 #include "tests/support/CallsTest.h"
-#include "testing/TestPeer.h"
 
 #include <tuple>
 
@@ -27,8 +27,8 @@ class WaterTest : public CallsTest {
     }
 
     /// How far from 0 a texture's heights are.
-    static double largest(GLuint texture) {
-        const Field heights(texture, width, height);
+    static double largest(GLuint texture, int columns = width, int rows = height) {
+        const Field heights(texture, columns, rows);
         return compare(heights, [](int, int) -> Values { return {0.0}; }).largest;
     }
 
@@ -158,12 +158,20 @@ float stored(float value, bool truncates) {
 /// made. What rounds is the product with 0.99 and the subtraction of 0.00001, both in a given order; a driver that
 /// fuses the product with the sum after it can differ by 2^-24 of the velocity there, which changes one store in some
 /// 2^12 by one step, and the damping forgets it. So the difference is 0, or one step of the largest height at worst.
+///
+/// Reads are filtered. Where a side is no power of two, coordinates are rounded, and drivers that filter in floats mix
+/// some 1e-5 of a neighbour in; where they also truncate when they store, such a read loses a step.
 TEST_F(WaterTest, AWholeRunFollowsTheRecurrence) {
+    constexpr int width = 64, height = 32;
+    makeReady(width, height, painted, water);
     water.update();
-    EXPECT_EQ(largest(water.getTexture()), 0.0) << "still water stays still";
-    water.addDrop(middle, 5.0F, 0.5F + 0.75F / 2048.0F, 1.0F);
+    EXPECT_EQ(largest(water.getTexture(), width, height), 0.0) << "still water stays still";
+    float texel[2] = {10.5F, 10.5F};
+    painted.addDropLine(texel, texel, 5.0F, 0.5F + 0.75F / 2048.0F, 1.0F);
+    const bool truncates = Field(painted.getTexture(), width, height).at(10, height - 11) == 0.5;
+    float center[2] = {width / 2.0F, height / 2.0F};
+    water.addDrop(center, 5.0F, 0.5F, 1.0F);
     Field state(water.getTexture(), width, height);
-    const bool truncates = state.at(48, 30) == 0.5;
     for (int pass = 1; pass <= 200 * 8; ++pass) {
         const Field old = state;
         for (int i = 0; i < width * height; ++i) {
@@ -175,7 +183,7 @@ TEST_F(WaterTest, AWholeRunFollowsTheRecurrence) {
         }
         if (pass % 8 == 0) water.update();
     }
-    const double crest = largest(water.getTexture());
+    const double crest = largest(water.getTexture(), width, height);
     EXPECT_NEAR(crest, 0.005, 0.0045) << "waves decay, but are still there";
     const Field run(water.getTexture(), width, height);
     const double oneStep = std::ldexp(1.0, std::ilogb(crest) - 10);
