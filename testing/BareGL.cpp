@@ -24,9 +24,12 @@ struct Interface {
 
 Interface parse(GLenum type, const std::string& text) {
     Interface declared;
+    std::map<std::string, std::string> defined;
     std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        const std::string name = line.substr(line.rfind(' ') + 1, line.find(';') - line.rfind(' ') - 1);
+    for (std::string line, word; std::getline(lines, line);) {
+        std::string name = line.substr(line.rfind(' ') + 1, line.find(';') - line.rfind(' ') - 1);
+        if (std::istringstream words(line); words >> word && word == "#define" && words >> word) defined[word] = name;
+        if (defined.count(name)) name = defined[name];
         const bool isInput = line.rfind("in ", 0) == 0 || line.rfind("layout(location", 0) == 0;
         if (line.rfind("uniform ", 0) == 0) declared.uniforms.push_back(name);
         if (isInput && type == GL_VERTEX_SHADER) declared.attributes.push_back(name);
