@@ -43,7 +43,7 @@ Place& place(int scene) {
 const Picture& backgroundOfSize(int width, int height) {
     Stage& s = stage();
     if (s.backgroundNumber != s.number || s.background.width != width || s.background.height != height) {
-        s.background = s.chosen.width > 0 ? coverFit(s.chosen, width, height) : pebbles(width, height, 1);
+        s.background = makeBackground(s.chosen, width, height);
         s.backgroundNumber = s.number;
     }
     return s.background;

@@ -1,4 +1,5 @@
 #include "gallery/Background.h"
+#include "gallery/Pebbles.h"
 #include "gallery/headless/IndexPage.h"
 #include "gallery/headless/Options.h"
 #include "headless/Error.h"

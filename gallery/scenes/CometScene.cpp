@@ -1,5 +1,6 @@
 #include "gallery/scenes/CometScene.h"
 
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 
 #include <algorithm>
@@ -9,7 +10,6 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float pi = 3.1415927F;
 constexpr float frameTime = 1.0F / 60;
 constexpr float sparkLife = 0.8F; // in seconds
 // The heads that the effect reports run ahead of what it draws: sparks wait until the comet has come to them.
@@ -41,7 +41,7 @@ CometScene::CometScene() {
         star.radius = 0.7F + 1.3F * size;
         star.warmth = randomBetween(0, 1);
         star.brightness = 0.25F + 0.65F * size;
-        star.phase = randomBetween(0, 2 * pi);
+        star.phase = randomBetween(0, twoPi);
     }
     mParameters = {
         {"duration", "Seconds of a flight", 0.4F, 4, mDuration},
@@ -112,11 +112,11 @@ std::vector<Touch> CometScene::demonstration(int frame) const {
 }
 
 void CometScene::drawGlow(float x, float y, float begin, const Color& inner, float end, const Color& outer) {
-    mGraphics.renderRadialGradient(x, y, begin, turnHue(inner, mHue).data(), end, turnHue(outer, mHue).data());
+    mGraphics.renderRadialGradient(x, y, begin, rotateHue(inner, mHue).data(), end, rotateHue(outer, mHue).data());
 }
 
 void CometScene::drawDot(float x, float y, float radius, const Color& color) {
-    mGraphics.renderCircle(x, y, radius, turnHue(color, mHue).data());
+    mGraphics.renderCircle(x, y, radius, rotateHue(color, mHue).data());
 }
 
 // Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
@@ -145,7 +145,7 @@ void CometScene::drawHills() {
         const auto width = static_cast<float>(mWidth);
         const float radius = hill.radius * width;
         const float y = static_cast<float>(mHeight) - hill.top * width + radius;
-        const Color beyond = {hill.color[0], hill.color[1], hill.color[2], 0};
+        const Color beyond = {hill.color.red, hill.color.green, hill.color.blue, 0};
         drawGlow(hill.x * width, y, radius - 0.7F, hill.color, radius + 0.7F, beyond);
     }
 }
@@ -163,7 +163,7 @@ void CometScene::drawFlight(Flight& flight) {
 }
 
 void CometScene::addSpark(float x, float y, float brightness) {
-    const float direction = randomBetween(0, 2 * pi);
+    const float direction = randomBetween(0, twoPi);
     const float speed = randomBetween(0, 26) * mUnit;
     mSparks[mNextSpark] = {x + randomBetween(-4, 4) * mUnit,
                            y + randomBetween(-4, 4) * mUnit,

@@ -1,6 +1,7 @@
 #include "gallery/scenes/MetaballsScene.h"
 
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float twoPi = 6.2831853F;
 constexpr int period = 120;             // frames until the motion repeats
 constexpr float largestRadius = 0.202F; // that a drop reaches, in shares of the unit
 
@@ -154,8 +154,8 @@ void MetaballsScene::placeFingers() {
 }
 
 void MetaballsScene::drawBackdrop() {
-    Color glow = turnHue({0.300F, 0.065F, 0.170F, 1.0F}, mHue);
-    Color night = turnHue({0.055F, 0.035F, 0.125F, 1.0F}, mHue);
+    Color glow = rotateHue({0.300F, 0.065F, 0.170F, 1.0F}, mHue);
+    Color night = rotateHue({0.055F, 0.035F, 0.125F, 1.0F}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -170,7 +170,7 @@ void MetaballsScene::drawLayers() {
             ball.y -= ball.radius * layer.shift * 1.3F;
             ball.radius = (ball.radius * layer.scale - layer.inset * mUnit) * mRadius;
         }
-        Color color = turnHue(layer.color, mHue);
+        Color color = rotateHue(layer.color, mHue);
         mRenderer.addMetaballs(&mLayer[0].x, static_cast<unsigned>(mLayer.size()));
         mRenderer.render(color.data());
     }

@@ -2,6 +2,7 @@
 
 #include "gallery/Blend.h"
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 
 #include <algorithm>
 #include <cmath>
@@ -73,7 +74,7 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
         const float pressY = places[i][1] * static_cast<float>(mHeight);
         if (step == 0) touches.push_back({pressX, pressY, TouchAction::Down, i});
         if (step < 4 || step > length) continue;
-        const float sweep = std::sin(6.2831853F * static_cast<float>(step - 4) / (length - 4));
+        const float sweep = std::sin(twoPi * static_cast<float>(step - 4) / (length - 4));
         const float angle = (i % 2 == 0 ? 0.8F : -0.8F) * sweep;
         const float reach = 0.16F * static_cast<float>(std::min(mWidth, mHeight));
         const TouchAction action = step == length ? TouchAction::Up : TouchAction::Move;
@@ -96,8 +97,8 @@ void ParticlesScene::fitField() {
 }
 
 void ParticlesScene::drawBackdrop() {
-    Color depth = turnHue({0.07F, 0.09F, 0.20F, 1}, mHue);
-    Color glow = turnHue({0.24F, 0.25F, 0.85F, 1}, mHue);
+    Color depth = rotateHue({0.07F, 0.09F, 0.20F, 1}, mHue);
+    Color glow = rotateHue({0.24F, 0.25F, 0.85F, 1}, mHue);
     setBlend(mGraphics, Blend::Over);
     mGraphics.renderRadialGradient(0.5F * static_cast<float>(mWidth), 1.05F * static_cast<float>(mHeight), 0,
                                    glow.data(), 1.1F * static_cast<float>(mHeight), depth.data());
@@ -105,10 +106,10 @@ void ParticlesScene::drawBackdrop() {
 
 // The effect paints white: gradients that multiply give the drops their colours.
 void ParticlesScene::drawTint() {
-    Color yellow = turnHue({1.00F, 0.86F, 0.42F, 1}, mHue);
-    Color coral = turnHue({1.00F, 0.42F, 0.48F, 1}, mHue);
+    Color yellow = rotateHue({1.00F, 0.86F, 0.42F, 1}, mHue);
+    Color coral = rotateHue({1.00F, 0.42F, 0.48F, 1}, mHue);
     Color clear = {1.00F, 1.00F, 1.00F, 1};
-    Color violet = turnHue({0.66F, 0.55F, 1.00F, 1}, mHue);
+    Color violet = rotateHue({0.66F, 0.55F, 1.00F, 1}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
     setBlend(mGraphics, Blend::Multiply);

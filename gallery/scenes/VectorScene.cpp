@@ -1,6 +1,7 @@
 #include "gallery/scenes/VectorScene.h"
 
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 #include "gallery/scenes/VectorBitmaps.h"
 
@@ -11,7 +12,6 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float twoPi = 6.2831853F;
 constexpr int period = 240; // frames until the motion repeats
 
 constexpr float posterWidth = 540;
@@ -88,11 +88,11 @@ std::vector<Touch> VectorScene::demonstration(int frame) const {
 }
 
 void VectorScene::drawBackdrop() {
-    Color dawn = turnHue({0.99F, 0.74F, 0.58F, 1}, mHue);
-    Color night = turnHue({0.09F, 0.08F, 0.20F, 1}, mHue);
+    Color dawn = rotateHue({0.99F, 0.74F, 0.58F, 1}, mHue);
+    Color night = rotateHue({0.09F, 0.08F, 0.20F, 1}, mHue);
     mGraphics.renderRadialGradient(x(windowX), y(-60), 120 * mScale, dawn.data(), 980 * mScale, night.data());
-    Color glow = turnHue({0.85F, 0.30F, 0.45F, 0.40F}, mHue);
-    Color none = turnHue({0.60F, 0.20F, 0.50F, 0}, mHue);
+    Color glow = rotateHue({0.85F, 0.30F, 0.45F, 0.40F}, mHue);
+    Color none = rotateHue({0.60F, 0.20F, 0.50F, 0}, mHue);
     mGraphics.renderRadialGradient(x(windowX), y(560), 0, glow.data(), 430 * mScale, none.data());
 }
 
@@ -129,7 +129,7 @@ void VectorScene::drawLights() {
     for (int i = 0; i < 3; ++i) {
         const float angle = twoPi * (mTime + static_cast<float>(i) / 3 - 0.25F);
         mGraphics.renderCircle(x(140 + orbit * std::cos(angle)), y(845 + orbit * std::sin(angle)), radius * mScale,
-                               turnHue(colors[i], mHue).data());
+                               rotateHue(colors[i], mHue).data());
     }
     setBlend(mGraphics, Blend::Over);
 }

@@ -1,5 +1,7 @@
 #include "gallery/scenes/WaterScene.h"
 
+#include "gallery/Math.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -7,8 +9,6 @@
 namespace tidalume::gallery {
 
 namespace {
-
-constexpr float pi = 3.1415927F;
 
 // In texels of a height field of the usual fineness.
 constexpr float dropRadius = 8;
@@ -104,7 +104,7 @@ std::vector<Touch> WaterScene::demonstration(int frame) const {
     if (step >= strokeBegin && step <= strokeEnd) {
         const float share = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
         const float x = width * (0.12F + 0.76F * share);
-        const float y = height * (0.62F + 0.13F * std::sin(2 * pi * share));
+        const float y = height * (0.62F + 0.13F * std::sin(twoPi * share));
         touches.push_back({x, y, step == strokeBegin ? TouchAction::Down : TouchAction::Move, 0});
     }
     return touches;

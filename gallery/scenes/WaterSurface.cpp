@@ -1,5 +1,7 @@
 #include "gallery/scenes/WaterSurface.h"
 
+#include "gallery/Color.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,16 +18,13 @@ constexpr float skyDepth = 3400;
 /// one. 0.5 stands for light that changes nothing; the water swallows some of the red.
 Picture sky() {
     constexpr int size = 128;
-    constexpr float tint[3] = {0.88F, 0.98F, 1.02F};
+    constexpr Color tint = {0.88F, 0.98F, 1.02F};
     Picture picture(size, size);
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const float t = 1 - static_cast<float>(x + y) / (size - 1);
             const float light = 0.5F + 0.10F * t + (t > 0 ? 0.22F : 0.14F) * std::pow(t, 3.0F);
-            std::uint8_t* pixel = picture.pixel(x, y);
-            for (int c = 0; c < 3; ++c)
-                pixel[c] = static_cast<std::uint8_t>(std::lround(255 * std::clamp(light * tint[c], 0.0F, 1.0F)));
-            pixel[3] = 255;
+            setPixel(picture, x, y, tint * light);
         }
     }
     return picture;

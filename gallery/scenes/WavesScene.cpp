@@ -1,5 +1,7 @@
 #include "gallery/scenes/WavesScene.h"
 
+#include "gallery/Math.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,7 +9,6 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float pi = 3.1415927F;
 constexpr int period = 120; // frames from one wave to the next
 
 // In texels of a height field of the usual fineness.
@@ -62,7 +63,7 @@ void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
     const float radius = crest * mLength * mSurface.scale();
     const float reach = bend * mSurface.scale();
-    const float swing = reach * std::cos(2 * pi * time);
+    const float swing = reach * std::cos(twoPi * time);
     // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be
     // negative.
     const float sway = std::fabs(swing);

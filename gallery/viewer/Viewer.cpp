@@ -216,7 +216,7 @@ void Viewer::show(std::size_t scene) {
 void Viewer::fitWindow() {
     const SDL_Point size = mWindow.pixels();
     if ((size.x == mSize.x && size.y == mSize.y) || size.x < 1 || size.y < 1) return;
-    mPlayer->setUp(size.x, size.y, mChosen.width > 0 ? coverFit(mChosen, size.x, size.y) : pebbles(size.x, size.y, 1));
+    mPlayer->setUp(size.x, size.y, makeBackground(mChosen, size.x, size.y));
     mSize = size;
     mStale = true;
 }

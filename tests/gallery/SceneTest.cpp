@@ -1,4 +1,5 @@
 #include "gallery/Background.h"
+#include "gallery/Pebbles.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
