@@ -9,7 +9,7 @@
 
 namespace tidalume::gallery {
 
-/// Plays one scene in time, for the front ends that a person touches.
+/// Plays one scene in time, for every front end.
 ///
 /// The scene advances in steps of 1/60 s whatever the display's refresh rate is. Until it is touched for the first
 /// time it plays its demonstration.

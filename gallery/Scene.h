@@ -40,14 +40,14 @@ struct Parameter {
     std::vector<const char*> choices; ///< for people; empty for a number
 };
 
-/// An effect shown in motion. A front end owns the GL context and the scene, and calls, on the context's thread:
+/// An effect shown in motion, as a Player plays it. All calls are made on the thread of the GL context:
 ///
 ///     std::unique_ptr<Scene> scene = entry.make();    // draws from lrand48 happen here and in drawFrame()
 ///     scene->setUp(width, height, background);
 ///     scene->touch(...);                              // any number
 ///     scene->drawFrame();                             // 60 times per second of the scene's own time
 ///
-/// and setUp() again after each change of size, or after contextLost() once there is a new context.
+/// setUp() is called again after each change of size, and after contextLost() once there is a new context.
 class Scene {
   public:
     virtual ~Scene() = default;
@@ -60,13 +60,15 @@ class Scene {
     /// The GL context is gone: forgets every GL name without a GL call.
     virtual void contextLost() = 0;
 
+    /// Takes a touch whose pointer is in range.
     virtual void touch(const Touch& touch) = 0;
 
     /// Advances by 1/60 s and draws into framebuffer 0, all of it.
     virtual void drawFrame() = 0;
 
-    /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp().
-    virtual std::vector<Touch> demonstration(int frame) const = 0;
+    /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp(). A
+    /// scene that shows itself untouched has none.
+    virtual std::vector<Touch> demonstration(int) const { return {}; }
 
     /// What may be set, with its range. What is set shows from the next frame on.
     const std::vector<Parameter>& parameters() const { return mParameters; }

@@ -67,7 +67,6 @@ void MetaballsScene::contextLost() {
 }
 
 void MetaballsScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     finger.x = touch.x;
     finger.y = touch.y;

@@ -48,7 +48,7 @@ void ParticlesScene::touch(const Touch& touch) {
     constexpr int press = 0;
     constexpr int release = 1;
     constexpr int stream = 7;
-    if (touch.pointer < 0 || touch.pointer >= static_cast<int>(mEmitters.size())) return;
+    if (touch.pointer >= static_cast<int>(mEmitters.size())) return;
     const int action = touch.action == TouchAction::Down ? press : touch.action == TouchAction::Up ? release : stream;
     mEmitters[static_cast<std::size_t>(touch.pointer)].push(touch.x, touch.y, action);
 }

@@ -41,7 +41,7 @@ void PondScene::contextLost() {
 // Every drop holds the rings for a moment, which then run both outwards and inwards: a finger that moves lets drops
 // fall at a distance from each other.
 void PondScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    if (touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     const float distance = std::hypot(mSurface.toColumn(touch.x - finger.x), mSurface.toRow(touch.y - finger.y));
     if (touch.action == TouchAction::Move && distance < dropDistance * mSurface.scale()) return;

@@ -57,7 +57,6 @@ void VectorScene::contextLost() {
 }
 
 void VectorScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount) return;
     mFingers[static_cast<std::size_t>(touch.pointer)] = {touch.x, touch.y, touch.action != TouchAction::Up};
 }
 

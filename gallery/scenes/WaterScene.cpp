@@ -43,7 +43,7 @@ void WaterScene::contextLost() {
 }
 
 void WaterScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    if (touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     finger.to[0] = touch.x;
     finger.to[1] = touch.y;

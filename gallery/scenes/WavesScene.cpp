@@ -76,8 +76,4 @@ void WavesScene::paintWaves() {
     }
 }
 
-std::vector<Touch> WavesScene::demonstration(int) const {
-    return {};
-}
-
 } // namespace tidalume::gallery

@@ -15,7 +15,6 @@ class WavesScene : public Scene {
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
-    std::vector<Touch> demonstration(int frame) const override;
 
   private:
     void fitField();
