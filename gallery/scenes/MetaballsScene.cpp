@@ -44,7 +44,7 @@ MetaballsScene::MetaballsScene()
     }
     mParameters = {
         {"radius", "Size of the drops", 0.5F, 1.5F, mRadius},
-        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        mQuality.parameter(),
         {"hue", "Colour", -180, 180, mHue},
     };
 }
@@ -53,10 +53,7 @@ void MetaballsScene::setUp(int width, int height, const Picture&) {
     mWidth = width;
     mHeight = height;
     mUnit = static_cast<float>(std::min(width, height));
-    mFieldQuality = 0;
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
-    mLargestSprite = sizes[1];
+    mQuality.setUp();
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
 }
@@ -94,15 +91,10 @@ std::vector<Touch> MetaballsScene::demonstration(int frame) const {
     return {{x, y, action, 0}};
 }
 
-// A field coarse enough that the largest drop's sprite stays within what the driver draws.
 void MetaballsScene::fitField() {
-    constexpr float spritePerRadius = 2 * 1.21F;
-    const float largest = largestRadius * mUnit * mRadius * layers[0].scale * spritePerRadius;
-    const float quality = std::max(mQuality, largest / mLargestSprite);
-    if (quality == mFieldQuality) return;
-    mRenderer.init(quality);
+    if (!mQuality.fit(largestRadius * mUnit * mRadius * layers[0].scale)) return;
+    mRenderer.init(mQuality.value());
     mRenderer.setScreenSize(mWidth, mHeight);
-    mFieldQuality = quality;
 }
 
 void MetaballsScene::moveFingers() {

@@ -3,6 +3,7 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
 #include "gallery/Scene.h"
+#include "gallery/scenes/FieldQuality.h"
 
 #include <array>
 
@@ -60,10 +61,8 @@ class MetaballsScene : public Scene {
     int mWidth = 1;
     int mHeight = 1;
     float mUnit = 1; // all radii are shares of it, in pixels
-    float mLargestSprite = 1;
     int mFrame = 0;
-    float mFieldQuality = 0; // that the field has; 0 for another size than that of the screen
-    float mQuality = 1;
+    FieldQuality mQuality{1};
     float mRadius = 1;
     float mHue = 0;
 };

@@ -20,7 +20,7 @@ ParticlesScene::ParticlesScene() {
     mParameters = {
         {"radius", "Size of the blob under a finger", 10, 100, mRadius},
         {"opacity", "Opacity", 0.1F, 1, mOpacity},
-        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        mQuality.parameter(),
         {"hue", "Colour", -180, 180, mHue},
     };
 }
@@ -31,10 +31,7 @@ void ParticlesScene::setUp(int width, int height, const Picture&) {
     mUnit = static_cast<float>(std::min(width, height)) / 540;
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
-    mLargestSprite = sizes[1];
-    mFieldQuality = 0;
+    mQuality.setUp();
     fitField();
 }
 
@@ -83,17 +80,12 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
     return touches;
 }
 
-// A field coarse enough that the largest sprite stays within what the driver draws.
 void ParticlesScene::fitField() {
-    constexpr float spritePerRadius = 2 * 1.21F;
-    const float largest = std::max(largestParticle, mRadius * mUnit) * spritePerRadius;
-    const float quality = std::max(mQuality, largest / mLargestSprite);
-    if (quality == mFieldQuality) return;
+    if (!mQuality.fit(std::max(largestParticle, mRadius * mUnit))) return;
     for (MetaballRenderer& emitter : mEmitters) {
-        emitter.init(quality);
+        emitter.init(mQuality.value());
         emitter.setScreenSize(mWidth, mHeight);
     }
-    mFieldQuality = quality;
 }
 
 void ParticlesScene::drawBackdrop() {

@@ -7,7 +7,7 @@ namespace tidalume::gallery {
 
 namespace {
 
-// In texels of a height field of the usual fineness.
+// In texels of a height field at the default resolution.
 constexpr float dropRadius = 7;
 constexpr float dropDistance = 30; // between the drops of a finger that moves
 constexpr float steepness = 15;
@@ -21,7 +21,7 @@ PondScene::PondScene() {
         {"strength", "Strength of a drop", 0.1F, 0.95F, mStrength},
         {"iterations", "Iterations per frame", 1, 16, mIterations},
         {"depth", "Depth of the water", 0, 3, mDepth},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
@@ -30,7 +30,7 @@ void PondScene::setUp(int width, int height, const Picture& background) {
     mHeight = height;
     mSurface.setUp(width, height, background);
     mPond.init();
-    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mPond);
 }
 
 void PondScene::contextLost() {
@@ -49,7 +49,7 @@ void PondScene::touch(const Touch& touch) {
 }
 
 void PondScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mPond);
     const auto columns = static_cast<float>(mSurface.columns());
     const auto rows = static_cast<float>(mSurface.rows());
     // Drops are as wide in both directions as the screen makes them: the mean of the two is meant here.
@@ -66,11 +66,6 @@ void PondScene::drawFrame() {
     for (long i = 0; i < updates; ++i)
         mPond.update();
     mSurface.draw(mPond.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
-}
-
-void PondScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 std::vector<Touch> PondScene::demonstration(int frame) const {

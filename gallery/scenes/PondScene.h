@@ -25,8 +25,6 @@ class PondScene : public Scene {
         bool drops; // a drop is to fall there in the next frame
     };
 
-    void fitField();
-
     ShallowWater mPond;
     WaterSurface mSurface;
     std::array<Finger, pointerCount> mFingers = {};
@@ -36,7 +34,6 @@ class PondScene : public Scene {
     float mStrength = 0.6F;
     float mIterations = 8; // updates per frame
     float mDepth = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

@@ -10,7 +10,7 @@ namespace tidalume::gallery {
 
 namespace {
 
-// In texels of a height field of the usual fineness.
+// In texels of a height field at the default resolution.
 constexpr float dropRadius = 8;
 constexpr float dropStrength = 1.1F;
 constexpr float strokeStrength = 0.08F; // per frame, while the finger moves
@@ -25,7 +25,7 @@ WaterScene::WaterScene() {
         {"strength", "Strength of a touch", 0.1F, 3, mStrength},
         {"iterations", "Iterations per frame", 1, 8, mIterations},
         {"depth", "Depth of the water", 0, 3, mDepth},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
@@ -34,7 +34,7 @@ void WaterScene::setUp(int width, int height, const Picture& background) {
     mHeight = height;
     mSurface.setUp(width, height, background);
     mWater.init();
-    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mWater);
 }
 
 void WaterScene::contextLost() {
@@ -55,16 +55,11 @@ void WaterScene::touch(const Touch& touch) {
 }
 
 void WaterScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mWater);
     disturb();
     mWater.setIterationCount(static_cast<int>(std::lround(mIterations)));
     mWater.update();
     mSurface.draw(mWater.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
-}
-
-void WaterScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 // A line from where each finger was to where it is leaves no gap, however fast the finger.

@@ -28,7 +28,6 @@ class WaterScene : public Scene {
         bool falls; // it has just come down
     };
 
-    void fitField();
     void disturb();
 
     ShallowWaterIterative mWater;
@@ -40,7 +39,6 @@ class WaterScene : public Scene {
     float mStrength = 1;
     float mIterations = 4; // per frame
     float mDepth = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

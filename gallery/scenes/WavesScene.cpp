@@ -11,7 +11,7 @@ namespace {
 
 constexpr int period = 120; // frames from one wave to the next
 
-// In texels of a height field of the usual fineness.
+// In texels of a height field at the default resolution.
 constexpr float crest = 31;
 constexpr float bend = 8;
 constexpr float strength = 0.5F;
@@ -25,14 +25,14 @@ WavesScene::WavesScene() {
         {"length", "Length of the waves", 0.4F, 3, mLength},
         {"count", "Bends across the screen", 0, 6, mCount},
         {"strength", "Height of the waves", 0, 2, mStrength},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
 void WavesScene::setUp(int width, int height, const Picture& background) {
     mSurface.setUp(width, height, background);
     mWaves.init();
-    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mWaves);
 }
 
 void WavesScene::contextLost() {
@@ -47,15 +47,10 @@ void WavesScene::touch(const Touch& touch) {
 }
 
 void WavesScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mWaves);
     paintWaves();
     mSurface.draw(mWaves.getTexture(), steepness * mSurface.scale(), depth * mSurface.scale());
     ++mFrame;
-}
-
-void WavesScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 // The bands of the waves lie side by side, so that each frame paints the whole screen; their curves sway together.

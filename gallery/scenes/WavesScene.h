@@ -17,7 +17,6 @@ class WavesScene : public Scene {
     void drawFrame() override;
 
   private:
-    void fitField();
     void paintWaves();
 
     IntensityMapBuilder mWaves;
@@ -28,7 +27,6 @@ class WavesScene : public Scene {
     float mLength = 1;
     float mCount = 2;
     float mStrength = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery
