@@ -15,7 +15,7 @@ struct Touch {
     float x = 0; ///< in pixels from the left
     float y = 0; ///< in pixels from the top
     TouchAction action = TouchAction::Down;
-    int pointer = 0; ///< tells fingers apart; 0 to pointerCount - 1
+    int pointer = 0; ///< one for each finger; 0 to pointerCount - 1
 };
 
 constexpr int pointerCount = 10;
@@ -26,7 +26,7 @@ struct Parameter {
     Parameter(const char* name, const char* label, float minimum, float maximum, float& value)
         : name(name), label(label), minimum(minimum), maximum(maximum), initial(value), value(&value) {}
 
-    /// One of several choices, whose place in the list is the value.
+    /// One of several choices. The value is its index in the list.
     Parameter(const char* name, const char* label, const std::vector<const char*>& choices, float& value)
         : name(name), label(label), minimum(0), maximum(static_cast<float>(choices.size() - 1)), initial(value),
           value(&value), choices(choices) {}
@@ -57,7 +57,7 @@ class Scene {
     /// @param background     an opaque picture of that size; scenes that show none ignore it
     virtual void setUp(int width, int height, const Picture& background) = 0;
 
-    /// The GL context is gone: forgets every GL name without a GL call.
+    /// The GL context is gone: abandons every GL name without a GL call.
     virtual void contextLost() = 0;
 
     /// Takes a touch whose pointer is in range.
@@ -73,7 +73,7 @@ class Scene {
     /// What may be set, with its range. What is set shows from the next frame on.
     const std::vector<Parameter>& parameters() const { return mParameters; }
 
-    /// Sets one of parameters(); the value is limited to its range, a name that is not there is ignored.
+    /// Sets one of parameters(); the value is clamped to its range, an unknown name is ignored.
     void set(std::string_view name, float value) {
         for (const Parameter& parameter : mParameters) {
             if (name == parameter.name) *parameter.value = std::clamp(value, parameter.minimum, parameter.maximum);

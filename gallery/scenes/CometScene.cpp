@@ -12,10 +12,10 @@ namespace {
 
 constexpr float frameTime = 1.0F / 60;
 constexpr float sparkLife = 0.8F; // in seconds
-// The heads that the effect reports run ahead of what it draws: sparks wait until the comet has come to them.
-constexpr float sparkBirth = -0.12F;
+// The effect reports the heads ahead of where it draws them. The sparks wait for the comet to arrive.
+constexpr float sparkInitialAge = -0.12F;
 
-// Hard-edged discs far larger than the screen, from the back to the front, in shares of the width.
+// Hard-edged discs far larger than the screen, from back to front, in units of the width.
 struct Hill {
     float x;
     float top; // of the disc, above the bottom edge
@@ -34,7 +34,7 @@ constexpr Hill hills[] = {
 
 CometScene::CometScene() {
     for (Star& star : mStars) {
-        // Many faint ones, few bright ones.
+        // Many faint stars, few bright ones.
         const float size = std::pow(randomBetween(0, 1), 4.0F);
         star.x = randomBetween(0, 1);
         star.y = randomBetween(0, 0.9F);
@@ -94,7 +94,7 @@ void CometScene::drawFrame() {
     ++mFrame;
 }
 
-// Two whole flights in two seconds, and a third one half way at their end.
+// Two whole flights in two seconds, and a third one halfway at the end.
 std::vector<Touch> CometScene::demonstration(int frame) const {
     constexpr int period = 120;
     struct Launch {
@@ -119,8 +119,8 @@ void CometScene::drawDot(float x, float y, float radius, const Color& color) {
     mGraphics.renderCircle(x, y, radius, rotateHue(color, mHue).data());
 }
 
-// Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
-// at the right.
+// Night blue that brightens towards the horizon, with the last daylight at the left and a faint cloud of stars at the
+// right.
 void CometScene::drawSky() {
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
@@ -170,7 +170,7 @@ void CometScene::addSpark(float x, float y, float brightness) {
                            speed * std::cos(direction),
                            speed * std::sin(direction),
                            randomBetween(0.8F, 1.9F) * mUnit,
-                           sparkBirth,
+                           sparkInitialAge,
                            brightness};
     mNextSpark = (mNextSpark + 1) % mSparks.size();
 }
@@ -181,12 +181,12 @@ void CometScene::drawSparks() {
         if (spark.age >= 1) continue;
         spark.age += frameTime / sparkLife;
         if (spark.age < 0) continue;
-        const float rest = 1 - spark.age;
+        const float remaining = 1 - spark.age;
         drawDot(spark.x, spark.y, spark.radius,
-                {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest});
+                {1, 0.86F + 0.14F * remaining, 0.62F + 0.38F * remaining, 0.85F * spark.brightness * remaining});
         spark.x += spark.velocityX * frameTime;
         spark.y += spark.velocityY * frameTime;
-        spark.velocityY += 40 * mUnit * frameTime; // they fall, slowly
+        spark.velocityY += 40 * mUnit * frameTime; // gravity
     }
 }
 

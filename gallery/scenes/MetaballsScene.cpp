@@ -11,15 +11,15 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr int period = 120;             // frames until the motion repeats
-constexpr float largestRadius = 0.202F; // that a drop reaches, in shares of the unit
+constexpr int period = 120;         // frames until the motion repeats
+constexpr float maxRadius = 0.202F; // of a drop, in units
 
-// One pass over the same drops, from the glow around them to the highlights: smaller radii, shifted towards the light
-// at the upper left, in brighter colours. The inset takes the highlights from small drops first.
+// One drawing of the drops. The layers go from the glow around them to the highlights, with smaller radii and brighter
+// colours, shifted towards the light at the upper left.
 struct Layer {
     float scale; // of the radius
-    float inset; // taken off the radius, in shares of the unit
-    float shift; // to the left and up, in shares of the radius
+    float inset; // taken off the radius, in units, so that small drops have no highlights
+    float shift; // to the left and up, as a fraction of the radius
     Color color;
 };
 
@@ -39,7 +39,7 @@ MetaballsScene::MetaballsScene()
                 {8, false, 0.22F, 0.060F, 0.12F, 0}}} {
     for (Stream& stream : mStreams) {
         stream.phase = randomBetween(0, 1);
-        stream.place += randomBetween(-0.06F, 0.06F);
+        stream.position += randomBetween(-0.06F, 0.06F);
         stream.radius *= randomBetween(0.9F, 1.1F);
     }
     mParameters = {
@@ -84,15 +84,15 @@ std::vector<Touch> MetaballsScene::demonstration(int frame) const {
     constexpr int last = 95;
     const int step = frame % period;
     if (step < first || step > last) return {};
-    const float share = static_cast<float>(step - first) / (last - first);
-    const float x = static_cast<float>(mWidth) * (0.5F + 0.32F * std::sin(twoPi * share));
-    const float y = static_cast<float>(mHeight) * (0.5F - 0.16F * std::cos(twoPi * share));
+    const float t = static_cast<float>(step - first) / (last - first);
+    const float x = static_cast<float>(mWidth) * (0.5F + 0.32F * std::sin(twoPi * t));
+    const float y = static_cast<float>(mHeight) * (0.5F - 0.16F * std::cos(twoPi * t));
     const TouchAction action = step == first ? TouchAction::Down : step == last ? TouchAction::Up : TouchAction::Move;
     return {{x, y, action, 0}};
 }
 
 void MetaballsScene::fitField() {
-    if (!mQuality.fit(largestRadius * mUnit * mRadius * layers[0].scale)) return;
+    if (!mQuality.fit(maxRadius * mUnit * mRadius * layers[0].scale)) return;
     mRenderer.init(mQuality.value());
     mRenderer.setScreenSize(mWidth, mHeight);
 }
@@ -117,22 +117,22 @@ void MetaballsScene::placeStream(const Stream& stream) {
     const float length = static_cast<float>(mHeight) + 0.5F * mUnit;
     const float time = static_cast<float>(mFrame % period) / period + stream.phase;
     for (int i = 0; i < stream.count; ++i) {
-        const float way = std::fmod((static_cast<float>(i) + time) / static_cast<float>(stream.count), 1.0F);
-        const float wave = std::sin(twoPi * (way * 1.5F + stream.phase));
-        const float down = (stream.rising ? 1 - way : way) * length - 0.25F * mUnit;
-        const float swelling = 1 + 0.22F * std::sin(twoPi * (way * 2 + stream.phase));
-        mBalls.push_back({width * (stream.place + stream.sway * wave), down, stream.radius * mUnit * swelling, {}});
+        const float progress = std::fmod((static_cast<float>(i) + time) / static_cast<float>(stream.count), 1.0F);
+        const float wave = std::sin(twoPi * (progress * 1.5F + stream.phase));
+        const float down = (stream.rising ? 1 - progress : progress) * length - 0.25F * mUnit;
+        const float swelling = 1 + 0.22F * std::sin(twoPi * (progress * 2 + stream.phase));
+        mBalls.push_back({width * (stream.position + stream.sway * wave), down, stream.radius * mUnit * swelling, {}});
     }
 }
 
-// The drops come from and go to a pool at either end, whose surface rolls.
+// The drops rise from and sink into a pool at either end, with a rolling surface.
 void MetaballsScene::placePools() {
     constexpr int perPool = 6;
     const float time = static_cast<float>(mFrame % period) / period;
     for (int i = 0; i < perPool; ++i) {
-        const auto share = static_cast<float>(i) / (perPool - 1);
-        const float roll = 0.035F * mUnit * std::sin(twoPi * (time + share * 1.3F));
-        const float x = static_cast<float>(mWidth) * share;
+        const auto across = static_cast<float>(i) / (perPool - 1);
+        const float roll = 0.035F * mUnit * std::sin(twoPi * (time + across * 1.3F));
+        const float x = static_cast<float>(mWidth) * across;
         mBalls.push_back({x, static_cast<float>(mHeight) + 0.07F * mUnit + roll, 0.18F * mUnit, {}});
         mBalls.push_back({x, -0.09F * mUnit + roll, 0.15F * mUnit, {}});
     }

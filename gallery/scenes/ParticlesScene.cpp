@@ -11,8 +11,8 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float opaqueAlphaFactor = 12.5F; // the effect paints with 0.08 of it as alpha
-constexpr float largestParticle = 90;      // radius in pixels, on any screen
+constexpr float opaqueAlphaFactor = 12.5F; // the effect multiplies it by 0.08
+constexpr float maxParticleRadius = 90;    // in pixels, on any screen
 
 } // namespace
 
@@ -59,7 +59,7 @@ void ParticlesScene::drawFrame() {
     drawTint();
 }
 
-// Three fingers go down one after another, sweep to and fro, and leave one after another.
+// Three fingers go down one after another, sweep to and fro, and lift one after another.
 std::vector<Touch> ParticlesScene::demonstration(int frame) const {
     constexpr int period = 240;
     constexpr int length = 110;
@@ -81,7 +81,7 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
 }
 
 void ParticlesScene::fitField() {
-    if (!mQuality.fit(std::max(largestParticle, mRadius * mUnit))) return;
+    if (!mQuality.fit(std::max(maxParticleRadius, mRadius * mUnit))) return;
     for (MetaballRenderer& emitter : mEmitters) {
         emitter.init(mQuality.value());
         emitter.setScreenSize(mWidth, mHeight);
@@ -96,7 +96,7 @@ void ParticlesScene::drawBackdrop() {
                                    glow.data(), 1.1F * static_cast<float>(mHeight), depth.data());
 }
 
-// The effect paints white: gradients that multiply give the drops their colours.
+// The effect paints white. Gradients, multiplied over it, give the drops their colours.
 void ParticlesScene::drawTint() {
     Color yellow = rotateHue({1.00F, 0.86F, 0.42F, 1}, mHue);
     Color coral = rotateHue({1.00F, 0.42F, 0.48F, 1}, mHue);

@@ -32,7 +32,7 @@ class PondScene : public Scene {
     int mHeight = 1;
     float mRadius = 1;
     float mStrength = 0.6F;
-    float mIterations = 8; // updates per frame
+    float mUpdates = 8; // per frame
     float mDepth = 1;
 };
 

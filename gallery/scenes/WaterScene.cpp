@@ -49,7 +49,7 @@ void WaterScene::touch(const Touch& touch) {
     finger.to[1] = touch.y;
     if (touch.action == TouchAction::Down) {
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
-        finger.falls = true;
+        finger.isNew = true;
     }
     finger.moved = true;
 }
@@ -62,22 +62,22 @@ void WaterScene::drawFrame() {
     mSurface.draw(mWater.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
 }
 
-// A line from where each finger was to where it is leaves no gap, however fast the finger.
+// A line from the last position of each finger to the present one leaves no gap, however fast the finger is.
 void WaterScene::disturb() {
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
     for (Finger& finger : mFingers) {
         if (!finger.moved) continue;
-        const float strength = finger.falls ? dropStrength : strokeStrength;
+        const float strength = finger.isNew ? dropStrength : strokeStrength;
         float from[2] = {mSurface.toColumn(finger.from[0]), mSurface.toRow(finger.from[1])};
         float to[2] = {mSurface.toColumn(finger.to[0]), mSurface.toRow(finger.to[1])};
         mWater.addDropLine(from, to, dropRadius * mRadius * mSurface.scale(), strength * mStrength, 1);
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
-        finger.moved = finger.falls = false;
+        finger.moved = finger.isNew = false;
     }
 }
 
-// Two seconds: drops, then a finger drawn in a bow across the screen, and drops again.
+// Drops fall for two seconds, while a finger is drawn in an arc across the screen.
 std::vector<Touch> WaterScene::demonstration(int frame) const {
     constexpr int period = 120;
     constexpr int strokeBegin = 52;
@@ -97,9 +97,9 @@ std::vector<Touch> WaterScene::demonstration(int frame) const {
         if (drop.frame == step) touches.push_back({drop.x * width, drop.y * height, TouchAction::Down, 1});
     }
     if (step >= strokeBegin && step <= strokeEnd) {
-        const float share = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
-        const float x = width * (0.12F + 0.76F * share);
-        const float y = height * (0.62F + 0.13F * std::sin(twoPi * share));
+        const float t = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
+        const float x = width * (0.12F + 0.76F * t);
+        const float y = height * (0.62F + 0.13F * std::sin(twoPi * t));
         touches.push_back({x, y, step == strokeBegin ? TouchAction::Down : TouchAction::Move, 0});
     }
     return touches;

@@ -8,7 +8,7 @@
 
 namespace tidalume::gallery {
 
-/// A clear brook: fingers draw furrows and drops fall, whose rings meet and come back from the edges.
+/// A clear brook: fingers draw furrows, and drops fall. Their rings meet and come back from the edges.
 class WaterScene : public Scene {
   public:
     WaterScene();
@@ -25,7 +25,7 @@ class WaterScene : public Scene {
         float from[2];
         float to[2];
         bool moved;
-        bool falls; // it has just come down
+        bool isNew; // it has just come down
     };
 
     void disturb();

@@ -12,8 +12,8 @@ namespace {
 constexpr int period = 120; // frames from one wave to the next
 
 // In texels of a height field at the default resolution.
-constexpr float crest = 31;
-constexpr float bend = 8;
+constexpr float crestRadius = 31;
+constexpr float bendAmplitude = 8;
 constexpr float strength = 0.5F;
 constexpr float steepness = 30;
 constexpr float depth = 28;
@@ -42,7 +42,7 @@ void WavesScene::contextLost() {
 
 void WavesScene::touch(const Touch& touch) {
     if (touch.pointer != 0) return;
-    if (touch.action == TouchAction::Move) mWay += mSurface.toRow(touch.y - mFingerY);
+    if (touch.action == TouchAction::Move) mOffset += mSurface.toRow(touch.y - mFingerY);
     mFingerY = touch.y;
 }
 
@@ -53,21 +53,20 @@ void WavesScene::drawFrame() {
     ++mFrame;
 }
 
-// The bands of the waves lie side by side, so that each frame paints the whole screen; their curves sway together.
+// The bands of the waves lie side by side and cover the screen. Their curves sway together.
 void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
-    const float radius = crest * mLength * mSurface.scale();
-    const float reach = bend * mSurface.scale();
-    const float swing = reach * std::cos(twoPi * time);
-    // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be
-    // negative.
-    const float sway = std::fabs(swing);
-    const float count = std::copysign(mCount, swing);
-    const float spacing = 2 * (radius + reach);
-    mWay = std::fmod(mWay + spacing / period, spacing);
+    const float radius = crestRadius * mLength * mSurface.scale();
+    const float maxAmplitude = bendAmplitude * mSurface.scale();
+    const float signedAmplitude = maxAmplitude * std::cos(twoPi * time);
+    // The amplitude also sets the width of a band, so it must not be negative: the curve runs backwards instead.
+    const float amplitude = std::fabs(signedAmplitude);
+    const float count = std::copysign(mCount, signedAmplitude);
+    const float spacing = 2 * (radius + maxAmplitude);
+    mOffset = std::fmod(mOffset + spacing / period, spacing);
     const float bottom = static_cast<float>(mSurface.rows()) + spacing;
-    for (float y = mWay - 2 * spacing; y < bottom; y += spacing) {
-        mWaves.addHorizontalWave(y, spacing / 2 - sway, strength * mStrength, sway, count, 0);
+    for (float y = mOffset - 2 * spacing; y < bottom; y += spacing) {
+        mWaves.addHorizontalWave(y, spacing / 2 - amplitude, strength * mStrength, amplitude, count, 0);
     }
 }
 

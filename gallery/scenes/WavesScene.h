@@ -21,7 +21,7 @@ class WavesScene : public Scene {
 
     IntensityMapBuilder mWaves;
     WaterSurface mSurface;
-    float mWay = 0; // of the waves, in units
+    float mOffset = 0; // of the waves down the screen, in texels
     float mFingerY = 0;
     int mFrame = 0;
     float mLength = 1;

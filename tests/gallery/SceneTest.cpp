@@ -165,7 +165,7 @@ TEST(Player, StepsFollowTime) {
         EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
     }
     Player player = metaballs();
-    const double step = Player::step;
+    const double step = Player::timeStep;
     std::vector<int> steps;
     for (const double seconds :
          {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})
