@@ -17,9 +17,9 @@ constexpr float sparkInitialAge = -0.12F;
 
 // Hard-edged discs far larger than the screen, from back to front, in units of the width.
 struct Hill {
-    float x;
-    float top; // of the disc, above the bottom edge
-    float radius;
+    float x = 0;
+    float top = 0; // of the disc, above the bottom edge
+    float radius = 0;
     Color color;
 };
 

@@ -17,9 +17,9 @@ constexpr float maxRadius = 0.202F; // of a drop, in units
 // One drawing of the drops. The layers go from the glow around them to the highlights, with smaller radii and brighter
 // colours, shifted towards the light at the upper left.
 struct Layer {
-    float scale; // of the radius
-    float inset; // taken off the radius, in units, so that small drops have no highlights
-    float shift; // to the left and up, as a fraction of the radius
+    float scale = 1; // of the radius
+    float inset = 0; // taken off the radius, in units, so that small drops have no highlights
+    float shift = 0; // to the left and up, as a fraction of the radius
     Color color;
 };
 

@@ -42,7 +42,7 @@ float distanceToRoundedSquare(float radius, Point p) {
 // Paints one pixel, shape over shape, with edges one pixel soft.
 struct Painter {
     Color color;
-    float pixelsPerUnit;
+    float pixelsPerUnit = 1;
 
     void paint(float distance, const Color& over) {
         color = mix(color, over, std::clamp(0.5F - distance * pixelsPerUnit, 0.0F, 1.0F));
@@ -77,9 +77,9 @@ Picture boatTile(int size) {
 
 Picture coast(int height) {
     struct Ridge {
-        float top;    // of its middle, as a fraction of the height
-        float height; // of its waves
-        float length, phase;
+        float top = 0;    // of its middle, as a fraction of the height
+        float height = 0; // of its waves
+        float length = 0, phase = 0;
         Color color;
     };
     static constexpr Ridge ridges[] = {
