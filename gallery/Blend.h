@@ -6,16 +6,16 @@
 
 namespace tidalume::gallery {
 
-/// How what is drawn is put together with what is there.
+/// How what is drawn is blended with what is there.
 enum class Blend { Over, Add, Multiply, Screen, Lighten, Subtract };
 
 /// Their names for people, in the same order.
 const std::vector<const char*>& blendNames();
 
-/// Draws with a blend from now on; an opaque surface stays opaque.
+/// Blends what is drawn from now on. An opaque surface stays opaque.
 void setBlend(VectorGraphicRenderer& graphics, Blend blend);
 
-/// The blend of a setting: blendNames() are its choices.
+/// The blend that a parameter with the choices blendNames() is set to.
 inline Blend toBlend(float setting) {
     return static_cast<Blend>(static_cast<int>(setting));
 }

@@ -1,20 +1,47 @@
 #include "gallery/Color.h"
 
+#include "gallery/Math.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace tidalume::gallery {
 
-Color turnHue(const Color& color, float degrees) {
-    const float angle = degrees * 3.1415927F / 180;
+namespace {
+
+std::uint8_t toByte(float channel) {
+    return static_cast<std::uint8_t>(std::lround(255.0F * std::clamp(channel, 0.0F, 1.0F)));
+}
+
+} // namespace
+
+Color operator*(const Color& color, float factor) {
+    return {color.red * factor, color.green * factor, color.blue * factor, color.alpha};
+}
+
+Color mix(const Color& from, const Color& to, float t) {
+    return {from.red + (to.red - from.red) * t, from.green + (to.green - from.green) * t,
+            from.blue + (to.blue - from.blue) * t, from.alpha + (to.alpha - from.alpha) * t};
+}
+
+Color rotateHue(const Color& color, float degrees) {
+    const float angle = degrees * pi / 180;
     const float along = std::cos(angle);
     const float across = std::sin(angle) / std::sqrt(3.0F);
     const auto& [red, green, blue, alpha] = color;
     const float grey = (red + green + blue) / 3 * (1 - along);
-    const auto turn = [&](float channel, float next, float last) {
+    const auto rotate = [&](float channel, float next, float last) {
         return std::clamp(channel * along + grey + (last - next) * across, 0.0F, 1.0F);
     };
-    return {turn(red, green, blue), turn(green, blue, red), turn(blue, red, green), alpha};
+    return {rotate(red, green, blue), rotate(green, blue, red), rotate(blue, red, green), alpha};
+}
+
+void setPixel(Picture& picture, int x, int y, const Color& color) {
+    std::uint8_t* pixel = picture.pixel(x, y);
+    pixel[0] = toByte(color.red);
+    pixel[1] = toByte(color.green);
+    pixel[2] = toByte(color.blue);
+    pixel[3] = toByte(color.alpha);
 }
 
 } // namespace tidalume::gallery

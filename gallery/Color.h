@@ -1,14 +1,31 @@
 #pragma once
 
-#include <array>
+#include "headless/Picture.h"
 
 namespace tidalume::gallery {
 
-/// Red, green, blue and alpha, each 0 to 1.
-using Color = std::array<float, 4>;
+/// A color that is shown has channels of 0 to 1.
+struct Color {
+    float red = 0;
+    float green = 0;
+    float blue = 0;
+    float alpha = 1;
 
-/// The color turned around the axis of the greys (Rodrigues' rotation), cut to what can be shown: 120 degrees make
-/// green of red, 0 changes no bit. Brightness, as the mean of the three, and alpha stay.
-Color turnHue(const Color& color, float degrees);
+    /// The four channels in this order, as the effects take colors.
+    float* data() { return &red; }
+};
+
+/// The color made brighter or darker; alpha stays.
+Color operator*(const Color& color, float factor);
+
+/// As in GLSL: from at t = 0, to at t = 1, linear in between, alpha too.
+Color mix(const Color& from, const Color& to, float t);
+
+/// The color rotated about the grey axis (Rodrigues' formula), then clamped: 120 degrees turn red into green, 0 changes
+/// no bit. Alpha stays, and so does brightness, as the mean of the other three.
+Color rotateHue(const Color& color, float degrees);
+
+/// Stores a color, clamped and rounded to 8 bits.
+void setPixel(Picture& picture, int x, int y, const Color& color);
 
 } // namespace tidalume::gallery

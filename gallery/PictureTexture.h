@@ -17,7 +17,7 @@ class PictureTexture {
     /// Shows a picture, whose bottom row becomes row 0 of the texture. Leaves texture 0 bound on the active unit.
     void load(const Picture& picture);
 
-    /// The GL context is gone: forgets the name without a GL call.
+    /// The GL context is gone: abandons the name without a GL call.
     void contextLost() { mName = 0; }
 
     GLuint name() const { return mName; }

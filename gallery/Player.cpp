@@ -7,7 +7,7 @@ namespace tidalume::gallery {
 namespace {
 
 // Half a step ahead, so that a display of 60 Hz whose frames come a little early or late gets one step for each.
-constexpr double headStart = Player::step / 2;
+constexpr double headStart = Player::timeStep / 2;
 
 std::unique_ptr<Scene> makeScene(const SceneEntry& entry, std::uint32_t seed) {
     srand48(static_cast<long>(seed));
@@ -27,10 +27,10 @@ void Player::touch(const Touch& touch) {
 int Player::advance(double seconds) {
     mDue += seconds;
     int steps = 0;
-    if (mDue >= (mostSteps + 1) * step) {
-        mDue = step + headStart;
+    if (mDue >= (maxSteps + 1) * timeStep) {
+        mDue = timeStep + headStart;
     }
-    for (; mDue >= step; mDue -= step) {
+    for (; mDue >= timeStep; mDue -= timeStep) {
         drawStep();
         ++steps;
     }

@@ -9,20 +9,20 @@
 
 namespace tidalume::gallery {
 
-/// Plays one scene in time, for the front ends that a person touches.
+/// Plays one scene in time, for every front end.
 ///
-/// The scene advances in steps of 1/60 s whatever the display's refresh rate is. Until it is touched for the first
-/// time it plays its demonstration.
+/// The scene advances in steps of 1/60 s whatever the display's refresh rate is. It plays its demonstration until the
+/// first touch.
 ///
 ///     Player player(entry, seed);
 ///     player.setUp(width, height, background);
 ///     player.touch(...);                                // any number
 ///     if (player.advance(seconds) > 0) ...;             // framebuffer 0 holds a new picture
 ///
-/// All calls need the GL context current, but contextLost(), which is to be followed by setUp().
+/// All calls but contextLost() need the GL context current. Call setUp() after contextLost().
 class Player {
   public:
-    /// Makes the scene, with chance beginning at the seed.
+    /// Makes the scene and seeds lrand48.
     Player(const SceneEntry& entry, std::uint32_t seed);
 
     /// As Scene::setUp().
@@ -40,16 +40,16 @@ class Player {
     /// Passes a touch on; the first one ends the demonstration. Pointers that are out of range are ignored.
     void touch(const Touch& touch);
 
-    /// Lets time pass and draws each step that has become due, at most mostSteps; where more are due the machine is
-    /// too slow or was asleep, and the scene goes on with one step, slowed down.
+    /// Lets time pass and draws each step that has become due, at most maxSteps. Where more are due, the machine is too
+    /// slow or was asleep: one step is drawn and the others are dropped.
     /// @return the number of steps, each of which drew all of framebuffer 0; 0 when it holds what it held before
     int advance(double seconds);
 
     /// Draws the next step whatever the time is.
     void drawStep();
 
-    static constexpr double step = 1.0 / 60.0;
-    static constexpr int mostSteps = 2;
+    static constexpr double timeStep = 1.0 / 60.0;
+    static constexpr int maxSteps = 2;
 
   private:
     void demonstrate();
@@ -57,9 +57,9 @@ class Player {
 
     std::unique_ptr<Scene> mScene;
     bool mDemonstrating = true;
-    std::array<std::optional<Touch>, pointerCount> mDemonstrated; // where the demonstration holds fingers down
+    std::array<std::optional<Touch>, pointerCount> mDemonstrated; // the fingers that the demonstration holds down
     int mFrame = 0;
-    double mDue; // time that has passed and was not drawn yet, in seconds
+    double mDue; // seconds that have passed and are not drawn yet
 };
 
 } // namespace tidalume::gallery

@@ -15,7 +15,7 @@ struct Touch {
     float x = 0; ///< in pixels from the left
     float y = 0; ///< in pixels from the top
     TouchAction action = TouchAction::Down;
-    int pointer = 0; ///< tells fingers apart; 0 to pointerCount - 1
+    int pointer = 0; ///< one for each finger; 0 to pointerCount - 1
 };
 
 constexpr int pointerCount = 10;
@@ -26,7 +26,7 @@ struct Parameter {
     Parameter(const char* name, const char* label, float minimum, float maximum, float& value)
         : name(name), label(label), minimum(minimum), maximum(maximum), initial(value), value(&value) {}
 
-    /// One of several choices, whose place in the list is the value.
+    /// One of several choices. The value is its index in the list.
     Parameter(const char* name, const char* label, const std::vector<const char*>& choices, float& value)
         : name(name), label(label), minimum(0), maximum(static_cast<float>(choices.size() - 1)), initial(value),
           value(&value), choices(choices) {}
@@ -40,14 +40,14 @@ struct Parameter {
     std::vector<const char*> choices; ///< for people; empty for a number
 };
 
-/// An effect shown in motion. A front end owns the GL context and the scene, and calls, on the context's thread:
+/// An effect shown in motion, as a Player plays it. All calls are made on the thread of the GL context:
 ///
 ///     std::unique_ptr<Scene> scene = entry.make();    // draws from lrand48 happen here and in drawFrame()
 ///     scene->setUp(width, height, background);
 ///     scene->touch(...);                              // any number
 ///     scene->drawFrame();                             // 60 times per second of the scene's own time
 ///
-/// and setUp() again after each change of size, or after contextLost() once there is a new context.
+/// setUp() is called again after each change of size, and after contextLost() once there is a new context.
 class Scene {
   public:
     virtual ~Scene() = default;
@@ -57,21 +57,23 @@ class Scene {
     /// @param background     an opaque picture of that size; scenes that show none ignore it
     virtual void setUp(int width, int height, const Picture& background) = 0;
 
-    /// The GL context is gone: forgets every GL name without a GL call.
+    /// The GL context is gone: abandons every GL name without a GL call.
     virtual void contextLost() = 0;
 
+    /// Takes a touch whose pointer is in range.
     virtual void touch(const Touch& touch) = 0;
 
     /// Advances by 1/60 s and draws into framebuffer 0, all of it.
     virtual void drawFrame() = 0;
 
-    /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp().
-    virtual std::vector<Touch> demonstration(int frame) const = 0;
+    /// The touches that show the scene at its best, to be made before frame 0, 1, 2, ... is drawn; after setUp(). A
+    /// scene that shows itself untouched has none.
+    virtual std::vector<Touch> demonstration(int) const { return {}; }
 
     /// What may be set, with its range. What is set shows from the next frame on.
     const std::vector<Parameter>& parameters() const { return mParameters; }
 
-    /// Sets one of parameters(); the value is limited to its range, a name that is not there is ignored.
+    /// Sets one of parameters(); the value is clamped to its range, an unknown name is ignored.
     void set(std::string_view name, float value) {
         for (const Parameter& parameter : mParameters) {
             if (name == parameter.name) *parameter.value = std::clamp(value, parameter.minimum, parameter.maximum);

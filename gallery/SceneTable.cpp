@@ -34,8 +34,8 @@ const std::vector<SceneEntry>& sceneTable() {
         {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.", false,
          make<CometScene>},
         {"vector", "Vector graphics",
-         "Gradients, discs, lights that add up, a boat in all its turns, and a coast that passes behind a mask.", true,
-         make<VectorScene>},
+         "Gradients, discs, lights that add up, a boat in every orientation, and a coast that passes behind a mask.",
+         true, make<VectorScene>},
     };
     return table;
 }

@@ -16,7 +16,7 @@ struct SceneEntry {
     std::unique_ptr<Scene> (*make)();
 };
 
-/// Every scene, in the order in which galleries show them. The front ends know scenes by this table alone.
+/// Every scene, in the order in which galleries show them. Front ends reach scenes through this table alone.
 const std::vector<SceneEntry>& sceneTable();
 
 } // namespace tidalume::gallery

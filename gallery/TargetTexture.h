@@ -15,7 +15,7 @@ class TargetTexture {
     /// Makes both, or gives the texture another size in texels. Leaves texture 0 and framebuffer 0 bound.
     void resize(int width, int height);
 
-    /// The GL context is gone: forgets the names without a GL call.
+    /// The GL context is gone: abandons both names without a GL call.
     void contextLost();
 
     GLuint name() const { return mName; }

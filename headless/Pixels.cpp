@@ -52,12 +52,12 @@ std::size_t pixelCount(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-class KeptTextureBinding {
+class ScopedTextureBinding {
   public:
-    KeptTextureBinding() { glGetIntegerv(GL_TEXTURE_BINDING_2D, &mName); }
-    ~KeptTextureBinding() { glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(mName)); }
-    KeptTextureBinding(const KeptTextureBinding&) = delete;
-    KeptTextureBinding& operator=(const KeptTextureBinding&) = delete;
+    ScopedTextureBinding() { glGetIntegerv(GL_TEXTURE_BINDING_2D, &mName); }
+    ~ScopedTextureBinding() { glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(mName)); }
+    ScopedTextureBinding(const ScopedTextureBinding&) = delete;
+    ScopedTextureBinding& operator=(const ScopedTextureBinding&) = delete;
 
   private:
     GLint mName = 0;
@@ -66,24 +66,24 @@ class KeptTextureBinding {
 class TemporaryFramebuffer {
   public:
     TemporaryFramebuffer() {
-        glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &mKept);
+        glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &mPrevious);
         glGenFramebuffers(1, &mName);
         glBindFramebuffer(GL_READ_FRAMEBUFFER, mName);
     }
     ~TemporaryFramebuffer() {
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(mKept));
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(mPrevious));
         glDeleteFramebuffers(1, &mName);
     }
     TemporaryFramebuffer(const TemporaryFramebuffer&) = delete;
     TemporaryFramebuffer& operator=(const TemporaryFramebuffer&) = delete;
 
   private:
-    GLint mKept = 0;
+    GLint mPrevious = 0;
     GLuint mName = 0;
 };
 
 GLuint uploadTexture(const Format& format, int width, int height, GLenum type, const void* values) {
-    const KeptTextureBinding kept;
+    const ScopedTextureBinding binding;
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);

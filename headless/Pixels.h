@@ -28,7 +28,7 @@ struct PixelArray {
 int channelCount(GLenum internalFormat);
 
 /// Makes a texture of width x height texels in one of the five formats of channelCount(), with GL_LINEAR filtering
-/// and GL_CLAMP_TO_EDGE wrapping. The caller owns the name; the texture binding of the active unit is kept.
+/// and GL_CLAMP_TO_EDGE wrapping. The caller owns the name; the texture binding of the active unit is restored.
 /// @param values width * height * channelCount() values, bottom row first; for GL_RGBA8 they are limited to [0, 1] and
 ///               rounded, for the others the driver rounds or truncates to half floats. Throws Error where their number
 ///               is another.
@@ -37,7 +37,7 @@ GLuint makeTexture(GLenum internalFormat, int width, int height, const std::vect
 /// The same from bytes, where 255 stands for 1.
 GLuint makeTexture(GLenum internalFormat, int width, int height, const std::vector<std::uint8_t>& values);
 
-/// Level 0 of a texture of width x height texels, through a temporary framebuffer; the framebuffer binding is kept.
+/// Level 0 of a texture of width x height texels, through a temporary framebuffer; the framebuffer binding is restored.
 /// Throws Error where the driver cannot render to the texture's format (some cannot to GL_RGB16F), since OpenGL ES
 /// has no other way to read a texture.
 PixelArray readTexture(GLuint texture, int width, int height);

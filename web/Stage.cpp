@@ -1,4 +1,4 @@
-// The scenes for the page's JavaScript, which names a scene by its place in the table.
+// The scenes for the page's JavaScript, which names a scene by its index in the table.
 
 #include "gallery/Background.h"
 #include "gallery/Player.h"
@@ -15,20 +15,20 @@ using namespace tidalume::gallery;
 
 namespace {
 
-// A scene in motion, and what its last setUp() was given.
-struct Place {
+struct RunningScene {
     std::unique_ptr<Player> player;
+    // Of the last setUp():
     int width = 0;
     int height = 0;
-    int background = 0; // number of the background
+    int backgroundVersion = 0;
 };
 
 struct Stage {
-    std::vector<Place> places = std::vector<Place>(sceneTable().size());
-    Picture chosen;     // by the visitor; empty for pebbles
-    Picture background; // chosen, or pebbles, at the size of the last setUp()
-    int number = 1;     // of the background; rises with each one that is chosen
-    int backgroundNumber = 0;
+    std::vector<RunningScene> scenes = std::vector<RunningScene>(sceneTable().size());
+    Picture chosen;            // by the visitor; empty for pebbles
+    int chosenVersion = 1;     // rises with each choice
+    Picture background;        // chosen, or pebbles, at the size of the last setUp()
+    int backgroundVersion = 0; // the choice that it shows
 };
 
 Stage& stage() {
@@ -36,26 +36,27 @@ Stage& stage() {
     return stage;
 }
 
-Place& place(int scene) {
-    return stage().places.at(static_cast<std::size_t>(scene));
+RunningScene& runningScene(int scene) {
+    return stage().scenes.at(static_cast<std::size_t>(scene));
 }
 
 const Picture& backgroundOfSize(int width, int height) {
     Stage& s = stage();
-    if (s.backgroundNumber != s.number || s.background.width != width || s.background.height != height) {
-        s.background = s.chosen.width > 0 ? coverFit(s.chosen, width, height) : pebbles(width, height, 1);
-        s.backgroundNumber = s.number;
+    if (s.backgroundVersion != s.chosenVersion || s.background.width != width || s.background.height != height) {
+        s.background = makeBackground(s.chosen, width, height);
+        s.backgroundVersion = s.chosenVersion;
     }
     return s.background;
 }
 
 /// @return whether the scene was set up anew
-bool fit(Place& place, int width, int height) {
-    if (place.width == width && place.height == height && place.background == stage().number) return false;
-    place.player->setUp(width, height, backgroundOfSize(width, height));
-    place.width = width;
-    place.height = height;
-    place.background = stage().number;
+bool fit(RunningScene& scene, int width, int height) {
+    const int version = stage().chosenVersion;
+    if (scene.width == width && scene.height == height && scene.backgroundVersion == version) return false;
+    scene.player->setUp(width, height, backgroundOfSize(width, height));
+    scene.width = width;
+    scene.height = height;
+    scene.backgroundVersion = version;
     return true;
 }
 
@@ -103,36 +104,36 @@ EMSCRIPTEN_KEEPALIVE const char* stageScenes() {
     return text.c_str();
 }
 
-/// Starts a scene, anew if it was there.
+/// Starts a scene, or starts it anew.
 EMSCRIPTEN_KEEPALIVE void stageStart(int scene, unsigned seed) {
-    place(scene) = Place();
-    place(scene).player = std::make_unique<Player>(sceneTable().at(static_cast<std::size_t>(scene)), seed);
+    runningScene(scene) = RunningScene();
+    runningScene(scene).player = std::make_unique<Player>(sceneTable().at(static_cast<std::size_t>(scene)), seed);
 }
 
 EMSCRIPTEN_KEEPALIVE void stageSet(int scene, const char* name, float value) {
-    place(scene).player->set(name, value);
+    runningScene(scene).player->set(name, value);
 }
 
 /// @param action  0 down, 1 move, 2 up
 EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int action, int pointer) {
-    place(scene).player->touch({x, y, static_cast<TouchAction>(action), pointer});
+    runningScene(scene).player->touch({x, y, static_cast<TouchAction>(action), pointer});
 }
 
 /// Draws the next step of a scene that fills a canvas of width x height pixels.
 EMSCRIPTEN_KEEPALIVE void stageStep(int scene, int width, int height) {
-    fit(place(scene), width, height);
-    place(scene).player->drawStep();
+    fit(runningScene(scene), width, height);
+    runningScene(scene).player->drawStep();
 }
 
-/// Lets a scene that fills a canvas of width x height pixels go on for that many seconds.
+/// Advances a scene that fills a canvas of width x height pixels by that many seconds.
 /// @return the number of steps that were drawn; 0 leaves the canvas as it is
 EMSCRIPTEN_KEEPALIVE int stageAdvance(int scene, int width, int height, double seconds) {
-    // What is new shows itself even when no time passes.
-    const bool isNew = fit(place(scene), width, height);
-    return place(scene).player->advance(isNew ? std::max(seconds, Player::step) : seconds);
+    // A new size or background shows even when no time passes.
+    const bool isNew = fit(runningScene(scene), width, height);
+    return runningScene(scene).player->advance(isNew ? std::max(seconds, Player::timeStep) : seconds);
 }
 
-/// Room for a picture of the visitor's, to be filled with RGBA rows from the top before stageUseBackground().
+/// Memory for the visitor's picture: RGBA rows from the top, to be filled before stageUseBackground().
 EMSCRIPTEN_KEEPALIVE unsigned char* stageBackground(int width, int height) {
     stage().chosen = Picture(width, height);
     return stage().chosen.rgba.data();
@@ -140,11 +141,11 @@ EMSCRIPTEN_KEEPALIVE unsigned char* stageBackground(int width, int height) {
 
 /// Shows the visitor's picture from the next frame on; after stageBackground(0, 0), pebbles.
 EMSCRIPTEN_KEEPALIVE void stageUseBackground() {
-    ++stage().number;
+    ++stage().chosenVersion;
 }
 
 EMSCRIPTEN_KEEPALIVE void stageContextLost() {
-    for (Place& lost : stage().places) {
+    for (RunningScene& lost : stage().scenes) {
         if (!lost.player) continue;
         lost.player->contextLost();
         lost.width = 0;

@@ -1,4 +1,6 @@
 #include "gallery/Background.h"
+#include "gallery/Pebbles.h"
+#include "gallery/Player.h"
 #include "gallery/headless/IndexPage.h"
 #include "gallery/headless/Options.h"
 #include "headless/Error.h"
@@ -11,7 +13,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -70,15 +71,12 @@ int shownMilliseconds(int frame) {
 void drawScene(const SceneEntry& entry, const Options& options, const Picture& background) {
     const auto start = std::chrono::steady_clock::now();
     const std::string path = (std::filesystem::path(options.out) / entry.name).string();
-    srand48(options.seed);
-    const auto scene = entry.make();
-    scene->setUp(options.width, options.height, background);
+    Player player(entry, options.seed);
+    player.setUp(options.width, options.height, background);
 
     headless::WebPAnimation animation(options.width, options.height);
     for (int frame = 0; frame < options.frames; ++frame) {
-        for (const Touch& touch : scene->demonstration(frame))
-            scene->touch(touch);
-        scene->drawFrame();
+        player.drawStep();
         if (isShown(frame)) {
             animation.add(headless::framebufferPicture(options.width, options.height), shownMilliseconds(frame));
         }

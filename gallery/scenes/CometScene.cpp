@@ -1,5 +1,6 @@
 #include "gallery/scenes/CometScene.h"
 
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 
 #include <algorithm>
@@ -9,17 +10,16 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float pi = 3.1415927F;
 constexpr float frameTime = 1.0F / 60;
 constexpr float sparkLife = 0.8F; // in seconds
-// The heads that the effect reports run ahead of what it draws: sparks wait until the comet has come to them.
-constexpr float sparkBirth = -0.12F;
+// The effect reports the heads ahead of where it draws them. The sparks wait for the comet to arrive.
+constexpr float sparkInitialAge = -0.12F;
 
-// Hard-edged discs far larger than the screen, from the back to the front, in shares of the width.
+// Hard-edged discs far larger than the screen, from back to front, in units of the width.
 struct Hill {
-    float x;
-    float top; // of the disc, above the bottom edge
-    float radius;
+    float x = 0;
+    float top = 0; // of the disc, above the bottom edge
+    float radius = 0;
     Color color;
 };
 
@@ -34,14 +34,14 @@ constexpr Hill hills[] = {
 
 CometScene::CometScene() {
     for (Star& star : mStars) {
-        // Many faint ones, few bright ones.
+        // Many faint stars, few bright ones.
         const float size = std::pow(randomBetween(0, 1), 4.0F);
         star.x = randomBetween(0, 1);
         star.y = randomBetween(0, 0.9F);
         star.radius = 0.7F + 1.3F * size;
         star.warmth = randomBetween(0, 1);
         star.brightness = 0.25F + 0.65F * size;
-        star.phase = randomBetween(0, 2 * pi);
+        star.phase = randomBetween(0, twoPi);
     }
     mParameters = {
         {"duration", "Seconds of a flight", 0.4F, 4, mDuration},
@@ -94,7 +94,7 @@ void CometScene::drawFrame() {
     ++mFrame;
 }
 
-// Two whole flights in two seconds, and a third one half way at their end.
+// Two whole flights in two seconds, and a third one halfway at the end.
 std::vector<Touch> CometScene::demonstration(int frame) const {
     constexpr int period = 120;
     struct Launch {
@@ -112,15 +112,15 @@ std::vector<Touch> CometScene::demonstration(int frame) const {
 }
 
 void CometScene::drawGlow(float x, float y, float begin, const Color& inner, float end, const Color& outer) {
-    mGraphics.renderRadialGradient(x, y, begin, turnHue(inner, mHue).data(), end, turnHue(outer, mHue).data());
+    mGraphics.renderRadialGradient(x, y, begin, rotateHue(inner, mHue).data(), end, rotateHue(outer, mHue).data());
 }
 
 void CometScene::drawDot(float x, float y, float radius, const Color& color) {
-    mGraphics.renderCircle(x, y, radius, turnHue(color, mHue).data());
+    mGraphics.renderCircle(x, y, radius, rotateHue(color, mHue).data());
 }
 
-// Night blue that brightens towards the horizon, with the last light of the day at the left and a faint cloud of stars
-// at the right.
+// Night blue that brightens towards the horizon, with the last daylight at the left and a faint cloud of stars at the
+// right.
 void CometScene::drawSky() {
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
@@ -145,7 +145,7 @@ void CometScene::drawHills() {
         const auto width = static_cast<float>(mWidth);
         const float radius = hill.radius * width;
         const float y = static_cast<float>(mHeight) - hill.top * width + radius;
-        const Color beyond = {hill.color[0], hill.color[1], hill.color[2], 0};
+        const Color beyond = {hill.color.red, hill.color.green, hill.color.blue, 0};
         drawGlow(hill.x * width, y, radius - 0.7F, hill.color, radius + 0.7F, beyond);
     }
 }
@@ -163,14 +163,14 @@ void CometScene::drawFlight(Flight& flight) {
 }
 
 void CometScene::addSpark(float x, float y, float brightness) {
-    const float direction = randomBetween(0, 2 * pi);
+    const float direction = randomBetween(0, twoPi);
     const float speed = randomBetween(0, 26) * mUnit;
     mSparks[mNextSpark] = {x + randomBetween(-4, 4) * mUnit,
                            y + randomBetween(-4, 4) * mUnit,
                            speed * std::cos(direction),
                            speed * std::sin(direction),
                            randomBetween(0.8F, 1.9F) * mUnit,
-                           sparkBirth,
+                           sparkInitialAge,
                            brightness};
     mNextSpark = (mNextSpark + 1) % mSparks.size();
 }
@@ -181,12 +181,12 @@ void CometScene::drawSparks() {
         if (spark.age >= 1) continue;
         spark.age += frameTime / sparkLife;
         if (spark.age < 0) continue;
-        const float rest = 1 - spark.age;
+        const float remaining = 1 - spark.age;
         drawDot(spark.x, spark.y, spark.radius,
-                {1, 0.86F + 0.14F * rest, 0.62F + 0.38F * rest, 0.85F * spark.brightness * rest});
+                {1, 0.86F + 0.14F * remaining, 0.62F + 0.38F * remaining, 0.85F * spark.brightness * remaining});
         spark.x += spark.velocityX * frameTime;
         spark.y += spark.velocityY * frameTime;
-        spark.velocityY += 40 * mUnit * frameTime; // they fall, slowly
+        spark.velocityY += 40 * mUnit * frameTime; // gravity
     }
 }
 

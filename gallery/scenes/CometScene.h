@@ -23,7 +23,7 @@ class CometScene : public Scene {
 
   private:
     struct Star {
-        float x, y; // in shares of the width and the height
+        float x, y; // as fractions of the width and the height
         float radius;
         float warmth; // 0 blue to 1 yellow
         float brightness, phase;
@@ -31,14 +31,14 @@ class CometScene : public Scene {
 
     struct Flight {
         CometRenderer comets;
-        float progress = 1; // of the flight; from 1 on it is over
+        float progress = 1; // 0 to 1; from 1 on the flight is over
     };
 
     struct Spark {
         float x = 0, y = 0;
         float velocityX = 0, velocityY = 0;
         float radius = 0;
-        float age = 1; // of its life: below 0 it is yet to appear, from 1 on it is gone
+        float age = 1; // in lifetimes: below 0 it has yet to appear, from 1 on it is gone
         float brightness = 0;
     };
 

@@ -1,6 +1,7 @@
 #include "gallery/scenes/MetaballsScene.h"
 
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 
 #include <algorithm>
@@ -10,16 +11,15 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float twoPi = 6.2831853F;
-constexpr int period = 120;             // frames until the motion repeats
-constexpr float largestRadius = 0.202F; // that a drop reaches, in shares of the unit
+constexpr int period = 120;         // frames until the motion repeats
+constexpr float maxRadius = 0.202F; // of a drop, in units
 
-// One pass over the same drops, from the glow around them to the highlights: smaller radii, shifted towards the light
-// at the upper left, in brighter colours. The inset takes the highlights from small drops first.
+// One drawing of the drops. The layers go from the glow around them to the highlights, with smaller radii and brighter
+// colours, shifted towards the light at the upper left.
 struct Layer {
-    float scale; // of the radius
-    float inset; // taken off the radius, in shares of the unit
-    float shift; // to the left and up, in shares of the radius
+    float scale = 1; // of the radius
+    float inset = 0; // taken off the radius, in units, so that small drops have no highlights
+    float shift = 0; // to the left and up, as a fraction of the radius
     Color color;
 };
 
@@ -39,12 +39,12 @@ MetaballsScene::MetaballsScene()
                 {8, false, 0.22F, 0.060F, 0.12F, 0}}} {
     for (Stream& stream : mStreams) {
         stream.phase = randomBetween(0, 1);
-        stream.place += randomBetween(-0.06F, 0.06F);
+        stream.position += randomBetween(-0.06F, 0.06F);
         stream.radius *= randomBetween(0.9F, 1.1F);
     }
     mParameters = {
         {"radius", "Size of the drops", 0.5F, 1.5F, mRadius},
-        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        mQuality.parameter(),
         {"hue", "Colour", -180, 180, mHue},
     };
 }
@@ -53,10 +53,7 @@ void MetaballsScene::setUp(int width, int height, const Picture&) {
     mWidth = width;
     mHeight = height;
     mUnit = static_cast<float>(std::min(width, height));
-    mFieldQuality = 0;
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
-    mLargestSprite = sizes[1];
+    mQuality.setUp();
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
 }
@@ -67,7 +64,6 @@ void MetaballsScene::contextLost() {
 }
 
 void MetaballsScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     finger.x = touch.x;
     finger.y = touch.y;
@@ -88,22 +84,17 @@ std::vector<Touch> MetaballsScene::demonstration(int frame) const {
     constexpr int last = 95;
     const int step = frame % period;
     if (step < first || step > last) return {};
-    const float share = static_cast<float>(step - first) / (last - first);
-    const float x = static_cast<float>(mWidth) * (0.5F + 0.32F * std::sin(twoPi * share));
-    const float y = static_cast<float>(mHeight) * (0.5F - 0.16F * std::cos(twoPi * share));
+    const float t = static_cast<float>(step - first) / (last - first);
+    const float x = static_cast<float>(mWidth) * (0.5F + 0.32F * std::sin(twoPi * t));
+    const float y = static_cast<float>(mHeight) * (0.5F - 0.16F * std::cos(twoPi * t));
     const TouchAction action = step == first ? TouchAction::Down : step == last ? TouchAction::Up : TouchAction::Move;
     return {{x, y, action, 0}};
 }
 
-// A field coarse enough that the largest drop's sprite stays within what the driver draws.
 void MetaballsScene::fitField() {
-    constexpr float spritePerRadius = 2 * 1.21F;
-    const float largest = largestRadius * mUnit * mRadius * layers[0].scale * spritePerRadius;
-    const float quality = std::max(mQuality, largest / mLargestSprite);
-    if (quality == mFieldQuality) return;
-    mRenderer.init(quality);
+    if (!mQuality.fit(maxRadius * mUnit * mRadius * layers[0].scale)) return;
+    mRenderer.init(mQuality.value());
     mRenderer.setScreenSize(mWidth, mHeight);
-    mFieldQuality = quality;
 }
 
 void MetaballsScene::moveFingers() {
@@ -126,22 +117,22 @@ void MetaballsScene::placeStream(const Stream& stream) {
     const float length = static_cast<float>(mHeight) + 0.5F * mUnit;
     const float time = static_cast<float>(mFrame % period) / period + stream.phase;
     for (int i = 0; i < stream.count; ++i) {
-        const float way = std::fmod((static_cast<float>(i) + time) / static_cast<float>(stream.count), 1.0F);
-        const float wave = std::sin(twoPi * (way * 1.5F + stream.phase));
-        const float down = (stream.rising ? 1 - way : way) * length - 0.25F * mUnit;
-        const float swelling = 1 + 0.22F * std::sin(twoPi * (way * 2 + stream.phase));
-        mBalls.push_back({width * (stream.place + stream.sway * wave), down, stream.radius * mUnit * swelling, {}});
+        const float progress = std::fmod((static_cast<float>(i) + time) / static_cast<float>(stream.count), 1.0F);
+        const float wave = std::sin(twoPi * (progress * 1.5F + stream.phase));
+        const float down = (stream.rising ? 1 - progress : progress) * length - 0.25F * mUnit;
+        const float swelling = 1 + 0.22F * std::sin(twoPi * (progress * 2 + stream.phase));
+        mBalls.push_back({width * (stream.position + stream.sway * wave), down, stream.radius * mUnit * swelling, {}});
     }
 }
 
-// The drops come from and go to a pool at either end, whose surface rolls.
+// The drops rise from and sink into a pool at either end, with a rolling surface.
 void MetaballsScene::placePools() {
     constexpr int perPool = 6;
     const float time = static_cast<float>(mFrame % period) / period;
     for (int i = 0; i < perPool; ++i) {
-        const auto share = static_cast<float>(i) / (perPool - 1);
-        const float roll = 0.035F * mUnit * std::sin(twoPi * (time + share * 1.3F));
-        const float x = static_cast<float>(mWidth) * share;
+        const auto across = static_cast<float>(i) / (perPool - 1);
+        const float roll = 0.035F * mUnit * std::sin(twoPi * (time + across * 1.3F));
+        const float x = static_cast<float>(mWidth) * across;
         mBalls.push_back({x, static_cast<float>(mHeight) + 0.07F * mUnit + roll, 0.18F * mUnit, {}});
         mBalls.push_back({x, -0.09F * mUnit + roll, 0.15F * mUnit, {}});
     }
@@ -154,8 +145,8 @@ void MetaballsScene::placeFingers() {
 }
 
 void MetaballsScene::drawBackdrop() {
-    Color glow = turnHue({0.300F, 0.065F, 0.170F, 1.0F}, mHue);
-    Color night = turnHue({0.055F, 0.035F, 0.125F, 1.0F}, mHue);
+    Color glow = rotateHue({0.300F, 0.065F, 0.170F, 1.0F}, mHue);
+    Color night = rotateHue({0.055F, 0.035F, 0.125F, 1.0F}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -170,7 +161,7 @@ void MetaballsScene::drawLayers() {
             ball.y -= ball.radius * layer.shift * 1.3F;
             ball.radius = (ball.radius * layer.scale - layer.inset * mUnit) * mRadius;
         }
-        Color color = turnHue(layer.color, mHue);
+        Color color = rotateHue(layer.color, mHue);
         mRenderer.addMetaballs(&mLayer[0].x, static_cast<unsigned>(mLayer.size()));
         mRenderer.render(color.data());
     }

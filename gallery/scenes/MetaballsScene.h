@@ -3,6 +3,7 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
 #include "gallery/Scene.h"
+#include "gallery/scenes/FieldQuality.h"
 
 #include <array>
 
@@ -26,19 +27,19 @@ class MetaballsScene : public Scene {
         float unused[3];
     };
 
-    // Drops that follow one another along one path, so closely that after two seconds each stands where the one
-    // before it stood: the motion repeats without a seam while every drop travels far.
+    // Drops that follow one another along one path. After two seconds each is where the one before it was, so the
+    // motion repeats without a seam.
     struct Stream {
         int count;
         bool rising;
-        float place;       // of the path, 0 left to 1 right
-        float radius;      // in shares of the unit
-        float sway, phase; // sideways, in shares of the width, and where along the path
+        float position;    // of the path, 0 left to 1 right
+        float radius;      // in units
+        float sway, phase; // sideways: amplitude as a fraction of the width, and phase
     };
 
     struct Finger {
         float x, y;
-        float size; // 0 to 1: the drop grows under a finger and shrinks when it leaves
+        float size; // 0 to 1: the drop grows under a finger and shrinks when it lifts
         bool down;
     };
 
@@ -59,11 +60,9 @@ class MetaballsScene : public Scene {
     std::vector<Ball> mLayer;
     int mWidth = 1;
     int mHeight = 1;
-    float mUnit = 1; // all radii are shares of it, in pixels
-    float mLargestSprite = 1;
+    float mUnit = 1; // the shorter side of the screen, in pixels
     int mFrame = 0;
-    float mFieldQuality = 0; // that the field has; 0 for another size than that of the screen
-    float mQuality = 1;
+    FieldQuality mQuality{1};
     float mRadius = 1;
     float mHue = 0;
 };

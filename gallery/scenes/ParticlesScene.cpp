@@ -2,6 +2,7 @@
 
 #include "gallery/Blend.h"
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +11,8 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float opaqueAlphaFactor = 12.5F; // the effect paints with 0.08 of it as alpha
-constexpr float largestParticle = 90;      // radius in pixels, on any screen
+constexpr float opaqueAlphaFactor = 12.5F; // the effect multiplies it by 0.08
+constexpr float maxParticleRadius = 90;    // in pixels, on any screen
 
 } // namespace
 
@@ -19,7 +20,7 @@ ParticlesScene::ParticlesScene() {
     mParameters = {
         {"radius", "Size of the blob under a finger", 10, 100, mRadius},
         {"opacity", "Opacity", 0.1F, 1, mOpacity},
-        {"quality", "Pixels per field texel", 1, 6, mQuality},
+        mQuality.parameter(),
         {"hue", "Colour", -180, 180, mHue},
     };
 }
@@ -30,10 +31,7 @@ void ParticlesScene::setUp(int width, int height, const Picture&) {
     mUnit = static_cast<float>(std::min(width, height)) / 540;
     mGraphics.init();
     mGraphics.setScreenSize(width, height);
-    GLfloat sizes[2] = {1, 1};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, sizes);
-    mLargestSprite = sizes[1];
-    mFieldQuality = 0;
+    mQuality.setUp();
     fitField();
 }
 
@@ -47,7 +45,7 @@ void ParticlesScene::touch(const Touch& touch) {
     constexpr int press = 0;
     constexpr int release = 1;
     constexpr int stream = 7;
-    if (touch.pointer < 0 || touch.pointer >= static_cast<int>(mEmitters.size())) return;
+    if (touch.pointer >= static_cast<int>(mEmitters.size())) return;
     const int action = touch.action == TouchAction::Down ? press : touch.action == TouchAction::Up ? release : stream;
     mEmitters[static_cast<std::size_t>(touch.pointer)].push(touch.x, touch.y, action);
 }
@@ -61,7 +59,7 @@ void ParticlesScene::drawFrame() {
     drawTint();
 }
 
-// Three fingers go down one after another, sweep to and fro, and leave one after another.
+// Three fingers go down one after another, sweep to and fro, and lift one after another.
 std::vector<Touch> ParticlesScene::demonstration(int frame) const {
     constexpr int period = 240;
     constexpr int length = 110;
@@ -73,7 +71,7 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
         const float pressY = places[i][1] * static_cast<float>(mHeight);
         if (step == 0) touches.push_back({pressX, pressY, TouchAction::Down, i});
         if (step < 4 || step > length) continue;
-        const float sweep = std::sin(6.2831853F * static_cast<float>(step - 4) / (length - 4));
+        const float sweep = std::sin(twoPi * static_cast<float>(step - 4) / (length - 4));
         const float angle = (i % 2 == 0 ? 0.8F : -0.8F) * sweep;
         const float reach = 0.16F * static_cast<float>(std::min(mWidth, mHeight));
         const TouchAction action = step == length ? TouchAction::Up : TouchAction::Move;
@@ -82,33 +80,28 @@ std::vector<Touch> ParticlesScene::demonstration(int frame) const {
     return touches;
 }
 
-// A field coarse enough that the largest sprite stays within what the driver draws.
 void ParticlesScene::fitField() {
-    constexpr float spritePerRadius = 2 * 1.21F;
-    const float largest = std::max(largestParticle, mRadius * mUnit) * spritePerRadius;
-    const float quality = std::max(mQuality, largest / mLargestSprite);
-    if (quality == mFieldQuality) return;
+    if (!mQuality.fit(std::max(maxParticleRadius, mRadius * mUnit))) return;
     for (MetaballRenderer& emitter : mEmitters) {
-        emitter.init(quality);
+        emitter.init(mQuality.value());
         emitter.setScreenSize(mWidth, mHeight);
     }
-    mFieldQuality = quality;
 }
 
 void ParticlesScene::drawBackdrop() {
-    Color depth = turnHue({0.07F, 0.09F, 0.20F, 1}, mHue);
-    Color glow = turnHue({0.24F, 0.25F, 0.85F, 1}, mHue);
+    Color depth = rotateHue({0.07F, 0.09F, 0.20F, 1}, mHue);
+    Color glow = rotateHue({0.24F, 0.25F, 0.85F, 1}, mHue);
     setBlend(mGraphics, Blend::Over);
     mGraphics.renderRadialGradient(0.5F * static_cast<float>(mWidth), 1.05F * static_cast<float>(mHeight), 0,
                                    glow.data(), 1.1F * static_cast<float>(mHeight), depth.data());
 }
 
-// The effect paints white: gradients that multiply give the drops their colours.
+// The effect paints white. Gradients, multiplied over it, give the drops their colours.
 void ParticlesScene::drawTint() {
-    Color yellow = turnHue({1.00F, 0.86F, 0.42F, 1}, mHue);
-    Color coral = turnHue({1.00F, 0.42F, 0.48F, 1}, mHue);
+    Color yellow = rotateHue({1.00F, 0.86F, 0.42F, 1}, mHue);
+    Color coral = rotateHue({1.00F, 0.42F, 0.48F, 1}, mHue);
     Color clear = {1.00F, 1.00F, 1.00F, 1};
-    Color violet = turnHue({0.66F, 0.55F, 1.00F, 1}, mHue);
+    Color violet = rotateHue({0.66F, 0.55F, 1.00F, 1}, mHue);
     const auto width = static_cast<float>(mWidth);
     const auto height = static_cast<float>(mHeight);
     setBlend(mGraphics, Blend::Multiply);

@@ -3,6 +3,7 @@
 #include "effects/metaball/MetaballRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
 #include "gallery/Scene.h"
+#include "gallery/scenes/FieldQuality.h"
 
 #include <array>
 
@@ -29,11 +30,9 @@ class ParticlesScene : public Scene {
     int mWidth = 1;
     int mHeight = 1;
     float mUnit = 1; // 1 pixel of a screen whose shorter side has 540
-    float mLargestSprite = 1;
-    float mFieldQuality = 0; // that the fields have; 0 for another size than that of the screen
     float mRadius = 50;
     float mOpacity = 1;
-    float mQuality = 2;
+    FieldQuality mQuality{2};
     float mHue = 0;
 };
 

@@ -7,9 +7,9 @@ namespace tidalume::gallery {
 
 namespace {
 
-// In texels of a height field of the usual fineness.
+// In texels of a height field at the default resolution.
 constexpr float dropRadius = 7;
-constexpr float dropDistance = 30; // between the drops of a finger that moves
+constexpr float dropDistance = 30; // between the drops of a moving finger
 constexpr float steepness = 15;
 constexpr float depth = 20;
 
@@ -19,9 +19,9 @@ PondScene::PondScene() {
     mParameters = {
         {"radius", "Size of a drop", 0.4F, 3, mRadius},
         {"strength", "Strength of a drop", 0.1F, 0.95F, mStrength},
-        {"iterations", "Iterations per frame", 1, 16, mIterations},
+        {"updates", "Updates per frame", 1, 16, mUpdates},
         {"depth", "Depth of the water", 0, 3, mDepth},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
@@ -30,7 +30,7 @@ void PondScene::setUp(int width, int height, const Picture& background) {
     mHeight = height;
     mSurface.setUp(width, height, background);
     mPond.init();
-    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mPond);
 }
 
 void PondScene::contextLost() {
@@ -38,10 +38,10 @@ void PondScene::contextLost() {
     mSurface.contextLost();
 }
 
-// Every drop holds the rings for a moment, which then run both outwards and inwards: a finger that moves lets drops
-// fall at a distance from each other.
+// Every drop halts the rings for a moment, which then run both outwards and inwards. A moving finger therefore leaves
+// space between its drops.
 void PondScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    if (touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     const float distance = std::hypot(mSurface.toColumn(touch.x - finger.x), mSurface.toRow(touch.y - finger.y));
     if (touch.action == TouchAction::Move && distance < dropDistance * mSurface.scale()) return;
@@ -49,10 +49,10 @@ void PondScene::touch(const Touch& touch) {
 }
 
 void PondScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mPond);
     const auto columns = static_cast<float>(mSurface.columns());
     const auto rows = static_cast<float>(mSurface.rows());
-    // Drops are as wide in both directions as the screen makes them: the mean of the two is meant here.
+    // A drop is an ellipse on a screen that is not square. The mean of its two radii is the one that is set.
     const float radius = 4 * dropRadius * mRadius * mSurface.scale() / (columns + rows);
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
@@ -62,15 +62,10 @@ void PondScene::drawFrame() {
         mPond.addDropLine(center, center, radius, mStrength);
         finger.drops = false;
     }
-    const auto updates = std::lround(mIterations);
+    const auto updates = std::lround(mUpdates);
     for (long i = 0; i < updates; ++i)
         mPond.update();
     mSurface.draw(mPond.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
-}
-
-void PondScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mPond.setScreenSize(mSurface.columns(), mSurface.rows());
 }
 
 std::vector<Touch> PondScene::demonstration(int frame) const {

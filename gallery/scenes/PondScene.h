@@ -25,8 +25,6 @@ class PondScene : public Scene {
         bool drops; // a drop is to fall there in the next frame
     };
 
-    void fitField();
-
     ShallowWater mPond;
     WaterSurface mSurface;
     std::array<Finger, pointerCount> mFingers = {};
@@ -34,9 +32,8 @@ class PondScene : public Scene {
     int mHeight = 1;
     float mRadius = 1;
     float mStrength = 0.6F;
-    float mIterations = 8; // updates per frame
+    float mUpdates = 8; // per frame
     float mDepth = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

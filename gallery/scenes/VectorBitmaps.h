@@ -4,7 +4,7 @@
 
 namespace tidalume::gallery {
 
-/// A sailing boat on a rounded tile: no two of its turned and mirrored forms look alike.
+/// A sailing boat on a rounded tile. No two of its rotations and reflections look alike.
 /// @param size  width and height in pixels
 Picture boatTile(int size);
 
@@ -12,8 +12,8 @@ Picture boatTile(int size);
 /// @param height  in pixels
 Picture coast(int height);
 
-/// A mask in its red channel: a window with a scalloped rim and a ring of pearls around it.
-/// @param width, height  of the surface that it will be laid over, in pixels
+/// A mask in the red channel: a window with a scalloped rim and a ring of pearls around it.
+/// @param width, height  of the surface that it covers, in pixels
 /// @param x, y, radius   of the window, in pixels
 Picture windowMask(int width, int height, float x, float y, float radius);
 

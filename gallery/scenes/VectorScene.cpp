@@ -1,6 +1,7 @@
 #include "gallery/scenes/VectorScene.h"
 
 #include "gallery/Color.h"
+#include "gallery/Math.h"
 #include "gallery/Random.h"
 #include "gallery/scenes/VectorBitmaps.h"
 
@@ -11,7 +12,6 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float twoPi = 6.2831853F;
 constexpr int period = 240; // frames until the motion repeats
 
 constexpr float posterWidth = 540;
@@ -57,7 +57,6 @@ void VectorScene::contextLost() {
 }
 
 void VectorScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount) return;
     mFingers[static_cast<std::size_t>(touch.pointer)] = {touch.x, touch.y, touch.action != TouchAction::Up};
 }
 
@@ -78,25 +77,25 @@ std::vector<Touch> VectorScene::demonstration(int frame) const {
     constexpr int first = 20;
     const int step = frame % period;
     if (step < first) return {};
-    const float share = static_cast<float>(step - first) / (period - first);
-    const float along = 395 + 75 * std::cos(twoPi * share);
-    const float down = 838 + 40 * std::sin(2 * twoPi * share);
+    const float t = static_cast<float>(step - first) / (period - first);
+    const float posterX = 395 + 75 * std::cos(twoPi * t);
+    const float posterY = 838 + 40 * std::sin(2 * twoPi * t);
     const TouchAction action = step == first        ? TouchAction::Down
                                : step == period - 1 ? TouchAction::Up
                                                     : TouchAction::Move;
-    return {{x(along), y(down), action, 0}};
+    return {{x(posterX), y(posterY), action, 0}};
 }
 
 void VectorScene::drawBackdrop() {
-    Color dawn = turnHue({0.99F, 0.74F, 0.58F, 1}, mHue);
-    Color night = turnHue({0.09F, 0.08F, 0.20F, 1}, mHue);
+    Color dawn = rotateHue({0.99F, 0.74F, 0.58F, 1}, mHue);
+    Color night = rotateHue({0.09F, 0.08F, 0.20F, 1}, mHue);
     mGraphics.renderRadialGradient(x(windowX), y(-60), 120 * mScale, dawn.data(), 980 * mScale, night.data());
-    Color glow = turnHue({0.85F, 0.30F, 0.45F, 0.40F}, mHue);
-    Color none = turnHue({0.60F, 0.20F, 0.50F, 0}, mHue);
+    Color glow = rotateHue({0.85F, 0.30F, 0.45F, 0.40F}, mHue);
+    Color none = rotateHue({0.60F, 0.20F, 0.50F, 0}, mHue);
     mGraphics.renderRadialGradient(x(windowX), y(560), 0, glow.data(), 430 * mScale, none.data());
 }
 
-// The coast passes to and fro behind the mask, which stays.
+// The coast moves to and fro behind the mask.
 void VectorScene::drawWindow() {
     const float height = 2.3F * windowRadius;
     const float pan = 0.5F + 0.5F * std::sin(twoPi * mTime);
@@ -129,27 +128,28 @@ void VectorScene::drawLights() {
     for (int i = 0; i < 3; ++i) {
         const float angle = twoPi * (mTime + static_cast<float>(i) / 3 - 0.25F);
         mGraphics.renderCircle(x(140 + orbit * std::cos(angle)), y(845 + orbit * std::sin(angle)), radius * mScale,
-                               turnHue(colors[i], mHue).data());
+                               rotateHue(colors[i], mHue).data());
     }
     setBlend(mGraphics, Blend::Over);
 }
 
 void VectorScene::drawBubbles() {
     for (const Bubble& bubble : mBubbles) {
-        const float way = std::fmod(bubble.start + bubble.rise * mTime, 1.0F);
-        const float sway = 12 * std::sin(twoPi * (3 * way + bubble.start));
-        drawBubble(x(bubble.x + sway), y(posterHeight + 60 - (posterHeight + 120) * way), bubble.diameter * mScale);
+        const float progress = std::fmod(bubble.start + bubble.rise * mTime, 1.0F);
+        const float sway = 12 * std::sin(twoPi * (3 * progress + bubble.start));
+        drawBubble(x(bubble.x + sway), y(posterHeight + 60 - (posterHeight + 120) * progress),
+                   bubble.diameter * mScale);
     }
 }
 
 // A rim, the background seen through it, and a highlight.
 void VectorScene::drawBubble(float centerX, float centerY, float diameter) {
-    float rim[4] = {1, 0.95F, 0.88F, 0.55F};
-    float seenThrough[4] = {0, 0, 0, 0.9F};
-    float highlight[4] = {1, 1, 1, 0.6F};
-    mGraphics.renderCircle(centerX, centerY, 0.5F * diameter + 2 * mScale, rim);
-    mGraphics.renderBitmapCircle(centerX, centerY, diameter, seenThrough, mBackground.name());
-    mGraphics.renderCircle(centerX - 0.2F * diameter, centerY - 0.22F * diameter, 0.07F * diameter, highlight);
+    Color rim = {1, 0.95F, 0.88F, 0.55F};
+    Color tint = {0, 0, 0, 0.9F};
+    Color highlight = {1, 1, 1, 0.6F};
+    mGraphics.renderCircle(centerX, centerY, 0.5F * diameter + 2 * mScale, rim.data());
+    mGraphics.renderBitmapCircle(centerX, centerY, diameter, tint.data(), mBackground.name());
+    mGraphics.renderCircle(centerX - 0.2F * diameter, centerY - 0.22F * diameter, 0.07F * diameter, highlight.data());
 }
 
 void VectorScene::drawLenses() {
@@ -159,11 +159,11 @@ void VectorScene::drawLenses() {
 }
 
 void VectorScene::drawVignette() {
-    float middle[4] = {1, 1, 1, 1};
-    float corner[4] = {0.55F, 0.52F, 0.66F, 1};
+    Color middle = {1, 1, 1, 1};
+    Color corner = {0.55F, 0.52F, 0.66F, 1};
     setBlend(mGraphics, Blend::Multiply);
-    mGraphics.renderRadialGradient(x(0.5F * posterWidth), y(0.5F * posterHeight), 330 * mScale, middle, 600 * mScale,
-                                   corner);
+    mGraphics.renderRadialGradient(x(0.5F * posterWidth), y(0.5F * posterHeight), 330 * mScale, middle.data(),
+                                   600 * mScale, corner.data());
 }
 
 } // namespace tidalume::gallery

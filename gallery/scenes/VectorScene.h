@@ -9,8 +9,8 @@
 
 namespace tidalume::gallery {
 
-/// A poster of flat shapes: a coast that passes behind a window, a boat in all six turns, coloured lights that add up,
-/// and bubbles and a lens through which the background shows.
+/// A poster of flat shapes: a coast that passes behind a window, a boat in all six orientations, coloured lights that
+/// add up, and bubbles and a lens through which the background shows.
 class VectorScene : public Scene {
   public:
     VectorScene();
@@ -23,10 +23,10 @@ class VectorScene : public Scene {
 
   private:
     struct Bubble {
-        float x; // in units of the poster
-        float start;
+        float x;     // in units of the poster
+        float start; // of the rise, 0 to 1
         float diameter;
-        float rise; // whole heights of its way in one period
+        float rise; // whole heights in one period
     };
 
     struct Finger {

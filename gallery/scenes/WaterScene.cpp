@@ -1,5 +1,7 @@
 #include "gallery/scenes/WaterScene.h"
 
+#include "gallery/Math.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -8,9 +10,7 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float pi = 3.1415927F;
-
-// In texels of a height field of the usual fineness.
+// In texels of a height field at the default resolution.
 constexpr float dropRadius = 8;
 constexpr float dropStrength = 1.1F;
 constexpr float strokeStrength = 0.08F; // per frame, while the finger moves
@@ -25,7 +25,7 @@ WaterScene::WaterScene() {
         {"strength", "Strength of a touch", 0.1F, 3, mStrength},
         {"iterations", "Iterations per frame", 1, 8, mIterations},
         {"depth", "Depth of the water", 0, 3, mDepth},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
@@ -34,7 +34,7 @@ void WaterScene::setUp(int width, int height, const Picture& background) {
     mHeight = height;
     mSurface.setUp(width, height, background);
     mWater.init();
-    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mWater);
 }
 
 void WaterScene::contextLost() {
@@ -43,46 +43,41 @@ void WaterScene::contextLost() {
 }
 
 void WaterScene::touch(const Touch& touch) {
-    if (touch.pointer < 0 || touch.pointer >= pointerCount || touch.action == TouchAction::Up) return;
+    if (touch.action == TouchAction::Up) return;
     Finger& finger = mFingers[static_cast<std::size_t>(touch.pointer)];
     finger.to[0] = touch.x;
     finger.to[1] = touch.y;
     if (touch.action == TouchAction::Down) {
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
-        finger.falls = true;
+        finger.isNew = true;
     }
     finger.moved = true;
 }
 
 void WaterScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mWater);
     disturb();
     mWater.setIterationCount(static_cast<int>(std::lround(mIterations)));
     mWater.update();
     mSurface.draw(mWater.getTexture(), steepness * mSurface.scale(), depth * mDepth * mSurface.scale());
 }
 
-void WaterScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mWater.setScreenSize(mSurface.columns(), mSurface.rows());
-}
-
-// A line from where each finger was to where it is leaves no gap, however fast the finger.
+// A line from the last position of each finger to the present one leaves no gap, however fast the finger is.
 void WaterScene::disturb() {
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
     for (Finger& finger : mFingers) {
         if (!finger.moved) continue;
-        const float strength = finger.falls ? dropStrength : strokeStrength;
+        const float strength = finger.isNew ? dropStrength : strokeStrength;
         float from[2] = {mSurface.toColumn(finger.from[0]), mSurface.toRow(finger.from[1])};
         float to[2] = {mSurface.toColumn(finger.to[0]), mSurface.toRow(finger.to[1])};
         mWater.addDropLine(from, to, dropRadius * mRadius * mSurface.scale(), strength * mStrength, 1);
         std::copy(std::begin(finger.to), std::end(finger.to), finger.from);
-        finger.moved = finger.falls = false;
+        finger.moved = finger.isNew = false;
     }
 }
 
-// Two seconds: drops, then a finger drawn in a bow across the screen, and drops again.
+// Drops fall for two seconds, while a finger is drawn in an arc across the screen.
 std::vector<Touch> WaterScene::demonstration(int frame) const {
     constexpr int period = 120;
     constexpr int strokeBegin = 52;
@@ -102,9 +97,9 @@ std::vector<Touch> WaterScene::demonstration(int frame) const {
         if (drop.frame == step) touches.push_back({drop.x * width, drop.y * height, TouchAction::Down, 1});
     }
     if (step >= strokeBegin && step <= strokeEnd) {
-        const float share = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
-        const float x = width * (0.12F + 0.76F * share);
-        const float y = height * (0.62F + 0.13F * std::sin(2 * pi * share));
+        const float t = static_cast<float>(step - strokeBegin) / (strokeEnd - strokeBegin);
+        const float x = width * (0.12F + 0.76F * t);
+        const float y = height * (0.62F + 0.13F * std::sin(twoPi * t));
         touches.push_back({x, y, step == strokeBegin ? TouchAction::Down : TouchAction::Move, 0});
     }
     return touches;

@@ -8,7 +8,7 @@
 
 namespace tidalume::gallery {
 
-/// A clear brook: fingers draw furrows and drops fall, whose rings meet and come back from the edges.
+/// A clear brook: fingers draw furrows, and drops fall. Their rings meet and come back from the edges.
 class WaterScene : public Scene {
   public:
     WaterScene();
@@ -25,10 +25,9 @@ class WaterScene : public Scene {
         float from[2];
         float to[2];
         bool moved;
-        bool falls; // it has just come down
+        bool isNew; // it has just come down
     };
 
-    void fitField();
     void disturb();
 
     ShallowWaterIterative mWater;
@@ -40,7 +39,6 @@ class WaterScene : public Scene {
     float mStrength = 1;
     float mIterations = 4; // per frame
     float mDepth = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

@@ -1,5 +1,7 @@
 #include "gallery/scenes/WaterSurface.h"
 
+#include "gallery/Color.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,25 +9,22 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr int longestSide = 2048; // of the field, however narrow the screen
+constexpr int maxSide = 2048; // of the field, however narrow the screen
 
-/// In texels of a field of the usual fineness: so far away that slopes show as light and shade.
+// In texels at the default resolution: so far away that slopes show as light and shade.
 constexpr float skyDepth = 3400;
 
-/// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right
-/// one. 0.5 stands for light that changes nothing; the water swallows some of the red.
+// The light of the sky: even in the middle, brighter towards the upper left corner and darker towards the lower right.
+// Light of 0.5 changes nothing; the water absorbs some of the red.
 Picture sky() {
     constexpr int size = 128;
-    constexpr float tint[3] = {0.88F, 0.98F, 1.02F};
+    constexpr Color tint = {0.88F, 0.98F, 1.02F};
     Picture picture(size, size);
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const float t = 1 - static_cast<float>(x + y) / (size - 1);
             const float light = 0.5F + 0.10F * t + (t > 0 ? 0.22F : 0.14F) * std::pow(t, 3.0F);
-            std::uint8_t* pixel = picture.pixel(x, y);
-            for (int c = 0; c < 3; ++c)
-                pixel[c] = static_cast<std::uint8_t>(std::lround(255 * std::clamp(light * tint[c], 0.0F, 1.0F)));
-            pixel[3] = 255;
+            setPixel(picture, x, y, tint * light);
         }
     }
     return picture;
@@ -36,6 +35,7 @@ Picture sky() {
 void WaterSurface::setUp(int width, int height, const Picture& ground) {
     mWidth = width;
     mHeight = height;
+    mFieldTexels = 0;
     mDepth.init();
     mNormals.init();
     mRefraction.init();
@@ -46,10 +46,8 @@ void WaterSurface::setUp(int width, int height, const Picture& ground) {
 
     mGround.load(ground);
     mSky.load(sky());
-    fitField();
     mRefraction.setTexture(static_cast<int>(mGround.name()));
     mReflection.setTexture(static_cast<int>(mSky.name()));
-    mReflection.setDrawFrameBuffer(mReflected.framebuffer());
     mGraphics.setBlendFunction(GL_DST_COLOR, GL_SRC_COLOR, GL_ZERO, GL_ONE); // twice the product
 
     // One texel, all of which lies on the crest of an endless wave.
@@ -58,21 +56,19 @@ void WaterSurface::setUp(int width, int height, const Picture& ground) {
     mDepth.addHorizontalWave(0, endless, 1, 0, 1, 0);
 }
 
-bool WaterSurface::setTexels(int texels) {
-    if (texels == mTexels) return false;
-    mTexels = texels;
-    fitField();
-    return true;
-}
-
-void WaterSurface::fitField() {
+bool WaterSurface::resizeField() {
+    const auto texels = static_cast<int>(mTexels);
+    if (texels == mFieldTexels) return false;
+    mFieldTexels = texels;
     const int shorter = std::min(mWidth, mHeight);
-    mColumns = std::min(mWidth * mTexels / shorter, longestSide);
-    mRows = std::min(mHeight * mTexels / shorter, longestSide);
+    mColumns = std::min(mWidth * texels / shorter, maxSide);
+    mRows = std::min(mHeight * texels / shorter, maxSide);
     mNormals.setScreenSize(mColumns, mRows);
     mReflection.setScreenSize(mColumns, mRows);
     mReflection.setHeightMax(skyDepth * scale());
     mReflected.resize(mColumns, mRows);
+    mReflection.setDrawFrameBuffer(mReflected.framebuffer());
+    return true;
 }
 
 void WaterSurface::contextLost() {

@@ -1,5 +1,7 @@
 #include "gallery/scenes/WavesScene.h"
 
+#include "gallery/Math.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,12 +9,11 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr float pi = 3.1415927F;
 constexpr int period = 120; // frames from one wave to the next
 
-// In texels of a height field of the usual fineness.
-constexpr float crest = 31;
-constexpr float bend = 8;
+// In texels of a height field at the default resolution.
+constexpr float crestRadius = 31;
+constexpr float bendAmplitude = 8;
 constexpr float strength = 0.5F;
 constexpr float steepness = 30;
 constexpr float depth = 28;
@@ -24,14 +25,14 @@ WavesScene::WavesScene() {
         {"length", "Length of the waves", 0.4F, 3, mLength},
         {"count", "Bends across the screen", 0, 6, mCount},
         {"strength", "Height of the waves", 0, 2, mStrength},
-        {"field", "Texels across the field", 90, 540, mTexels},
+        mSurface.resolution(),
     };
 }
 
 void WavesScene::setUp(int width, int height, const Picture& background) {
     mSurface.setUp(width, height, background);
     mWaves.init();
-    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
+    mSurface.fitField(mWaves);
 }
 
 void WavesScene::contextLost() {
@@ -41,42 +42,32 @@ void WavesScene::contextLost() {
 
 void WavesScene::touch(const Touch& touch) {
     if (touch.pointer != 0) return;
-    if (touch.action == TouchAction::Move) mWay += mSurface.toRow(touch.y - mFingerY);
+    if (touch.action == TouchAction::Move) mOffset += mSurface.toRow(touch.y - mFingerY);
     mFingerY = touch.y;
 }
 
 void WavesScene::drawFrame() {
-    fitField();
+    mSurface.fitField(mWaves);
     paintWaves();
     mSurface.draw(mWaves.getTexture(), steepness * mSurface.scale(), depth * mSurface.scale());
     ++mFrame;
 }
 
-void WavesScene::fitField() {
-    if (!mSurface.setTexels(static_cast<int>(mTexels))) return;
-    mWaves.setScreenSize(mSurface.columns(), mSurface.rows());
-}
-
-// The bands of the waves lie side by side, so that each frame paints the whole screen; their curves sway together.
+// The bands of the waves lie side by side and cover the screen. Their curves sway together.
 void WavesScene::paintWaves() {
     const float time = static_cast<float>(mFrame % period) / period;
-    const float radius = crest * mLength * mSurface.scale();
-    const float reach = bend * mSurface.scale();
-    const float swing = reach * std::cos(2 * pi * time);
-    // To the other side the curve runs backwards: a band is painted as wide as the sway says, which must not be
-    // negative.
-    const float sway = std::fabs(swing);
-    const float count = std::copysign(mCount, swing);
-    const float spacing = 2 * (radius + reach);
-    mWay = std::fmod(mWay + spacing / period, spacing);
+    const float radius = crestRadius * mLength * mSurface.scale();
+    const float maxAmplitude = bendAmplitude * mSurface.scale();
+    const float signedAmplitude = maxAmplitude * std::cos(twoPi * time);
+    // The amplitude also sets the width of a band, so it must not be negative: the curve runs backwards instead.
+    const float amplitude = std::fabs(signedAmplitude);
+    const float count = std::copysign(mCount, signedAmplitude);
+    const float spacing = 2 * (radius + maxAmplitude);
+    mOffset = std::fmod(mOffset + spacing / period, spacing);
     const float bottom = static_cast<float>(mSurface.rows()) + spacing;
-    for (float y = mWay - 2 * spacing; y < bottom; y += spacing) {
-        mWaves.addHorizontalWave(y, spacing / 2 - sway, strength * mStrength, sway, count, 0);
+    for (float y = mOffset - 2 * spacing; y < bottom; y += spacing) {
+        mWaves.addHorizontalWave(y, spacing / 2 - amplitude, strength * mStrength, amplitude, count, 0);
     }
-}
-
-std::vector<Touch> WavesScene::demonstration(int) const {
-    return {};
 }
 
 } // namespace tidalume::gallery

@@ -15,21 +15,18 @@ class WavesScene : public Scene {
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
-    std::vector<Touch> demonstration(int frame) const override;
 
   private:
-    void fitField();
     void paintWaves();
 
     IntensityMapBuilder mWaves;
     WaterSurface mSurface;
-    float mWay = 0; // of the waves, in units
+    float mOffset = 0; // of the waves down the screen, in texels
     float mFingerY = 0;
     int mFrame = 0;
     float mLength = 1;
     float mCount = 2;
     float mStrength = 1;
-    float mTexels = WaterSurface::usualTexels;
 };
 
 } // namespace tidalume::gallery

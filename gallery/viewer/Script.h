@@ -39,7 +39,7 @@ struct ScriptEvent {
 };
 
 /// Reads a script, one event a line: FRAME down|move|up X Y [FINGER], FRAME key NAME, FRAME resize WxH,
-/// FRAME save FILE, FRAME quit. Frames must not go back. Empty lines and lines that begin with # say nothing.
+/// FRAME save FILE, FRAME quit. Frames must not go back. Empty lines and lines that begin with # are ignored.
 ///
 /// Throws Error, with the path and the number of the line, for a file that cannot be read or a line that is none of
 /// these.

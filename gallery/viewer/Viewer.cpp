@@ -49,7 +49,7 @@ std::string freePath(const std::string& scene) {
 
 Viewer::Viewer(const ViewerOptions& options)
     : mScript(options.script.empty() ? std::vector<ScriptEvent>() : readScript(options.script)),
-      mChosen(readBackground(options.background)), mWindow(options.width, options.height) {
+      mBackground(readBackground(options.background)), mWindow(options.width, options.height) {
     show(options.scene);
 }
 
@@ -76,13 +76,13 @@ void Viewer::playScript() {
     }
 }
 
-// Goes through SDL's queue, as what a hand does.
+// Goes through SDL's queue, as real input does.
 void Viewer::play(const ScriptTouch& touch) {
     SDL_Event event = {};
-    const SDL_Point units = mWindow.units();
-    const SDL_Point pixels = mWindow.pixels();
-    const float x = touch.x / static_cast<float>(pixels.x);
-    const float y = touch.y / static_cast<float>(pixels.y);
+    const SDL_Point window = mWindow.windowSize();
+    const SDL_Point drawable = mWindow.drawableSize();
+    const float x = touch.x / static_cast<float>(drawable.x);
+    const float y = touch.y / static_cast<float>(drawable.y);
     if (touch.finger) {
         event.type = touch.action == TouchAction::Down ? SDL_FINGERDOWN
                      : touch.action == TouchAction::Up ? SDL_FINGERUP
@@ -92,13 +92,13 @@ void Viewer::play(const ScriptTouch& touch) {
         event.tfinger.y = y;
     } else if (touch.action == TouchAction::Move) {
         event.type = SDL_MOUSEMOTION;
-        event.motion.x = static_cast<int>(x * static_cast<float>(units.x));
-        event.motion.y = static_cast<int>(y * static_cast<float>(units.y));
+        event.motion.x = static_cast<int>(x * static_cast<float>(window.x));
+        event.motion.y = static_cast<int>(y * static_cast<float>(window.y));
     } else {
         event.type = touch.action == TouchAction::Down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
         event.button.button = SDL_BUTTON_LEFT;
-        event.button.x = static_cast<int>(x * static_cast<float>(units.x));
-        event.button.y = static_cast<int>(y * static_cast<float>(units.y));
+        event.button.x = static_cast<int>(x * static_cast<float>(window.x));
+        event.button.y = static_cast<int>(y * static_cast<float>(window.y));
     }
     SDL_PushEvent(&event);
 }
@@ -111,7 +111,7 @@ void Viewer::play(const KeyPress& press) {
 }
 
 void Viewer::handle(const SDL_Event& event) {
-    const SDL_Point size = mWindow.pixels();
+    const SDL_Point size = mWindow.drawableSize();
     const float fingerX = event.tfinger.x * static_cast<float>(size.x);
     const float fingerY = event.tfinger.y * static_cast<float>(size.y);
     switch (event.type) {
@@ -119,7 +119,7 @@ void Viewer::handle(const SDL_Event& event) {
         mQuit = true;
         break;
     case SDL_WINDOWEVENT:
-        if (event.window.event == SDL_WINDOWEVENT_EXPOSED) mStale = true;
+        if (event.window.event == SDL_WINDOWEVENT_EXPOSED) mNeedsRedraw = true;
         break;
     case SDL_KEYDOWN:
         if (event.key.repeat == 0) press(event.key.keysym.sym);
@@ -199,10 +199,10 @@ void Viewer::touch(SDL_FingerID id, TouchAction action, float x, float y) {
 }
 
 void Viewer::touchByMouse(int x, int y, TouchAction action) {
-    const SDL_Point pixels = mWindow.pixels();
-    const SDL_Point units = mWindow.units();
-    touch(mouse, action, static_cast<float>(x) * static_cast<float>(pixels.x) / static_cast<float>(units.x),
-          static_cast<float>(y) * static_cast<float>(pixels.y) / static_cast<float>(units.y));
+    const SDL_Point drawable = mWindow.drawableSize();
+    const SDL_Point window = mWindow.windowSize();
+    touch(mouse, action, static_cast<float>(x) * static_cast<float>(drawable.x) / static_cast<float>(window.x),
+          static_cast<float>(y) * static_cast<float>(drawable.y) / static_cast<float>(window.y));
 }
 
 void Viewer::show(std::size_t scene) {
@@ -214,17 +214,17 @@ void Viewer::show(std::size_t scene) {
 }
 
 void Viewer::fitWindow() {
-    const SDL_Point size = mWindow.pixels();
+    const SDL_Point size = mWindow.drawableSize();
     if ((size.x == mSize.x && size.y == mSize.y) || size.x < 1 || size.y < 1) return;
-    mPlayer->setUp(size.x, size.y, mChosen.width > 0 ? coverFit(mChosen, size.x, size.y) : pebbles(size.x, size.y, 1));
+    mPlayer->setUp(size.x, size.y, makeBackground(mBackground, size.x, size.y));
     mSize = size;
-    mStale = true;
+    mNeedsRedraw = true;
 }
 
 // Whether framebuffer 0 holds a new picture.
 bool Viewer::draw() {
     const bool isNew = mPaused ? redraw() : advance() > 0;
-    mStale = false;
+    mNeedsRedraw = false;
     if (isNew && !mSavePath.empty()) save();
     return isNew;
 }
@@ -238,15 +238,15 @@ int Viewer::advance() {
     return 1;
 }
 
-// The picture of one step stands until the pause ends, stretched where the window has another size by now: effects that
-// move as they draw could not draw it a second time.
+// A pause begins with one step, whose picture is shown until the pause ends, stretched where the window has been
+// resized: some effects move as they draw and could not draw the same picture again.
 bool Viewer::redraw() {
     if (mPausedPicture.width == 0) {
         mPlayer->drawStep();
         mPausedPicture = headless::framebufferPicture(mSize.x, mSize.y);
         return true;
     }
-    const bool isDue = mStale || !mSavePath.empty();
+    const bool isDue = mNeedsRedraw || !mSavePath.empty();
     if (isDue) blit(mPausedPicture, mSize);
     return isDue;
 }

@@ -41,7 +41,7 @@ class Viewer {
     void updateTitle();
 
     std::vector<ScriptEvent> mScript;
-    Picture mChosen; // background; empty for pebbles
+    Picture mBackground; // empty for pebbles
     Window mWindow;
     std::size_t mScene = 0;
     std::uint32_t mSeed = 1;
@@ -54,9 +54,9 @@ class Viewer {
     Clock::time_point mTime = Clock::now();
     bool mQuit = false;
     bool mPaused = false;
-    bool mStale = true;     // the window lacks what it is to show
-    Picture mPausedPicture; // what the window shows while it is paused; empty before the pause's one step
-    std::string mSavePath;  // for the next picture; empty for none
+    bool mNeedsRedraw = true; // the window does not show the last picture
+    Picture mPausedPicture;   // shown during a pause; empty before the one step that begins it
+    std::string mSavePath;    // for the next picture; empty for none
 
     Clock::time_point mTitleTime = Clock::now();
     int mTitleFrames = 0;

@@ -14,12 +14,12 @@ namespace {
     throw headless::Error(what + ": " + SDL_GetError());
 }
 
-// Without a display SDL would draw where nobody sees it.
+// Without a display SDL would draw offscreen.
 void openDisplay() {
     if (SDL_Init(SDL_INIT_VIDEO) != 0) fail("no display can be opened");
     const std::string driver = SDL_GetCurrentVideoDriver();
-    const bool isSeen = driver != "offscreen" && driver != "dummy" && driver != "evdev";
-    if (!isSeen && std::getenv("SDL_VIDEODRIVER") == nullptr) {
+    const bool isVisible = driver != "offscreen" && driver != "dummy" && driver != "evdev";
+    if (!isVisible && std::getenv("SDL_VIDEODRIVER") == nullptr) {
         SDL_Quit();
         throw headless::Error("there is no display, such as the environment variable DISPLAY names");
     }
@@ -30,7 +30,7 @@ void openDisplay() {
 Window::Window(int width, int height) {
     SDL_SetHint(SDL_HINT_OPENGL_ES_DRIVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_FORCE_EGL, "1");
-    // Fingers and the mouse are told apart; neither shall pose as the other.
+    // Fingers and the mouse send events of their own only.
     SDL_SetHint(SDL_HINT_TOUCH_MOUSE_EVENTS, "0");
     SDL_SetHint(SDL_HINT_MOUSE_TOUCH_EVENTS, "0");
     openDisplay();
@@ -66,13 +66,13 @@ void Window::toggleFullScreen() {
     SDL_SetWindowFullscreen(mWindow, isFull ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
 }
 
-SDL_Point Window::pixels() const {
+SDL_Point Window::drawableSize() const {
     SDL_Point size = {};
     SDL_GL_GetDrawableSize(mWindow, &size.x, &size.y);
     return size;
 }
 
-SDL_Point Window::units() const {
+SDL_Point Window::windowSize() const {
     SDL_Point size = {};
     SDL_GetWindowSize(mWindow, &size.x, &size.y);
     return size;
@@ -85,7 +85,7 @@ std::string Window::driver() const {
 void Window::createContext() {
     mContext = SDL_GL_CreateContext(mWindow);
     if (mContext == nullptr) fail("there is no OpenGL ES 3");
-    SDL_GL_SetSwapInterval(1); // where the display cannot, frames come as fast as they are due
+    SDL_GL_SetSwapInterval(1); // without it, frames are drawn as soon as they are due
 }
 
 void Window::release() {

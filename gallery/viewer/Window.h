@@ -8,7 +8,7 @@ namespace tidalume::gallery {
 /// A window with an OpenGL ES 3 context through EGL, current on this thread. Functions throw Error where SDL refuses.
 class Window {
   public:
-    /// @param width, height  of the window, in the units of the desktop
+    /// @param width, height  of the window, in the coordinates of the desktop
     Window(int width, int height);
     ~Window();
     Window(const Window&) = delete;
@@ -24,11 +24,11 @@ class Window {
     void setTitle(const std::string& title) { SDL_SetWindowTitle(mWindow, title.c_str()); }
     void toggleFullScreen();
 
-    /// Size of framebuffer 0 in pixels, and of the window in the units in which SDL reports the mouse.
-    SDL_Point pixels() const;
-    SDL_Point units() const;
+    /// Size of framebuffer 0 in pixels, and of the window in the coordinates of the mouse.
+    SDL_Point drawableSize() const;
+    SDL_Point windowSize() const;
 
-    /// The driver's name for itself.
+    /// The name of the driver.
     std::string driver() const;
 
   private:

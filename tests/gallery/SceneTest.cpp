@@ -1,4 +1,5 @@
 #include "gallery/Background.h"
+#include "gallery/Pebbles.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
@@ -27,8 +28,8 @@ using namespace testing;
 constexpr int width = 96;
 constexpr int height = 160;
 
-/// Resident memory in KiB, without what the allocator keeps for later. Comparable where a context has just begun:
-/// within a context the driver gathers what it has not drawn yet.
+/// Resident memory in KiB, without the free blocks of the allocator. Comparable where a context is new: later the
+/// driver holds what it has not drawn yet.
 long residentMemory() {
     malloc_trim(0);
     long total = 0;
@@ -71,7 +72,7 @@ class EveryScene : public testing::TestWithParam<SceneEntry> {
     static void expectDrawing() {
         const Picture picture = headless::framebufferPicture(width, height);
         const std::set<std::uint8_t> values(picture.rgba.begin(), picture.rgba.end());
-        EXPECT_GT(values.size(), 64U) << "the picture is all but empty";
+        EXPECT_GT(values.size(), 64U) << "the picture is almost empty";
     }
 
     headless::HeadlessContext context{width, height};
@@ -88,8 +89,7 @@ TEST_P(EveryScene, StaysFlatForManyFrames) {
     const int frames = given ? std::atoi(given) : 500;
     constexpr int settledFrame = 1000;
     if (frames > settledFrame) {
-        // Mesa keeps some memory for each of the first contexts of a process, six on llvmpipe, and no more for later
-        // ones.
+        // Mesa holds some memory for each of the first contexts of a process (six on llvmpipe), but not for later ones.
         for (int i = 0; i < 12; ++i) {
             drawFrames(1);
             loseContext();
@@ -128,7 +128,7 @@ TEST_P(EveryScene, DrawsAtAnySizeAndThroughAnyTouch) {
     expectDrawing();
 }
 
-// Particles are too large to be told apart on a smaller screen.
+// On a smaller screen the particles cover everything, whatever the settings.
 TEST_P(EveryScene, ShowsEverySetting) {
     const std::vector<Parameter> parameters = player.parameters();
     ASSERT_FALSE(parameters.empty());
@@ -164,7 +164,7 @@ TEST(Player, StepsFollowTime) {
         EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
     }
     Player player = metaballs();
-    const double step = Player::step;
+    const double step = Player::timeStep;
     std::vector<int> steps;
     for (const double seconds :
          {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})
@@ -187,8 +187,8 @@ TEST(Player, TheFirstTouchEndsTheDemonstration) {
     EXPECT_EQ(picture(0, 100), picture(60, 100)) << "the demonstration's finger is lifted";
 }
 
-// Columns are opaque and half transparent by turns, in colours that lie side by side: the middle is kept, and the ends
-// are cut.
+// The source has three areas side by side, of which the middle one is kept. Its rows are opaque and half transparent
+// by turns.
 TEST(Background, CoverFitCutsTheEndsAveragesAndLaysOverBlack) {
     Picture source(300, 100);
     for (int i = 0; i < 300 * 100; ++i) {

@@ -1,4 +1,4 @@
-// What the tests share: a browser for which the repository is http://localhost, and pages whose console is watched.
+// What the tests share: a browser for which the repository is http://localhost, and pages with a watched console.
 
 import assert from 'node:assert/strict';
 import { existsSync } from 'node:fs';
@@ -26,7 +26,7 @@ afterEach(async () => {
   assert.deepEqual(complaints.splice(0), []);
 });
 
-/** A page that gets files of the repository. Asking for anything else fails the test, as do words of its console. */
+/** A page that gets files of the repository. A request for anything else, or a line on the console, fails the test. */
 export async function newPage(options = {}) {
   const page = await browser.newPage({ baseURL: 'http://localhost', viewport: { width: 320, height: 300 }, ...options });
   page.on('console', (message) => {

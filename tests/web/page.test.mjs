@@ -11,7 +11,7 @@ const address = '/out/web/index.html';
 const millisecondsPerFrame = 16; // of Playwright's clock
 const wholeView = { x: 0, y: 0, width: 320, height: 180 };
 
-/** Opens the page, whose time stands still until pass(). */
+/** Opens the page, whose clock runs in runFrames() only. */
 async function openPage(hash, options = {}) {
   const page = await newPage(options);
   await page.clock.install({ time: 0 });
@@ -21,11 +21,11 @@ async function openPage(hash, options = {}) {
   return page;
 }
 
-const pass = (page, frames) => page.clock.runFor(frames * millisecondsPerFrame);
+const runFrames = (page, frames) => page.clock.runFor(frames * millisecondsPerFrame);
 
-const look = (page, canvas = '#frame canvas') => page.locator(canvas).first().screenshot();
+const screenshot = (page, canvas = '#frame canvas') => page.locator(canvas).first().screenshot();
 
-/** The average [red, green, blue] of a part of what is seen. */
+/** The average [red, green, blue] of a part of the view. */
 async function colorOf(page, clip = wholeView) {
   const png = await page.screenshot({ clip });
   return page.evaluate(async (bytes) => {
@@ -57,23 +57,23 @@ test('a new visitor loads little and soon sees moving water', async (t) => {
   t.diagnostic(`first moving water after ${Math.round(await milliseconds.jsonValue())} ms`);
 });
 
-// The page draws a frame that took long, so that the next one is to have fewer pixels, and is touched before that.
-test('every finger counts, whose places do not move as the resolution is lowered', async () => {
+// A slow frame lowers the resolution, but not before the fingers are lifted.
+test('every finger has its drop in place while the resolution is due to fall', async () => {
   const page = await openPage('#metaballs', { hasTouch: true });
   const session = await page.context().newCDPSession(page);
   const touch = (type, touchPoints) => session.send('Input.dispatchTouchEvent', { type, touchPoints });
   const fingers = [[50, 90], [160, 70], [240, 60]].map(([x, y], id) => ({ x, y, id }));
   await page.clock.fastForward(600);
   await touch('touchStart', fingers);
-  await pass(page, 20);
+  await runFrames(page, 20);
   for (const { x, y } of fingers) assert.ok(await rednessAround(page, x, y) > 140, `no drop at ${x}, ${y}`);
   await touch('touchEnd', []);
-  await pass(page, 1);
+  await runFrames(page, 1);
   assert.equal(await widthOf(page), 240);
 });
 
-// [what the visitor does, the address, what the settings say] one after the other in one tab.
-test('a link says all settings of its scene, whatever the tab has shown before', async () => {
+// [what the visitor does, the address, the settings] one after the other in one tab.
+test('a link holds all settings of its scene, whatever the tab has shown before', async () => {
   const page = await openPage('#particles&radius=60', { permissions: ['clipboard-read', 'clipboard-write'] });
   const follow = (hash) => page.evaluate((text) => { location.hash = text; }, hash);
   const steps = [
@@ -107,15 +107,15 @@ test('a lost context comes back, in the full view and in the gallery', async () 
   const context = await page.evaluateHandle(() =>
     document.querySelector('#frame canvas').getContext('webgl2').getExtension('WEBGL_lose_context'));
   const comesBack = async (canvas) => {
-    await pass(page, 8);
+    await runFrames(page, 8);
     await context.evaluate((extension) => extension.loseContext());
     await page.waitForSelector('#lost:not([hidden])', { state: 'attached' });
-    await pass(page, 2);
+    await runFrames(page, 2);
     await context.evaluate((extension) => extension.restoreContext());
     await page.waitForSelector('#lost[hidden]', { state: 'attached' });
-    const picture = await look(page, canvas);
-    await pass(page, 8);
-    assert.notDeepEqual(await look(page, canvas), picture, `nothing moves in ${canvas}`);
+    const picture = await screenshot(page, canvas);
+    await runFrames(page, 8);
+    assert.notDeepEqual(await screenshot(page, canvas), picture, `nothing moves in ${canvas}`);
   };
   await comesBack('#frame canvas');
   await page.keyboard.press('Escape');
@@ -123,21 +123,21 @@ test('a lost context comes back, in the full view and in the gallery', async () 
 });
 
 // The demonstration does not begin in the first frames.
-test('water answers a finger and shows the picture of a visitor, or says what is none', async () => {
+test('water answers a finger and shows the picture of a visitor, or says that a file is not one', async () => {
   const page = await openPage('#water');
-  await pass(page, 1);
-  const smooth = await look(page);
-  await pass(page, 1);
-  assert.deepEqual(await look(page), smooth);
+  await runFrames(page, 1);
+  const smooth = await screenshot(page);
+  await runFrames(page, 1);
+  assert.deepEqual(await screenshot(page), smooth);
   await page.mouse.move(60, 100);
   await page.mouse.down();
   await page.mouse.move(260, 100, { steps: 6 });
-  await pass(page, 3);
+  await runFrames(page, 3);
   await page.mouse.up();
-  assert.notDeepEqual(await look(page), smooth);
+  assert.notDeepEqual(await screenshot(page), smooth);
 
   const showsGradient = async () => {
-    await pass(page, 2);
+    await runFrames(page, 2);
     return (await colorOf(page))[2] < 30;
   };
   await page.setInputFiles('#file', join(root, 'tests/headless/gradient.jpg'));
@@ -155,7 +155,7 @@ test('water answers a finger and shows the picture of a visitor, or says what is
   assert.ok(!await showsGradient());
 });
 
-test('the keyboard reaches everything, and a pause stands still', async () => {
+test('the keyboard reaches everything, and nothing moves in a pause', async () => {
   const page = await openPage('');
   await page.focus('[href="#particles"]');
   await page.keyboard.press('Space');
@@ -164,26 +164,26 @@ test('the keyboard reaches everything, and a pause stands still', async () => {
   await page.waitForSelector('#title:text("Particles")');
   await page.keyboard.press('ArrowLeft');
   await page.waitForSelector('#title:text("Metaballs")');
-  await pass(page, 2);
-  const still = await look(page);
-  await pass(page, 60);
-  assert.deepEqual(await look(page), still);
+  await runFrames(page, 2);
+  const still = await screenshot(page);
+  await runFrames(page, 60);
+  assert.deepEqual(await screenshot(page), still);
 
   const rednessAfter = async (key) => {
     await page.press('[name=radius]', key);
-    await pass(page, 2);
+    await runFrames(page, 2);
     return (await colorOf(page))[0];
   };
   const large = await rednessAfter('End');
   const small = await rednessAfter('Home');
-  assert.ok(large > small + 40, 'a setting shows itself also in a pause');
+  assert.ok(large > small + 40, 'a setting shows even in a pause');
 
   await page.focus('#frame canvas');
   await page.keyboard.press('Space');
-  await pass(page, 2);
+  await runFrames(page, 2);
   assert.equal(await widthOf(page), 320, 'a pause costs no resolution');
   await page.keyboard.down('Enter');
-  await pass(page, 15);
+  await runFrames(page, 15);
   assert.ok(await rednessAround(page, 160, 90) > 140, 'no drop in the middle');
   await page.keyboard.press('Escape');
   await page.waitForSelector('.card:focus');
@@ -210,7 +210,7 @@ test('fits a desktop and a phone, dark and light', async () => {
   for (const [device, options] of Object.entries(devices)) {
     for (const view of ['gallery', 'vector']) {
       const page = await openPage(`#${view}`, options);
-      await pass(page, 8);
+      await runFrames(page, 8);
       await page.screenshot({ path: join(root, `out/screenshots/${device}-${view}.png`) });
       assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${device} ${view}`);
       const sizes = await page.locator('button:visible, a:visible, .button:visible, select:visible').evaluateAll(

@@ -1,13 +1,13 @@
-// The part of the address after "#": the scene's name and the settings that differ from their initial values,
-// as in "#metaballs&radius=1.2". Without a scene it is the gallery.
+// The part of the address after "#": a scene's name and the settings that differ from their initial values, as in
+// "#metaballs&radius=1.2". Without a scene it names the gallery.
 
 export function initialValues({ parameters }) {
   return Object.fromEntries(parameters.map(({ name, initial }) => [name, initial]));
 }
 
 /**
- * The scene (its place in the table, -1 for the gallery) and all its settings by name: those that the address leaves
- * out have their initial values. What is unknown is ignored.
+ * The scene (its index in the table, -1 for the gallery) and all its settings by name. Settings that the address leaves
+ * out have their initial values. Unknown names are ignored.
  */
 export function readAddress(hash, scenes) {
   const [name, ...settings] = hash.replace(/^#/, '').split('&');

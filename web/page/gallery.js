@@ -1,13 +1,13 @@
 const width = 270;
 const height = 360;
-const millisecondsPerFrame = 10; // that the thumbnails may take of each frame of the page
+const frameBudget = 10; // milliseconds of each frame of the page that the thumbnails may take
 
 /** A grid of cards, each a link with a live picture of its scene. */
 export class Gallery {
   constructor(element, stage) {
     this.stage = stage;
     this.cards = stage.scenes.map((entry, scene) => new Card(entry, scene));
-    this.next = 0; // card whose turn it is
+    this.next = 0; // index of the next card to advance
     const observer = new IntersectionObserver((changes) => {
       for (const { target, isIntersecting } of changes) this.cards[target.dataset.scene].visible = isIntersecting;
     }, { rootMargin: '80px' });
@@ -18,14 +18,14 @@ export class Gallery {
   }
 
   /**
-   * Lets the cards that are in sight go on. Those that there is no time for have their turn in the next frame, and at
-   * most one starts in each, so that the first ones move while the others are being made.
+   * Advances the cards that are in sight. Cards for which no time is left have their turn in the next frame. At most
+   * one card starts in each frame, so that the first ones move while the others are being made.
    */
   advance(seconds) {
     this.stage.resize(width, height);
-    const end = performance.now() + millisecondsPerFrame;
+    const end = performance.now() + frameBudget;
     const cards = this.cards.filter((card) => card.visible && card.started);
-    for (const card of cards) card.waiting += seconds;
+    for (const card of cards) card.elapsed += seconds;
     for (let drawn = 0; drawn < cards.length && performance.now() < end; ++drawn) {
       cards[this.next++ % cards.length].advance(this.stage);
     }
@@ -38,7 +38,7 @@ class Card {
     this.scene = scene;
     this.visible = false;
     this.started = false;
-    this.waiting = 0; // seconds that have passed since it was drawn
+    this.elapsed = 0; // seconds since it was drawn
     this.link = document.createElement('a');
     this.link.className = 'card';
     this.link.href = '#' + entry.name;
@@ -58,7 +58,7 @@ class Card {
 
   advance(stage) {
     this.started = true;
-    if (stage.advance(this.scene, this.waiting)) this.picture.drawImage(stage.canvas, 0, 0);
-    this.waiting = 0;
+    if (stage.advance(this.scene, this.elapsed)) this.picture.drawImage(stage.canvas, 0, 0);
+    this.elapsed = 0;
   }
 }

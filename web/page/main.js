@@ -17,7 +17,7 @@ class Page {
     this.view = new View(stage, (name, value) => this.#set(name, value));
     this.#setPaused(matchMedia('(prefers-reduced-motion: reduce)').matches);
     this.#listen();
-    this.#open();
+    this.#showAddress();
     requestAnimationFrame((time) => this.#draw(time));
   }
 
@@ -28,8 +28,8 @@ class Page {
     (this.scene < 0 ? this.gallery : this.view).advance(seconds);
   }
 
-  // What the address says, and nothing else.
-  #open() {
+  // Shows the scene and the settings of the address.
+  #showAddress() {
     const { scene, values } = readAddress(location.hash, this.stage.scenes);
     const previous = this.scene;
     this.scene = scene;
@@ -45,9 +45,9 @@ class Page {
     scrollTo(0, 0);
   }
 
-  #follow() {
+  #navigate() {
     const isFromGallery = this.scene < 0;
-    this.#open();
+    this.#showAddress();
     if (isFromGallery && this.scene >= 0) this.stage.canvas.focus({ preventScroll: true });
   }
 
@@ -68,7 +68,7 @@ class Page {
     this.#writeAddress();
   }
 
-  // Every link to a scene holds the settings that a visitor has left there.
+  // Every link to a scene holds the settings that the visitor left there.
   #writeAddress() {
     const address = this.#address(this.scene);
     history.replaceState(null, '', address);
@@ -93,9 +93,9 @@ class Page {
   async #copyLink() {
     try {
       await navigator.clipboard.writeText(location.href);
-      say('The link is copied. It holds the effect and its settings.');
+      showMessage('The link is copied. It holds the effect and its settings.');
     } catch {
-      say('Please copy the address of this page. It holds the effect and its settings.');
+      showMessage('Please copy the address of this page. It holds the effect and its settings.');
     }
   }
 
@@ -103,9 +103,9 @@ class Page {
     try {
       await this.stage.showBackground(file);
       const titles = this.stage.scenes.filter((entry) => entry.showsBackground).map((entry) => entry.title);
-      say(`${file.name} is the background now, in ${titles.join(', ')}.`);
+      showMessage(`${file.name} is the background now, in ${titles.join(', ')}.`);
     } catch {
-      say(`${file.name} is not a picture that this browser can read.`);
+      showMessage(`${file.name} is not a picture that this browser can read.`);
     }
   }
 
@@ -127,7 +127,7 @@ class Page {
   }
 
   #listen() {
-    addEventListener('hashchange', () => this.#follow());
+    addEventListener('hashchange', () => this.#navigate());
     addEventListener('keydown', (event) => this.#press(event));
     for (const button of document.querySelectorAll('.pause')) {
       button.addEventListener('click', () => this.#setPaused(!this.paused));
@@ -144,33 +144,33 @@ class Page {
   }
 
   #listenForDrops() {
-    const mark = (dragging) => document.body.classList.toggle('dragging', dragging);
+    const showDragging = (dragging) => document.body.classList.toggle('dragging', dragging);
     addEventListener('dragover', (event) => {
       event.preventDefault();
-      mark(true);
+      showDragging(true);
     });
-    addEventListener('dragleave', ({ relatedTarget }) => mark(relatedTarget !== null));
+    addEventListener('dragleave', ({ relatedTarget }) => showDragging(relatedTarget !== null));
     addEventListener('drop', (event) => {
       event.preventDefault();
-      mark(false);
+      showDragging(false);
       const [file] = event.dataTransfer.files;
       if (file) this.#showBackground(file);
     });
   }
 }
 
-function say(text) {
+function showMessage(text) {
   part('message').textContent = text;
-  clearTimeout(say.timer);
-  say.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
+  clearTimeout(showMessage.timer);
+  showMessage.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
 }
 
 try {
   new Page(await Stage.create(document.createElement('canvas')));
 } catch (error) {
-  const trouble = document.createElement('p');
-  trouble.className = 'trouble';
-  trouble.setAttribute('role', 'alert');
-  trouble.textContent = error instanceof Unsupported ? error.message : `The effects did not start: ${error.message}`;
-  part('cards').before(trouble);
+  const alert = document.createElement('p');
+  alert.className = 'alert';
+  alert.setAttribute('role', 'alert');
+  alert.textContent = error instanceof Unsupported ? error.message : `The effects did not start: ${error.message}`;
+  part('cards').before(alert);
 }

@@ -1,18 +1,18 @@
 import createModule from './tidalume.js';
 
-/** The effects cannot run here; the message tells a person why. */
+/** The effects cannot run here. The message is for the visitor. */
 export class Unsupported extends Error {}
 
-const longestBackgroundSide = 2048;
+const maxBackgroundSide = 2048;
 
-/** The scenes on one WebGL canvas, on which they take turns. A scene is named by its place in `scenes`. */
+/** The scenes, which take turns on one WebGL canvas. A scene is named by its index in `scenes`. */
 export class Stage {
   /**
    * Throws Unsupported where the browser lacks what the effects need.
    * @param {HTMLCanvasElement} canvas  without a context
    */
   static async create(canvas) {
-    const module = createModule(); // is fetched while the browser makes the context
+    const module = createModule(); // fetched while the browser makes the context
     const settings = { alpha: false, antialias: false, depth: false, stencil: false };
     const gl = canvas.getContext('webgl2', settings);
     if (!gl) {
@@ -33,26 +33,26 @@ export class Stage {
     this.lost = false;
     this.scenes = JSON.parse(module.UTF8ToString(module._stageScenes()));
     this.driver = gl.getParameter(gl.getExtension('WEBGL_debug_renderer_info')?.UNMASKED_RENDERER_WEBGL ?? gl.RENDERER);
-    this.#takeContext();
+    this.#registerContext();
     canvas.addEventListener('webglcontextlost', (event) => {
-      event.preventDefault(); // else it never comes back
+      event.preventDefault(); // otherwise it is never restored
       this.lost = true;
       module._stageContextLost();
     });
     canvas.addEventListener('webglcontextrestored', () => {
       module.GL.deleteContext(this.context);
-      this.#takeContext();
+      this.#registerContext();
       this.lost = false;
     });
   }
 
-  // What emscripten keeps for a context (buffers, extensions) is gone with it, so each one is registered anew.
-  #takeContext() {
+  // What emscripten holds for a context (buffers, extensions) goes with it, so each context is registered anew.
+  #registerContext() {
     this.context = this.module.GL.registerContext(this.gl, { majorVersion: 2, minorVersion: 0 });
     this.module.GL.makeContextCurrent(this.context);
   }
 
-  /** Starts a scene, anew if it was running. */
+  /** Starts a scene, or starts it anew. */
   start(scene, seed) {
     this.module._stageStart(scene, seed);
   }
@@ -66,7 +66,7 @@ export class Stage {
     this.module._stageTouch(scene, x, y, ['down', 'move', 'up'].indexOf(action), pointer);
   }
 
-  /** Lets a scene go on by a time; true when the canvas shows a new picture. */
+  /** Advances a scene by a time in seconds. Returns whether the canvas shows a new picture. */
   advance(scene, seconds) {
     if (this.lost || this.gl.isContextLost()) return false;
     return this.module._stageAdvance(scene, this.canvas.width, this.canvas.height, seconds) > 0;
@@ -77,16 +77,16 @@ export class Stage {
     this.module._stageStep(scene, this.canvas.width, this.canvas.height);
   }
 
-  /** Sets the size of the canvas in pixels, where it has another one. */
+  /** Sets the size of the canvas in pixels. The same size leaves the picture as it is. */
   resize(width, height) {
     if (this.canvas.width !== width) this.canvas.width = width;
     if (this.canvas.height !== height) this.canvas.height = height;
   }
 
-  /** Shows a picture file below the scenes that have a background. Throws where it is none that the browser reads. */
+  /** Shows a picture file in the scenes that have a background. Throws if the browser cannot read the file. */
   async showBackground(file) {
     const bitmap = await createImageBitmap(file);
-    const scale = Math.min(1, longestBackgroundSide / Math.max(bitmap.width, bitmap.height));
+    const scale = Math.min(1, maxBackgroundSide / Math.max(bitmap.width, bitmap.height));
     const width = Math.max(1, Math.round(bitmap.width * scale));
     const height = Math.max(1, Math.round(bitmap.height * scale));
     const context = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });

@@ -1,8 +1,8 @@
 import { Settings } from './settings.js';
 
-const mostPixels = 1.5e6;
-const pointerLimit = 10;
-const step = 1 / 60; // of every scene, in seconds
+const maxPixels = 1.5e6;
+const pointerCount = 10;
+const timeStep = 1 / 60; // of every scene, in seconds
 
 const part = (id) => document.getElementById(id);
 
@@ -12,11 +12,11 @@ export class View {
   constructor(stage, changed) {
     this.stage = stage;
     this.scene = -1;
-    this.isStale = false; // the canvas lacks what was shown or set last
-    this.scale = 1; // of the resolution; lower where the machine is too slow for all of it
-    this.pointers = new Array(pointerLimit).fill(null); // ids of the pointers that are down
+    this.needsRedraw = false; // the scene or a setting is new
+    this.scale = 1; // of the resolution; below 1 where the machine is too slow for the full one
+    this.pointers = new Array(pointerCount).fill(null); // ids of the pointers that are down
     this.settings = new Settings(part('settings'), (name, value) => {
-      this.isStale = true;
+      this.needsRedraw = true;
       changed(name, value);
     });
     this.clock = new FrameClock();
@@ -28,7 +28,7 @@ export class View {
       canvas.addEventListener(type, (event) => this.#point(event));
     }
     for (const type of ['keydown', 'keyup']) {
-      canvas.addEventListener(type, (event) => this.#pressEnter(event));
+      canvas.addEventListener(type, (event) => this.#touchMiddle(event));
     }
     for (const type of ['webglcontextlost', 'webglcontextrestored']) {
       canvas.addEventListener(type, () => {
@@ -45,7 +45,7 @@ export class View {
     const neighbour = (offset) => address((scene + offset + scenes.length) % scenes.length);
     const entry = scenes[scene];
     this.scene = scene;
-    this.isStale = true;
+    this.needsRedraw = true;
     this.scale = 1;
     part('title').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
@@ -54,18 +54,18 @@ export class View {
     part('next').href = neighbour(1);
     canvas.setAttribute('aria-label', `${entry.title}. ${entry.sentence}`);
     this.settings.show(entry.parameters, values);
-    this.#fitCanvas(); // before the first touch, which is counted in its pixels
+    this.#fitCanvas(); // before the first touch, which is in pixels of the canvas
     this.#showTime('–');
     this.clock.restart();
   }
 
-  /** Also while no time passes, what is new is shown, by one step. */
+  /** Advances by a time in seconds. A new scene or setting shows, by one step, even when no time passes. */
   advance(seconds) {
-    const isTouched = this.pointers.some((id) => id !== null); // where it is, is counted in the canvas's pixels
+    const isTouched = this.pointers.some((id) => id !== null); // in pixels of the canvas, whose size must not change
     if (!isTouched) this.#fitCanvas();
     if (seconds === 0) this.clock.restart();
-    if (!this.stage.advance(this.scene, seconds === 0 && this.isStale ? step : seconds)) return;
-    this.isStale = false;
+    if (!this.stage.advance(this.scene, seconds === 0 && this.needsRedraw ? timeStep : seconds)) return;
+    this.needsRedraw = false;
     const milliseconds = this.clock.tick();
     if (milliseconds === null) return;
     this.#showTime(milliseconds.toFixed(1));
@@ -79,7 +79,7 @@ export class View {
 
   #fitCanvas() {
     const { clientWidth, clientHeight } = part('frame');
-    const ratio = Math.min(2, devicePixelRatio, Math.sqrt(mostPixels / (clientWidth * clientHeight))) * this.scale;
+    const ratio = Math.min(2, devicePixelRatio, Math.sqrt(maxPixels / (clientWidth * clientHeight))) * this.scale;
     this.stage.resize(Math.max(1, Math.round(clientWidth * ratio)), Math.max(1, Math.round(clientHeight * ratio)));
   }
 
@@ -96,7 +96,7 @@ export class View {
       event.offsetY * canvas.height / canvas.clientHeight, slot);
   }
 
-  #pressEnter(event) {
+  #touchMiddle(event) {
     if (event.key !== 'Enter' || event.repeat) return;
     const { canvas } = this.stage;
     this.stage.touch(this.scene, event.type === 'keydown' ? 'down' : 'up', canvas.width / 2, canvas.height / 2, 0);
@@ -105,7 +105,7 @@ export class View {
 
 /** Averages the time between frames over half a second. */
 class FrameClock {
-  /** To be called also when no frames are due, as that time is none of theirs. */
+  /** To be called while no frames are drawn, too: that time does not count. */
   restart() {
     this.start = performance.now();
     this.frames = 0;
