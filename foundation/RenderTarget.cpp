@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <iterator>
 
 namespace tidalume {
@@ -29,6 +30,17 @@ const Format formats[] = {
 const Format& formatOf(GLint internalFormat) {
     return *std::find_if(std::begin(formats), std::end(formats),
                          [&](const Format& format) { return format.internalFormat == internalFormat; });
+}
+
+/// They load nothing, and a clear is one more write of the whole target: an eighth of a simulation's pass on llvmpipe.
+const char* const processorDrivers[] = {"llvmpipe", "softpipe", "SwiftShader"};
+
+bool drawsOnProcessor = false;
+
+bool isProcessorDriver() {
+    const auto* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    return renderer && std::any_of(std::begin(processorDrivers), std::end(processorDrivers),
+                                   [&](const char* name) { return std::strstr(renderer, name); });
 }
 
 void specifyTexture(const Format& format, int width, int height, const char* label) {
@@ -107,11 +119,18 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
                    int height) {
     if (textures[0] != 0 && framebuffers[0] != 0) return;
     if (!isTextureSize(width, height, description.labels[0].texImage)) return;
+    drawsOnProcessor = isProcessorDriver();
     if (textures[0] == 0) createTextures(description, textures, width, height);
     // Without a texture a framebuffer would stay empty for good: leave both for the next call.
     if (textures[0] != 0 && framebuffers[0] == 0) {
         createFramebuffers(description, textures, framebuffers, width, height);
     }
+}
+
+// Of the two ways that vendors name, the clear is the one that the open drivers of Mali and VideoCore heed, too;
+// glInvalidateFramebuffer would also lose what lies outside an application's scissor.
+void discardTarget() {
+    if (!drawsOnProcessor && !glIsEnabled(GL_BLEND)) glClear(GL_COLOR_BUFFER_BIT);
 }
 
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {

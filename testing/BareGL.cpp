@@ -72,6 +72,7 @@ struct Context {
     GLuint lastName = 0;
     GLuint currentProgram = 0;
     GLenum error = GL_NO_ERROR;
+    bool isBlending = false;
     Array arrays[arrayCount] = {};
 };
 
@@ -148,6 +149,9 @@ GLenum glGetError() {
 
 // What is left unanswered.
 void glGetIntegerv(GLenum, GLint*) {}
+const GLubyte* glGetString(GLenum) {
+    return nullptr;
+}
 GLenum glCheckFramebufferStatus(GLenum) {
     return 0;
 }
@@ -164,13 +168,20 @@ void glBlendFuncSeparate(GLenum, GLenum, GLenum, GLenum) {}
 void glClear(GLbitfield) {}
 void glClearColor(GLfloat, GLfloat, GLfloat, GLfloat) {}
 void glCompileShader(GLuint) {}
-void glDisable(GLenum) {}
-void glEnable(GLenum) {}
+void glDisable(GLenum capability) {
+    if (capability == GL_BLEND) gl.isBlending = false;
+}
+void glEnable(GLenum capability) {
+    if (capability == GL_BLEND) gl.isBlending = true;
+}
 void glFlush() {}
 void glFramebufferTexture2D(GLenum, GLenum, GLenum, GLuint, GLint) {}
 void glTexParameteri(GLenum, GLenum, GLint) {}
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum, GLenum, const void*) {
     if (width < 0 || height < 0) setError(GL_INVALID_VALUE);
+}
+GLboolean glIsEnabled(GLenum capability) {
+    return gl.isBlending && capability == GL_BLEND ? GL_TRUE : GL_FALSE;
 }
 void glViewport(GLint, GLint, GLsizei width, GLsizei height) {
     if (width < 0 || height < 0) setError(GL_INVALID_VALUE);

@@ -184,6 +184,7 @@ PASS_ON_AS(void, glCompileShader, (GLuint shader), (shader), "")
 PASS_ON(void, glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value))
 PASS_ON_AS(void, glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
            (program, size, length, format, binary), "")
+PASS_ON(GLboolean, glIsEnabled, (GLenum capability), (capability))
 PASS_ON_AS(void, glLinkProgram, (GLuint program), (program), "")
 PASS_ON_AS(void, glUseProgram, (GLuint program), (program), object("program", recorder.current["program"] = program))
 PASS_ON_AS(void, glDeleteTextures, (GLsizei n, const GLuint* names), (n, names), objects("texture", names, n))
@@ -278,6 +279,11 @@ void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei 
     recorder.call("glProgramBinary", text(format, length));
     DRIVER(glProgramBinary)
     (program, recorder.faults.acceptsProgramBinaries ? formatOfMesa : format, binary, length);
+}
+
+const GLubyte* glGetString(GLenum name) {
+    const char* renderer = name == GL_RENDERER ? recorder.faults.renderer : nullptr;
+    return renderer ? reinterpret_cast<const GLubyte*>(renderer) : DRIVER(glGetString)(name);
 }
 
 GLenum glGetError() {

@@ -51,6 +51,9 @@ class GLRecorder {
         std::set<GLint> notRenderable;
         /// Point sprites have one pixel, whatever size the shader asks for.
         bool pointsAreSinglePixels = false;
+        /// What the driver says its renderer is; null: its own word. On some of those that draw on the processor the
+        /// library leaves hints to tile-based GPUs out.
+        const char* renderer = nullptr;
         bool compileFails = false;
         bool linkFails = false;
         bool infoLogIsEmpty = false;

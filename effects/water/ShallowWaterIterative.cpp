@@ -118,6 +118,7 @@ void ShallowWaterIterative::beginDisturbance(GLuint program) {
 }
 
 void ShallowWaterIterative::finishDisturbance(GLint attribute) {
+    tidalume::discardTarget();
     tidalume::drawQuad(attribute, mVertices);
     glFlush(); // kept: flush
     glUseProgram(0);
@@ -190,6 +191,7 @@ void ShallowWaterIterative::update() {
         checkGLError("glBindTexture mProgramUpdate"); // kept: bind-program
         glUniformMatrix4fv(mUpdateMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
         checkGLError("glUniformMatrix4fv matrixMVP");
+        tidalume::discardTarget();
         tidalume::drawQuad(mUpdateVertices, mVertices);
         glFlush();
         swapWaterTexture();

@@ -225,6 +225,7 @@ TEST_P(LifeCycleTest, MakesTheSameCallsOnABareGL) {
         effect.setScreenSize(height, width);
         effect.draw();
     };
+    glRecorder().faults.renderer = "a GPU";
     std::string calls = glRecorder().record(life);
     glRecorder().reset();
     glRecorder().driver = dlopen(TIDALUME_BARE_GL, RTLD_NOW | RTLD_LOCAL);

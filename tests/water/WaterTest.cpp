@@ -16,7 +16,13 @@ using namespace tidalume::pictures;
 
 class WaterTest : public CallsTest {
   protected:
-    WaterTest() { makeReady(width, height, painted, normals, water, renderer, pond); }
+    WaterTest() {
+        glRecorder().faults.renderer = "a GPU";
+        makeReady(width, height, painted, normals, water, renderer, pond);
+    }
+
+    /// What a pass that covers its whole target says to tile-based GPUs.
+    static inline const std::string discard = "; glIsEnabled BLEND; glClear COLOR_BUFFER_BIT;";
 
     /// A pass into a framebuffer: what comes before its quad.
     static void expectPass(const std::function<void()>& action, const std::string& before, const std::string& target,
@@ -39,7 +45,7 @@ class WaterTest : public CallsTest {
     ShallowWater pond;
     float a[2] = {12.0F, 20.5F};
     float b[2] = {90.0F, 40.0F};
-    float middle[2] = {48.5F, 30.5F};
+    float c[2] = {0.1F, 0.2F}; ///< in normalised device coordinates
 };
 
 /// Lines leave whatever blending and depth test they find. A uniform that no shader has is set all the same.
@@ -50,8 +56,10 @@ TEST_F(WaterTest, HeightsAndNormals) {
     expectPass([&] { painted.addHorizontalWave(30, 10, 0.5F, 7, 2, NAN); }, opaque, "mFBONormal",
                R"(glUseProgram mProgramHorizontalWave; matrixMVP = ...; center = 30; radius = 10; strength = 0.5
         waveRadius = 7; waveCount = 2; preserveWeight = nan)");
-    expectPass([&] { normals.build(70); }, opaque, "mFBONormal", R"(glUseProgram mProgram; textureHeight = 0
-        glActiveTexture TEXTURE0; glBindTexture 70; heightMax = 100; matrixMVP = ...)");
+    expectPass([&] { normals.build(70); }, opaque, "mFBONormal",
+               R"(glUseProgram mProgram; textureHeight = 0
+        glActiveTexture TEXTURE0; glBindTexture 70; heightMax = 100; matrixMVP = ...)" +
+                   discard);
     expectCallsThatBegin(
         "glTexImage2D", [&] { normals.setScreenSize(61, 97); }, "glTexImage2D RGB16F 61 97 RGB HALF_FLOAT");
 }
@@ -64,21 +72,25 @@ TEST_F(WaterTest, ShallowWaterIterative) {
         "?textureWater; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[1];";
     expectPass([&] { water.addDrop(a, 10, 0.5F, 0.25F); }, "", "mFBOsWater[0]",
                "glUseProgram mProgramDrop;" + water1 +
-                   "center = 12 20.5; radius = 10; strength = 0.5; preserveWeight = 0.25; matrixMVP = ...");
+                   "center = 12 20.5; radius = 10; strength = 0.5; preserveWeight = 0.25; matrixMVP = ..." + discard);
     expectPass(
         [&] { water.addDropLine(a, b, 10, 0.5F, 0.25F); }, "", "mFBOsWater[1]",
         "glUseProgram mProgramDropLine;" + water0 +
-            "center = 12 20.5; center2 = 90 40; radius = 10; strength = 0.5; matrixMVP = ...; preserveWeight = 0.25");
+            "center = 12 20.5; center2 = 90 40; radius = 10; strength = 0.5; matrixMVP = ...; preserveWeight = 0.25" +
+            discard);
     expectPass(
         [&] { water.addHorizontalWave(30, 10, 0.5F, 7, 2, 0.25F); }, "", "mFBOsWater[0]",
         "glUseProgram mProgramHorizontalWave;" + water1 +
             R"(center = 30; radius = 10; strength = 0.5; waveRadius = 7; waveCount = 2; preserveWeight = 0.25; matrixMVP = ...
-        [glUniformMatrix4fv matrixMVP])");
+        [glUniformMatrix4fv matrixMVP])" +
+            discard);
     water.setIterationCount(1);
-    expectPass([&] { water.update(); }, "", "mFBOsWater[1]", R"([glBindFramebuffer mFBOsWater[0]]
+    expectPass([&] { water.update(); }, "", "mFBOsWater[1]",
+               R"([glBindFramebuffer mFBOsWater[0]]
         glFramebufferTexture2D mTexturesWater[1]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         glUseProgram mProgramUpdate; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[0]
-        [glBindTexture mProgramUpdate]; matrixMVP = ...; [glUniformMatrix4fv matrixMVP])");
+        [glBindTexture mProgramUpdate]; matrixMVP = ...; [glUniformMatrix4fv matrixMVP])" +
+                   discard);
     expectCallsThatBegin(
         "glTexImage2D", [&] { water.setScreenSize(61, 97); }, R"(
         glTexImage2D RG16F 61 97 RG HALF_FLOAT; glTexImage2D RG16F 61 97 RG HALF_FLOAT)");
@@ -126,14 +138,14 @@ TEST_F(WaterTest, ShallowWater) {
                 R"(glBindFramebuffer mFBOsWater[0]; glUseProgram mProgramDropLine
         ?textureWater; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[2]
         ?center; center = 12 20.5; ?center2; center2 = 90 40; ?radius; radius = 5; ?strength; strength = 0.5;)" +
-                    matrix + quad + "glUseProgram 0; glBindFramebuffer 0");
+                    matrix + discard + quad + "glUseProgram 0; glBindFramebuffer 0");
     expectCalls([&] { pond.update(); },
                 R"(glBindFramebuffer mFBOsWater[1]
         [glBindFramebuffer mFBOsWater[mCurrentBufferIndex]]; glFramebufferTexture2D mTexturesWater[1]
         [glFramebufferTexture2D mFBOsWater[mCurrentBufferIndex] mTexturesWater[mCurrentBufferIndex]]
         glUseProgram mProgramUpdate; ?texture1; texture1 = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[0]
         ?texture2; texture2 = 1; glActiveTexture TEXTURE1; glBindTexture mTexturesWater[2];)" +
-                    matrix + "?Term; Term = 0.308996 -0.993521 0.421131; [glUniform3fv Term];" + quad +
+                    matrix + "?Term; Term = 0.308996 -0.993521 0.421131; [glUniform3fv Term];" + discard + quad +
                     "glBindTexture 0; glActiveTexture TEXTURE0; glBindTexture 0; glUseProgram 0; glBindFramebuffer 0");
     expectCallsThatBegin(
         "[", [&] { pond.setScreenSize(61, 97); }, R"([glGenTextures mTexturesWater]
@@ -236,6 +248,37 @@ TEST_F(WaterTest, PondTimeAndALossOfTheContext) {
     context.recreate();
     makeReady(width, height, renderer, pond);
     EXPECT_EQ(state(), before);
+}
+
+/// The hint to tile-based GPUs changes no picture, whatever blending and scissor the caller has left on.
+TEST_F(WaterTest, WhatIsDiscardedWasToBeOverwritten) {
+    std::vector<std::vector<float>> pictures[2];
+    for (const char* driver : {"llvmpipe", "a GPU"}) {
+        glRecorder().faults.renderer = driver;
+        for (const GLenum state : {GL_DITHER, GL_SCISSOR_TEST, GL_BLEND}) {
+            const Field rough = noiseTexture(GL_R16F, width, height);
+            IntensityMapBuilder heights;
+            ShallowWaterIterative iterative;
+            ShallowWater waves;
+            NormalMapBuilder map;
+            makeReady(width, height, heights, iterative, waves, map);
+            map.build(rough.texture);
+            iterative.addDrop(a, 40, 0.5F, 1);
+            glScissor(10, 10, 50, 30);
+            glEnable(state);
+            iterative.addDropLine(a, b, 30, 0.5F, 0.5F);
+            iterative.update();
+            waves.addDropLine(c, c, 1, 0.5F);
+            runStep(waves);
+            heights.addDropLine(a, b, 30, 0.5F, 1);
+            map.build(iterative.getTexture());
+            glDisable(state);
+            for (const GLuint texture :
+                 {iterative.getTexture(), waves.getTexture(), heights.getTexture(), map.getTexture()})
+                pictures[driver == std::string("a GPU")].push_back(headless::readTexture(texture, width, height).rgba);
+        }
+    }
+    EXPECT_EQ(pictures[0], pictures[1]);
 }
 
 /// No disturbance may bring a NaN or an infinity into a height field, nor does one without a radius draw.
