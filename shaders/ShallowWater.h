@@ -15,23 +15,26 @@ inline constexpr auto vertex = join(prologue, names, quad);
 inline constexpr auto dropFragment = join(prologue, water::bump, water::pointShape, water::storeBump);
 
 /// `center` and `center2` are in normalised device coordinates, `radius` in texture coordinates.
-inline constexpr auto dropLineFragment = join(prologue, water::bump, R"(
+inline constexpr auto dropLineFragment = join(prologue, R"(
 uniform sampler2D textureWater;
 uniform vec2 center;
 uniform vec2 center2;
+uniform float radius;
+uniform float strength;
+in vec2 texcoord;
 out float outColor;
+const float PI = 3.141592653589793;
 
 // What a drop adds at one end.
 float endDrop(vec2 end) {
-    float a = max(0.0, 1.0 - distance(end * 0.5 + 0.5, texcoord) / radius);
+    float a = max(0.0, 1.0 - length(end * 0.5 + 0.5 - texcoord) / radius);
     return (0.5 - cos(a * PI) * 0.5) * (strength * 0.4);
 }
 
 void main() {
-    float info = texture(textureWater, texcoord).r;
-    info += endDrop(center);
-    info += endDrop(center2);
-    outColor = min(info, strength);
+    float info = texture(textureWater, texcoord).r + endDrop(center) + endDrop(center2);
+    if (info > strength) info = strength;
+    outColor = info;
 }
 )");
 
