@@ -52,8 +52,7 @@ TEST_F(WaterTest, HeightsAndNormals) {
         waveRadius = 7; waveCount = 2; preserveWeight = nan)");
     expectPass([&] { normals.build(70); }, opaque, "mFBONormal", R"(glUseProgram mProgram; textureHeight = 0
         glActiveTexture TEXTURE0; glBindTexture 70; heightMax = 100; matrixMVP = ...)");
-    expectCallsThatBegin(
-        "glTexImage2D", [&] { normals.setScreenSize(61, 97); }, "glTexImage2D RGB16F 61 97 RGB HALF_FLOAT");
+    expectCalls([&] { normals.setScreenSize(61, 97); }, "glTexImage2D RGB16F 61 97 RGB HALF_FLOAT", "glTexImage2D");
 }
 
 /// The three disturbances set their uniforms in three different orders.
@@ -79,14 +78,14 @@ TEST_F(WaterTest, ShallowWaterIterative) {
         glFramebufferTexture2D mTexturesWater[1]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         glUseProgram mProgramUpdate; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[0]
         [glBindTexture mProgramUpdate]; matrixMVP = ...; [glUniformMatrix4fv matrixMVP])");
-    expectCallsThatBegin(
-        "glTexImage2D", [&] { water.setScreenSize(61, 97); }, R"(
-        glTexImage2D RG16F 61 97 RG HALF_FLOAT; glTexImage2D RG16F 61 97 RG HALF_FLOAT)");
-    expectCallsThatBegin(
-        "[", [&] { water.setScreenSize(97, 61); }, R"([glTexImage2D mTexturesWater[0]]
+    expectCalls([&] { water.setScreenSize(61, 97); }, R"(
+        glTexImage2D RG16F 61 97 RG HALF_FLOAT; glTexImage2D RG16F 61 97 RG HALF_FLOAT)",
+                "glTexImage2D");
+    expectCalls([&] { water.setScreenSize(97, 61); }, R"([glTexImage2D mTexturesWater[0]]
         [glTexImage2D mTexturesWater[1]]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
-        [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])");
+        [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])",
+                "[");
 }
 
 TEST_F(WaterTest, ShallowWaterRenderer) {
@@ -135,13 +134,13 @@ TEST_F(WaterTest, ShallowWater) {
         ?texture2; texture2 = 1; glActiveTexture TEXTURE1; glBindTexture mTexturesWater[2];)" +
                     matrix + "?Term; Term = 0.308996 -0.993521 0.421131; [glUniform3fv Term];" + quad +
                     "glBindTexture 0; glActiveTexture TEXTURE0; glBindTexture 0; glUseProgram 0; glBindFramebuffer 0");
-    expectCallsThatBegin(
-        "[", [&] { pond.setScreenSize(61, 97); }, R"([glGenTextures mTexturesWater]
+    expectCalls([&] { pond.setScreenSize(61, 97); }, R"([glGenTextures mTexturesWater]
         [glTexImage2D mTexturesWater[0]]; [glTexImage2D mTexturesWater[1]]; [glTexImage2D mTexturesWater[2]]
         [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]]
-        [glBindFramebuffer mFBOWater[2]]; [glFramebufferTexture2D mFBOsWater[2] mTexturesWater[2]])");
+        [glBindFramebuffer mFBOWater[2]]; [glFramebufferTexture2D mFBOsWater[2] mTexturesWater[2]])",
+                "[");
     pond.init();
     EXPECT_EQ(glRecorder().counts["glDeleteProgram"], 3) << "the programs of the first init";
 }
