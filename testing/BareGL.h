@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// A GL that answers only what every GL must. It draws nothing and keeps no pixels, leaves limits and the framebuffer
+/// A GL that answers only what every GL must. It draws nothing and keeps no pixels, leaves limits, errors and the framebuffer
 /// status unanswered, and gives uniforms and attributes locations of its own, whatever the shaders' text asks for. A
 /// draw reads every vertex and index that it is given, so that sanitizers see what lies outside.
 ///
