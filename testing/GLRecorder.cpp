@@ -1,11 +1,7 @@
 #include "testing/GLRecorder.h"
 
-#include <android/log.h>
-
 #include <algorithm>
-#include <cstdarg>
 #include <dlfcn.h>
-#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -130,22 +126,12 @@ void GLRecorder::made(const char* kind, GLuint object) {
     if (object != 0) name(kind, object, std::string(kind) + " " + std::to_string(++mMade[kind]));
 }
 
-// The linker sends the library's calls of checkGLError, whose labels stand in the sequence, and of the log through here
-// (--wrap).
+// The linker sends the library's calls of checkGLError, whose labels stand in the sequence, through here (--wrap).
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
     recorder.label(op);
     __real__Z12checkGLErrorPKc(op);
-}
-
-int __wrap___android_log_print(int priority, const char* tag, const char* format, ...) {
-    recorder.logFormats.push_back(format);
-    va_list arguments;
-    va_start(arguments, format);
-    const int result = __android_log_vprint(priority, tag, format, arguments);
-    va_end(arguments);
-    return result;
 }
 
 /// The driver's own function of this name.
@@ -244,10 +230,7 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
     DRIVER(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
-    std::string source = recorder.faults.compileFails ? "no shader" : sources[0];
-    if (recorder.faults.pointsAreSinglePixels)
-        source = std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
-    const GLchar* given = source.c_str();
+    const GLchar* given = recorder.faults.compileFails ? "no shader" : sources[0];
     DRIVER(glShaderSource)(shader, count, &given, lengths);
 }
 

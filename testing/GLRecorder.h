@@ -37,9 +37,6 @@ class GLRecorder {
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
 
-    /// Formats of the lines that the library logged since the last reset.
-    std::vector<std::string> logFormats;
-
     /// Where the driver's functions are looked up, by dlsym.
     void* driver = RTLD_NEXT;
 
@@ -49,8 +46,6 @@ class GLRecorder {
         std::set<std::string> givesZero;
         /// In place of these internal formats the driver is given one that no framebuffer is complete with.
         std::set<GLint> notRenderable;
-        /// Point sprites have one pixel, whatever size the shader asks for.
-        bool pointsAreSinglePixels = false;
         bool compileFails = false;
         bool linkFails = false;
         bool infoLogIsEmpty = false;
