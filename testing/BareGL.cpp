@@ -7,50 +7,15 @@
 #include <cstdlib>
 #include <map>
 #include <set>
-#include <sstream>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace {
 
 using Names = std::vector<std::string>;
 
-/// What a shader's text declares.
-struct Interface {
-    Names uniforms;
-    Names attributes;
-};
-
-Interface parse(GLenum type, const std::string& text) {
-    Interface declared;
-    std::map<std::string, std::string> defined;
-    std::istringstream lines(text);
-    for (std::string line, word; std::getline(lines, line);) {
-        std::string name = line.substr(line.rfind(' ') + 1, line.find(';') - line.rfind(' ') - 1);
-        if (std::istringstream words(line); words >> word && word == "#define" && words >> word) defined[word] = name;
-        if (defined.count(name)) name = defined[name];
-        const bool isInput = line.rfind("in ", 0) == 0 || line.rfind("layout(location", 0) == 0;
-        if (line.rfind("uniform ", 0) == 0) declared.uniforms.push_back(name);
-        if (isInput && type == GL_VERTEX_SHADER) declared.attributes.push_back(name);
-    }
-    return declared;
-}
-
-/// Texts stay the same from one context to the next.
-const Interface& interfaceOf(GLenum type, const std::string& text) {
-    static std::unordered_map<std::string, Interface> known;
-    const auto found = known.find(text);
-    return found != known.end() ? found->second : known.emplace(text, parse(type, text)).first->second;
-}
-
-struct Shader {
-    GLenum type;
-    const Interface* declared;
-};
-
 struct Program {
-    Names uniforms;
+    Names uniforms; ///< in the order in which they were looked up
     Names attributes;
     int shaders;
 };
@@ -67,7 +32,7 @@ constexpr GLuint arrayCount = 16;
 struct Context {
     std::set<GLuint> textures;
     std::set<GLuint> framebuffers;
-    std::map<GLuint, Shader> shaders;
+    std::map<GLuint, GLenum> shaders; ///< their types
     std::map<GLuint, Program> programs;
     GLuint lastName = 0;
     GLuint currentProgram = 0;
@@ -76,21 +41,16 @@ struct Context {
 
 Context gl;
 
-/// The place of a name, moved by a distance that differs from program to program; -1 where it is none.
-GLint location(const Names& names, const char* name, GLint distance, GLint modulus) {
+/// The place of a name among those that were looked up, moved by a distance that differs from program to program.
+GLint location(Names& names, const GLchar* name, GLuint distance) {
     const auto found = std::find(names.begin(), names.end(), name);
-    return found == names.end() ? -1 : static_cast<GLint>((found - names.begin()) + distance) % modulus;
+    const auto place = static_cast<GLuint>(found - names.begin());
+    if (found == names.end()) names.emplace_back(name);
+    return static_cast<GLint>(place + distance);
 }
 
-/// One without uniforms and attributes where the name is none's.
-const Program& programOf(GLuint name) {
-    static const Program none = {};
-    const auto found = gl.programs.find(name);
-    return found == gl.programs.end() ? none : found->second;
-}
-
-GLint attributeLocation(GLuint program, const std::string& name) {
-    return location(programOf(program).attributes, name.c_str(), static_cast<GLint>(3 * program), arrayCount);
+GLint attributeLocation(GLuint program, const GLchar* name) {
+    return location(gl.programs.at(program).attributes, name, 3 * program % (arrayCount - 2));
 }
 
 /// Reads the bytes, so that a sanitizer sees those that are not there.
@@ -101,8 +61,9 @@ void read(const void* data, std::size_t size) {
 }
 
 void draw(std::size_t vertices) {
-    for (const std::string& name : programOf(gl.currentProgram).attributes) {
-        const Array& array = gl.arrays[attributeLocation(gl.currentProgram, name)];
+    if (gl.currentProgram == 0) return;
+    for (const std::string& name : gl.programs.at(gl.currentProgram).attributes) {
+        const Array& array = gl.arrays[attributeLocation(gl.currentProgram, name.c_str())];
         if (!array.enabled) {
             std::fprintf(stderr, "BareGL: a draw needs the array \"%s\", which is not enabled\n", name.c_str());
             std::abort();
@@ -143,6 +104,7 @@ std::size_t bareGLLiveObjects() {
     }
 #define ATTRIBUTE(function, parameters, arguments) // below
 #include "testing/DrawingCalls.inc"
+void glShaderSource(GLuint, GLsizei, const GLchar* const*, const GLint*) {}
 void glCompileShader(GLuint) {}
 void glLinkProgram(GLuint) {}
 void glTexParameteri(GLenum, GLenum, GLint) {}
@@ -172,16 +134,12 @@ OBJECTS(Framebuffers, framebuffers)
 
 // Shaders and programs. There is no binary format.
 GLuint glCreateShader(GLenum type) {
-    gl.shaders[++gl.lastName] = {type, nullptr};
+    gl.shaders[++gl.lastName] = type;
     return gl.lastName;
-}
-void glShaderSource(GLuint shader, GLsizei, const GLchar* const* texts, const GLint*) {
-    Shader& object = gl.shaders.at(shader);
-    object.declared = &interfaceOf(object.type, texts[0]);
 }
 void glGetShaderiv(GLuint shader, GLenum parameter, GLint* value) {
     *value = parameter == GL_COMPILE_STATUS ? GL_TRUE : 0;
-    if (parameter == GL_SHADER_TYPE) *value = static_cast<GLint>(gl.shaders.at(shader).type);
+    if (parameter == GL_SHADER_TYPE) *value = static_cast<GLint>(gl.shaders.at(shader));
 }
 void glGetShaderInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
 void glDeleteShader(GLuint shader) {
@@ -192,14 +150,10 @@ GLuint glCreateProgram() {
     return gl.lastName;
 }
 void glAttachShader(GLuint program, GLuint shader) {
-    const Interface& declared = *gl.shaders.at(shader).declared;
-    Program& object = gl.programs.at(program);
-    object.uniforms.insert(object.uniforms.end(), declared.uniforms.begin(), declared.uniforms.end());
-    object.attributes.insert(object.attributes.end(), declared.attributes.begin(), declared.attributes.end());
-    ++object.shaders;
+    gl.programs.at(program).shaders += static_cast<int>(gl.shaders.count(shader));
 }
 void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
-    *value = parameter == GL_LINK_STATUS && programOf(program).shaders == 2 ? GL_TRUE : 0;
+    *value = parameter == GL_LINK_STATUS && gl.programs.at(program).shaders == 2 ? GL_TRUE : 0;
 }
 void glGetProgramInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
 void glGetProgramBinary(GLuint, GLsizei, GLsizei*, GLenum*, void*) {}
@@ -211,10 +165,10 @@ void glDeleteProgram(GLuint program) {
     gl.programs.erase(program);
 }
 GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-    return location(programOf(program).uniforms, name, static_cast<GLint>(7 * program), 1000);
+    return program == 0 ? -1 : location(gl.programs.at(program).uniforms, name, 7 * program);
 }
 GLint glGetAttribLocation(GLuint program, const GLchar* name) {
-    return attributeLocation(program, name);
+    return program == 0 ? -1 : attributeLocation(program, name);
 }
 
 void glEnableVertexAttribArray(GLuint index) {

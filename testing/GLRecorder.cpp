@@ -51,12 +51,12 @@ std::string list(const Value* values, int count) {
     return all;
 }
 
-/// An object, in brackets that `withRoles` replaces: labels tell roles only after the first calls.
-std::string object(const std::string& kind, GLuint name) {
-    return " {" + kind + " " + std::to_string(name) + "}";
+std::string object(const char* kind, GLuint name) {
+    const auto role = recorder.roles.find({kind, name});
+    return " " + (role == recorder.roles.end() ? std::to_string(name) : role->second);
 }
 
-std::string objects(const std::string& kind, const GLuint* names, int count) {
+std::string objects(const char* kind, const GLuint* names, int count) {
     std::string all;
     for (int i = 0; i < count; ++i)
         all += object(kind, names[i]);
@@ -87,20 +87,7 @@ GLRecorder& glRecorder() {
 std::string GLRecorder::record(const std::function<void()>& action) {
     mCalls.clear();
     action();
-    return withRoles(std::exchange(mCalls, {}));
-}
-
-std::string GLRecorder::withRoles(const std::string& calls) const {
-    std::string all;
-    size_t end = 0;
-    for (size_t begin = calls.find('{'); begin != std::string::npos; begin = calls.find('{', end)) {
-        all += calls.substr(end, begin - end);
-        end = calls.find('}', begin) + 1;
-        const std::string object = calls.substr(begin + 1, end - begin - 2);
-        const auto role = mRoles.find(object);
-        all += role == mRoles.end() ? object.substr(object.find(' ') + 1) : role->second;
-    }
-    return all + calls.substr(end);
+    return std::exchange(mCalls, {});
 }
 
 void GLRecorder::call(const std::string& name, const std::string& arguments) {
@@ -118,12 +105,12 @@ void GLRecorder::label(const std::string& label) {
     words >> call >> role;
     const auto kind = kinds.find(call);
     if (kind == kinds.end()) return;
-    std::string& known = mRoles[kind->second + " " + std::to_string(current[kind->second])];
+    std::string& known = roles[{kind->second, current[kind->second]}];
     if (known.rfind(kind->second, 0) == 0) known = role;
 }
 
 void GLRecorder::made(const char* kind, GLuint object) {
-    if (object != 0) name(kind, object, std::string(kind) + " " + std::to_string(++mMade[kind]));
+    if (object != 0) roles[{kind, object}] = std::string(kind) + " " + std::to_string(++mMade[kind]);
 }
 
 // The linker sends the library's calls of checkGLError, whose labels stand in the sequence, through here (--wrap).
