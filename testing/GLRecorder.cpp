@@ -1,11 +1,7 @@
 #include "testing/GLRecorder.h"
 
-#include <android/log.h>
-
 #include <algorithm>
-#include <cstdarg>
 #include <dlfcn.h>
-#include <regex>
 #include <sstream>
 #include <utility>
 
@@ -55,12 +51,12 @@ std::string list(const Value* values, int count) {
     return all;
 }
 
-/// An object, in brackets that `withRoles` replaces: labels tell roles only after the first calls.
-std::string object(const std::string& kind, GLuint name) {
-    return " {" + kind + " " + std::to_string(name) + "}";
+std::string object(const char* kind, GLuint name) {
+    const auto role = recorder.roles.find({kind, name});
+    return " " + (role == recorder.roles.end() ? std::to_string(name) : role->second);
 }
 
-std::string objects(const std::string& kind, const GLuint* names, int count) {
+std::string objects(const char* kind, const GLuint* names, int count) {
     std::string all;
     for (int i = 0; i < count; ++i)
         all += object(kind, names[i]);
@@ -91,20 +87,7 @@ GLRecorder& glRecorder() {
 std::string GLRecorder::record(const std::function<void()>& action) {
     mCalls.clear();
     action();
-    return withRoles(std::exchange(mCalls, {}));
-}
-
-std::string GLRecorder::withRoles(const std::string& calls) const {
-    std::string all;
-    size_t end = 0;
-    for (size_t begin = calls.find('{'); begin != std::string::npos; begin = calls.find('{', end)) {
-        all += calls.substr(end, begin - end);
-        end = calls.find('}', begin) + 1;
-        const std::string object = calls.substr(begin + 1, end - begin - 2);
-        const auto role = mRoles.find(object);
-        all += role == mRoles.end() ? object.substr(object.find(' ') + 1) : role->second;
-    }
-    return all + calls.substr(end);
+    return std::exchange(mCalls, {});
 }
 
 void GLRecorder::call(const std::string& name, const std::string& arguments) {
@@ -122,30 +105,20 @@ void GLRecorder::label(const std::string& label) {
     words >> call >> role;
     const auto kind = kinds.find(call);
     if (kind == kinds.end()) return;
-    std::string& known = mRoles[kind->second + " " + std::to_string(current[kind->second])];
+    std::string& known = roles[{kind->second, current[kind->second]}];
     if (known.rfind(kind->second, 0) == 0) known = role;
 }
 
 void GLRecorder::made(const char* kind, GLuint object) {
-    if (object != 0) name(kind, object, std::string(kind) + " " + std::to_string(++mMade[kind]));
+    if (object != 0) roles[{kind, object}] = std::string(kind) + " " + std::to_string(++mMade[kind]);
 }
 
-// The linker sends the library's calls of checkGLError, whose labels stand in the sequence, and of the log through here
-// (--wrap).
+// The linker sends the library's calls of checkGLError, whose labels stand in the sequence, through here (--wrap).
 extern "C" {
 void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
     recorder.label(op);
     __real__Z12checkGLErrorPKc(op);
-}
-
-int __wrap___android_log_print(int priority, const char* tag, const char* format, ...) {
-    recorder.logFormats.push_back(format);
-    va_list arguments;
-    va_start(arguments, format);
-    const int result = __android_log_vprint(priority, tag, format, arguments);
-    va_end(arguments);
-    return result;
 }
 
 /// The driver's own function of this name.
@@ -245,10 +218,7 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
     DRIVER(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
-    std::string source = recorder.faults.compileFails ? "no shader" : sources[0];
-    if (recorder.faults.pointsAreSinglePixels)
-        source = std::regex_replace(source, std::regex("gl_PointSize = ([^;]*);"), "gl_PointSize = min($1, 1.0);");
-    const GLchar* given = source.c_str();
+    const GLchar* given = recorder.faults.compileFails ? "no shader" : sources[0];
     DRIVER(glShaderSource)(shader, count, &given, lengths);
 }
 

@@ -16,9 +16,9 @@ class GLRecorder {
   public:
     /// The calls that an action makes, one per line, without pointers and glGetError. Most read as they are written:
     ///
-    ///     glBindTexture mTexture         objects by their role, as their labels name them ("glTexImage2D mTexture",
+    ///     glBindTexture mTexture         objects by their role, once a label has named it ("glTexImage2D mTexture",
     ///                                    "glFramebufferTexture2D mFBONormal mTexture", "createProgram mProgramDraw");
-    ///                                    without a label by the order in which they were made: "program 2"
+    ///                                    before by the order in which they were made: "program 2"
     ///     radius = 10                    sets a uniform, by its GLSL name; "= ..." for more than four floats
     ///     ?radius                        looks the location of a uniform or an attribute up
     ///     [glTexImage2D mTexture]        checkGLError
@@ -26,19 +26,14 @@ class GLRecorder {
     ///     glTexImage2D R16F 97 61 RED HALF_FLOAT         "and data" where there is some
     std::string record(const std::function<void()>& action);
 
-    /// Names the object of a kind ("texture", "framebuffer", "program") by its role, where no label does.
-    void name(const std::string& kind, GLuint object, const std::string& role) {
-        mRoles[kind + " " + std::to_string(object)] = role;
-    }
+    /// What objects are for, by kind ("texture", "framebuffer", "program") and name; labels tell it for most.
+    std::map<std::pair<std::string, GLuint>, std::string> roles;
 
     /// Text of every shader that was handed to the driver since the last reset, in order.
     std::vector<std::pair<GLenum, std::string>> shaderTexts;
 
     /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
-
-    /// Formats of the lines that the library logged since the last reset.
-    std::vector<std::string> logFormats;
 
     /// Where the driver's functions are looked up, by dlsym.
     void* driver = RTLD_NEXT;
@@ -49,8 +44,6 @@ class GLRecorder {
         std::set<std::string> givesZero;
         /// In place of these internal formats the driver is given one that no framebuffer is complete with.
         std::set<GLint> notRenderable;
-        /// Point sprites have one pixel, whatever size the shader asks for.
-        bool pointsAreSinglePixels = false;
         /// What the driver says its renderer is; null: its own word. On some of those that draw on the processor the
         /// library leaves hints to tile-based GPUs out.
         const char* renderer = nullptr;
@@ -76,11 +69,8 @@ class GLRecorder {
     Locations attributes;
 
   private:
-    std::string withRoles(const std::string& calls) const;
-
     std::string mCalls;
-    std::map<std::string, std::string> mRoles; ///< by kind and name
-    std::map<std::string, int> mMade;          ///< how many objects of a kind
+    std::map<std::string, int> mMade; ///< how many objects of a kind
 };
 
 GLRecorder& glRecorder();

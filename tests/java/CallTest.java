@@ -2,100 +2,200 @@ package com.vyn.effect.tidalume;
 
 import static org.junit.Assert.*;
 
+import com.vyn.effect.tidalume.headless.HeadlessContext;
 import java.lang.reflect.*;
 import java.util.*;
-import java.util.concurrent.CompletableFuture;
+import java.util.jar.*;
 import java.util.stream.*;
-import org.junit.Test;
+import org.junit.*;
 
-/** Calls of every public method of every effect in any state: they do what they are for or throw and say why. */
+/** Every public method of every effect, in every state and with odd arguments: it works, or throws and says why. */
 public final class CallTest {
+    /** Ways from a new effect; in the state that each leads to, all methods are called. */
+    private static final String[] WAYS = {"", "setScreenSize", "init", "setScreenSize init", "init setScreenSize",
+        "init setScreenSize GLContextDestroyed", "init setScreenSize GLContextDestroyed init",
+        "init setScreenSize GLContextDestroyed setScreenSize init", "close", "init setScreenSize close"};
     /** They make no textures that a loss of the context could take. */
     private static final Set<Class<?>> KEEP_THEIR_SIZE =
             Set.of(CometRenderer.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
+    private static final List<Integer> INTEGERS = List.of(0, -1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE);
+    private static final List<Float> NUMBERS = List.of(0f, -0f, -1f, 1e-30f, 65504f, Float.MIN_VALUE, Float.MAX_VALUE,
+            -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN);
     /** Numbers that a method refuses, whichever of its parameters they are for. */
     private static final Map<String, Set<?>> BAD_NUMBERS = Map.of(
             "init", Set.of(0f, -0f, -1f, -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN),
             "setScreenSize", Set.of(0, -1, Integer.MIN_VALUE),
-            "addMetaballs", Set.of(-1, 3, Integer.MAX_VALUE, Integer.MIN_VALUE));
+            "addMetaballs", Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE));
 
-    /** What each effect has gone through that still counts. */
-    private final Map<AutoCloseable, Set<String>> states = new HashMap<>();
-    private final Set<Method> done = new HashSet<>();
+    private final HeadlessContext context = HeadlessContext.create(64, 64);
 
+    @After
+    public void closeContext() {
+        context.close();
+    }
+
+    /** The effects of the library's jar. */
+    private static List<Class<?>> effects() throws Exception {
+        final List<Class<?>> classes = new ArrayList<>();
+        final String jar = GlobalProperty.class.getProtectionDomain().getCodeSource().getLocation().getPath();
+        try (JarFile library = new JarFile(jar)) {
+            for (JarEntry entry : Collections.list(library.entries())) {
+                if (entry.getName().endsWith(".class")) {
+                    classes.add(Class.forName(entry.getName().replace('/', '.').replace(".class", "")));
+                }
+            }
+        }
+        classes.removeIf(found -> !AutoCloseable.class.isAssignableFrom(found));
+        return classes;
+    }
+
+    /** Those above and below the border to the native side. */
+    private static Stream<Method> methods(Class<?> type) {
+        return Arrays.stream(type.getDeclaredMethods()).filter(method -> !method.getName().matches("Alloc|Free"))
+                .peek(method -> method.setAccessible(true));
+    }
+
+    private static List<Method> publicMethods(Class<?> type) {
+        return methods(type).filter(method -> Modifier.isPublic(method.getModifiers())).collect(Collectors.toList());
+    }
+
+    /** How many floats an array of the method must hold: a point, a metaball or a color. */
+    private static int length(Method method) {
+        return method.getName().startsWith("addDrop") ? 2 : 4;
+    }
+
+    private static Object[] ordinaryArguments(Object effect, Method method) throws Exception {
+        final Field handle = effect.getClass().getDeclaredField("handle");
+        handle.setAccessible(true);
+        final Map<Class<?>, Object> values = Map.of(boolean.class, true, int.class, 1, float.class, 0.5f,
+                double.class, 0.5, float[].class, new float[length(method)]);
+        final Object[] arguments = new Object[method.getParameterCount()];
+        for (int i = 0; i < arguments.length; i++) {
+            final Class<?> type = method.getParameterTypes()[i];
+            arguments[i] = type == long.class ? ((Handle) handle.get(effect)).open() : values.get(type);
+        }
+        return arguments;
+    }
+
+    private static List<?> oddValues(Method method, Object ordinary) {
+        if (!(ordinary instanceof float[])) {
+            return ordinary instanceof Integer ? INTEGERS : ordinary instanceof Float ? NUMBERS
+                    : ordinary instanceof Double ? List.of(-1.0, 1e300, Double.NaN) : List.of(false);
+        }
+        final List<float[]> arrays = new ArrayList<>(Arrays.asList(null, new float[length(method) - 1]));
+        for (float number : NUMBERS) {
+            arrays.add(new float[length(method)]);
+            Arrays.fill(arrays.get(arrays.size() - 1), number);
+        }
+        return arrays;
+    }
+
+    /** A pattern of the exception that tells an argument off; empty: it is none to refuse. */
     private static String refusal(Method method, Object argument) {
         if (argument == null) {
             return "NullPointerException: \\w+ must not be null";
         }
-        final boolean isBad = argument instanceof float[]
-                ? ((float[]) argument).length < Session.length(method)
+        final boolean isBad = argument instanceof float[] ? ((float[]) argument).length < length(method)
                 : BAD_NUMBERS.getOrDefault(method.getName(), Set.of()).contains(argument);
         return isBad ? "IllegalArgumentException: \\w+ must .*" : "";
     }
 
-    /** A pattern of the exception that a call must end with; empty: none. */
-    private static String expected(Set<String> state, Method method, Object[] arguments) {
-        final String illegalState = "IllegalStateException: " + method.getDeclaringClass().getSimpleName();
-        if (state.contains("close")) { // closing again does nothing
+    /** A pattern of the exception of a method that comes too early or too late; empty: of none. */
+    private static String refusalAfter(List<String> way, Method method) {
+        final Class<?> effect = method.getDeclaringClass();
+        final String illegalState = "IllegalStateException: " + effect.getSimpleName();
+        if (way.contains("close")) { // closing again does nothing
             return method.getName().equals("close") ? "" : illegalState + " is closed";
         }
-        if (method.getName().matches("(render|add|update|build).*")) {
-            for (String step : List.of("init", "setScreenSize")) {
-                if (!state.contains(step)) {
-                    return illegalState + " needs " + step + " .*";
+        final List<String> inContext = way.subList(way.lastIndexOf("GLContextDestroyed") + 1, way.size());
+        if (!method.getName().matches("(render|add|update|build).*")) {
+            return "";
+        } else if (!inContext.contains("init")) {
+            return illegalState + " needs init .*";
+        }
+        // Particles take no size before there is anything to give it to.
+        final List<String> sized = KEEP_THEIR_SIZE.contains(effect) ? way
+                : effect == MetaballRenderer.class && way.indexOf("init") == 1 ? way.subList(1, way.size()) : inContext;
+        return sized.contains("setScreenSize") ? "" : illegalState + " needs setScreenSize .*";
+    }
+
+    private static void assertOutcome(String expected, Object effect, Method method, Object... arguments)
+            throws Exception {
+        String outcome = "";
+        try {
+            method.invoke(effect, arguments);
+        } catch (InvocationTargetException exception) {
+            outcome = exception.getCause().toString().replaceFirst("^java.lang.", "");
+        }
+        assertTrue(method + Arrays.deepToString(arguments) + ": " + outcome, outcome.matches(expected));
+    }
+
+    /** Goes a way with ordinary arguments. */
+    private static AutoCloseable make(Class<?> type, List<String> way) throws Exception {
+        final AutoCloseable effect = (AutoCloseable) type.getConstructor().newInstance();
+        for (String step : way) {
+            for (Method method : publicMethods(type)) {
+                if (method.getName().equals(step)) {
+                    method.invoke(effect, ordinaryArguments(effect, method));
                 }
             }
         }
-        return Arrays.stream(arguments).map(argument -> refusal(method, argument)).filter(text -> !text.isEmpty())
-                .collect(Collectors.joining("|"));
+        return effect;
     }
 
-    /** The exception that a call ends with; empty: none. */
-    private static String outcome(Method method, AutoCloseable effect, Object[] arguments) {
-        try {
-            method.invoke(effect, arguments);
-            return "";
-        } catch (InvocationTargetException exception) {
-            return exception.getCause().toString().replaceFirst("^java.lang.", "");
-        } catch (IllegalAccessException impossible) {
-            throw new AssertionError(impossible);
+    @Test
+    public void statesAllowACallOrSayWhatIsMissing() throws Exception {
+        for (Class<?> type : effects()) {
+            for (String steps : WAYS) {
+                final List<String> way = Arrays.asList(steps.split(" "));
+                final AutoCloseable effect = make(type, way);
+                for (Method method : publicMethods(type)) {
+                    if (way.contains("close") || !method.getName().matches("init|setScreen.*|GLContext.*|close")) {
+                        assertOutcome(refusalAfter(way, method), effect, method, ordinaryArguments(effect, method));
+                    }
+                }
+                effect.close();
+                context.recreate();
+            }
         }
     }
 
-    private void call(Method method, AutoCloseable effect, Object[] arguments) {
-        final Set<String> state = states.computeIfAbsent(effect, fresh -> new HashSet<>());
-        final String expected = expected(state, method, arguments);
-        if (method.getName().equals("init") && !state.contains("close")) {
-            final String elsewhere = CompletableFuture.supplyAsync(() -> outcome(method, effect, arguments)).join();
-            assertTrue(elsewhere, elsewhere.matches("IllegalStateException: \\w+ needs a GL context .* this thread.*"));
-        }
-        final String outcome = outcome(method, effect, arguments);
-        assertTrue(method + Arrays.toString(arguments) + ": " + outcome, outcome.matches(expected));
-        if (outcome.isEmpty()) {
-            done.add(method);
-            state.addAll(List.of(method.getName(), "ever " + method.getName()));
-        }
-        if (state.remove("GLContextDestroyed")) {
-            final boolean keepsSize = KEEP_THEIR_SIZE.contains(effect.getClass());
-            state.removeAll(keepsSize ? Set.of("init") : Set.of("init", "setScreenSize"));
-        }
-        if (effect instanceof MetaballRenderer && !state.contains("ever init")) {
-            state.remove("setScreenSize"); // ignored before there is anything to give a size
+    /** The native methods ignore a null, which stands for an array that Java cannot pin. */
+    @Test
+    public void argumentsAreTakenOrRefused() throws Exception {
+        for (Class<?> type : effects()) {
+            for (Method method : methods(type).collect(Collectors.toList())) {
+                final boolean isNative = Modifier.isNative(method.getModifiers());
+                final AutoCloseable effect = make(type, List.of("init", "setScreenSize"));
+                final Object[] ordinary = ordinaryArguments(effect, method);
+                for (int i = 0; i < ordinary.length; i++) {
+                    for (Object value : oddValues(method, ordinary[i])) {
+                        final Object[] odd = ordinary.clone();
+                        odd[i] = value;
+                        if (!isNative || value == null) {
+                            assertOutcome(isNative ? "" : refusal(method, value), effect, method, odd);
+                        }
+                    }
+                }
+                effect.close();
+            }
+            context.recreate();
         }
     }
 
     @Test
-    public void everyCallWorksOrSaysWhyNot() throws Exception {
-        final byte[] choices = new byte[100000];
-        new Random(7).nextBytes(choices);
-        final Session session = new Session(false, choices, this::call);
-        session.run();
-        Session.CLASSES.stream().flatMap(effect -> session.methods(effect).stream())
-                .forEach(method -> assertTrue("never done: " + method, done.contains(method)));
-    }
-
-    @Test
-    public void aHandleOfNothingIsRefused() {
+    public void initNeedsAContextAndAHandleAnObject() throws Exception {
+        context.close();
+        for (Class<?> type : effects()) {
+            try (AutoCloseable effect = make(type, List.of())) {
+                for (Method method : publicMethods(type)) {
+                    if (method.getName().equals("init")) {
+                        assertOutcome("IllegalStateException: \\w+ needs a GL context .* this thread.*", effect,
+                                method, ordinaryArguments(effect, method));
+                    }
+                }
+            }
+        }
         assertThrows(OutOfMemoryError.class, () -> new Handle("Pond", 0));
     }
 }

@@ -1,7 +1,7 @@
 #include "effects/metaball/MetaballRenderer.h"
 #include "reference/ParticleStep.h"
-#include "tests/support/CallsTest.h"
 #include "testing/TestPeer.h"
+#include "tests/support/CallsTest.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -43,8 +43,8 @@ TEST_F(MetaballTest, AnotherQualityReplacesTheFieldAtTheNextSize) {
     metaballs.setScreenSize(width, height);
     metaballs.init(2.0F);
     // 48.5 and 30.5 texels are rounded away from 0.
-    expectCallsThatBegin(
-        "glTexImage2D", [&] { metaballs.setScreenSize(width, height); }, "glTexImage2D R16F 169 151 RED HALF_FLOAT");
+    expectCalls([&] { metaballs.setScreenSize(width, height); }, "glTexImage2D R16F 169 151 RED HALF_FLOAT",
+                "glTexImage2D");
     // A field of no texel is no error.
     for (const auto& [impossible, lines] : {std::pair{0.0F, 1U}, {-1.0F, 1}, {NAN, 1}, {1e-30F, 1}, {1e30F, 0}}) {
         metaballs.init(impossible);
@@ -61,18 +61,18 @@ TEST_F(MetaballTest, CallsInOrder) {
     // The format becomes wider until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
     expectCalls([&] { metaballs.setScreenSize(width, height); }, R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
-        glBindTexture mTexture; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]
+        glBindTexture texture 1; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]
         glTexParameteri TEXTURE_MIN_FILTER LINEAR; glTexParameteri TEXTURE_MAG_FILTER LINEAR
         glTexParameteri TEXTURE_WRAP_S CLAMP_TO_EDGE; glTexParameteri TEXTURE_WRAP_T CLAMP_TO_EDGE
-        glGenFramebuffers 1; [glGenFramebuffers mFBONormal]; glBindFramebuffer mFBONormal; [glBindFramebuffer mFBONormal]
+        glGenFramebuffers 1; [glGenFramebuffers mFBONormal]; glBindFramebuffer framebuffer 1; [glBindFramebuffer mFBONormal]
         glFramebufferTexture2D mTexture; [glFramebufferTexture2D mFBONormal mTexture]; glCheckFramebufferStatus
         glBindTexture mTexture; glTexImage2D RG16F 337 301 RG HALF_FLOAT; [glTexImage2D mTexture]
         glBindTexture mTexture; glCheckFramebufferStatus
         glBindTexture mTexture; glTexImage2D RGBA16F 337 301 RGBA HALF_FLOAT; [glTexImage2D mTexture]
         glBindTexture mTexture; glCheckFramebufferStatus
         glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer 0)");
-    glRecorder().name("program", TestPeer::mProgramMetaball(metaballs), "mProgramMetaball");
-    glRecorder().name("program", TestPeer::mProgramDraw(metaballs), "mProgramDraw");
+    glRecorder().roles[{"program", TestPeer::mProgramMetaball(metaballs)}] = "mProgramMetaball";
+    glRecorder().roles[{"program", TestPeer::mProgramDraw(metaballs)}] = "mProgramDraw";
     expectCalls([&] { metaballs.addMetaballs(balls, 2); },
                 R"(glBindFramebuffer mFBONormal; glFramebufferTexture2D mTexture
         glViewport 0 0 337 301; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT

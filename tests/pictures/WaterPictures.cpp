@@ -65,11 +65,11 @@ struct HorizontalWave {
     }
 };
 
-/// Makes a height field ready, in a random state.
+/// Makes a height field ready, in a random state with heights up to a crest.
 template <typename Effect>
-Field makeRough(Effect& effect, int width, int height, GLenum channels) {
+Field makeRough(Effect& effect, int width, int height, GLenum channels, float crest = 0.25F) {
     makeReady(width, height, effect);
-    const std::vector<float> state = noise(1, 2 * width * height, -0.25F, 0.25F);
+    const std::vector<float> state = noise(1, 2 * width * height, -crest, crest);
     glBindTexture(GL_TEXTURE_2D, effect.getTexture());
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, channels, GL_FLOAT, state.data());
     return {effect.getTexture(), width, height};
@@ -89,14 +89,14 @@ Comparison disturbed(int width, int height, Shape shape, float preserveWeight) {
     });
 }
 
-Comparison iterativePass(int width, int height) {
+Comparison iterativePass(int width, int height, float crest) {
     ShallowWaterIterative water;
-    const Field old = makeRough(water, width, height, GL_RG);
+    const Field old = makeRough(water, width, height, GL_RG, crest);
     water.setIterationCount(1);
     water.update();
     return compare(headless::readTexture(water.getTexture(), width, height), [&](int x, int y) -> Values {
         const double v = (old.at(x, y, 1) + (old.neighbours(x, y) * 0.25 - old.at(x, y)) * 2.0) * 0.99;
-        return {old.at(x, y) + v - std::copysign(0.00001, v), v};
+        return {old.at(x, y) + v - (v == 0.0 ? 0.0 : std::copysign(0.00001, v)), v};
     });
 }
 
@@ -200,6 +200,7 @@ Comparison refraction(int width, int height, bool flip) {
 /// A step of a half float from 0.5 to 1, as drivers may truncate, and a hundredth of it for the floats on the way.
 constexpr double step = 1.01 * 0.5 / 1024.0;
 constexpr Tolerance oneStep = {step, "one step of a half float below 1, as drivers may truncate"};
+constexpr Tolerance rippleStep = {step / 128, "one step of a half float below 1/128, as drivers may truncate"};
 constexpr Tolerance twoSteps = {2 * step, "one step of a half float below 2, as drivers may truncate"};
 constexpr Tolerance fourSteps = {4 * step, "one step of a half float below 2, and linear filtering between its texels"};
 
@@ -218,7 +219,8 @@ PictureTable waterPictures() {
         {"iterative_drop_64x160", [] { return disturbed<ShallowWaterIterative>(64, 160, corner, 0.0F); }, oneStep},
         {"iterative_line_97x61", [] { return disturbed<ShallowWaterIterative>(97, 61, border, 0.75F); }, oneStep},
         {"iterative_wave_64x160", [] { return disturbed<ShallowWaterIterative>(64, 160, waves, 1.0F); }, oneStep},
-        {"iterative_pass_64x160", [] { return iterativePass(64, 160); }, twoSteps},
+        {"iterative_pass_64x160", [] { return iterativePass(64, 160, 0.25F); }, twoSteps},
+        {"iterative_pass_of_ripples_64x128", [] { return iterativePass(64, 128, 0.001F); }, rippleStep},
         {"pond_drop_64x160", [] { return pondDrop(64, 160); }, oneStep},
         {"pond_line_97x61", [] { return pondLine(97, 61); }, oneStep},
         {"pond_step_97x61", [] { return pondStep(97, 61); }, twoSteps},
