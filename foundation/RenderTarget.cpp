@@ -35,7 +35,8 @@ const Format& formatOf(GLint internalFormat) {
 /// They load nothing, and a clear is one more write of the whole target: an eighth of a simulation's pass on llvmpipe.
 const char* const processorDrivers[] = {"llvmpipe", "softpipe", "SwiftShader"};
 
-bool drawsOnProcessor = false;
+/// Whether passes say what they overwrite; as the driver was when the last targets were made.
+bool discardsTargets = false;
 
 bool isProcessorDriver() {
     const auto* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
@@ -84,17 +85,19 @@ bool isFormatRefused() {
 }
 
 /// Respecifies the texture of the bound framebuffer with one fallback format after the other until the driver accepts
-/// one.
-void useFallbackUntilAccepted(const TargetDescription& description, const GLuint* textures, int i, int width,
+/// one. False where it accepts none.
+bool useFallbackUntilAccepted(const TargetDescription& description, const GLuint* textures, int i, int width,
                               int height) {
     GLint fallback = formatOf(description.internalFormat).fallback;
-    while (isFormatRefused() && fallback != 0) {
+    while (isFormatRefused()) {
+        if (fallback == 0) return false;
         const Format& format = formatOf(fallback);
         glBindTexture(GL_TEXTURE_2D, textures[i]);
         specifyTexture(format, width, height, description.labels[i].texImage);
         glBindTexture(GL_TEXTURE_2D, textures[description.count - 1]);
         fallback = format.fallback;
     }
+    return true;
 }
 
 void createFramebuffers(const TargetDescription& description, const GLuint* textures, GLuint* framebuffers, int width,
@@ -106,7 +109,8 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
         checkGLError(description.labels[i].bindFramebuffer);
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, textures[i], 0);
         checkGLError(description.labels[i].attach);
-        useFallbackUntilAccepted(description, textures, i, width, height);
+        // A clear of what cannot be drawn into would be an error of its own, under the next check's label.
+        if (!useFallbackUntilAccepted(description, textures, i, width, height)) discardsTargets = false;
         glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
         glClear(GL_COLOR_BUFFER_BIT);
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
@@ -119,7 +123,7 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
                    int height) {
     if (textures[0] != 0 && framebuffers[0] != 0) return;
     if (!isTextureSize(width, height, description.labels[0].texImage)) return;
-    drawsOnProcessor = isProcessorDriver();
+    discardsTargets = !isProcessorDriver();
     if (textures[0] == 0) createTextures(description, textures, width, height);
     // Without a texture a framebuffer would stay empty for good: leave both for the next call.
     if (textures[0] != 0 && framebuffers[0] == 0) {
@@ -129,8 +133,8 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
 
 // Of the two ways that vendors name, the clear is the one that the open drivers of Mali and VideoCore heed, too;
 // glInvalidateFramebuffer would also lose what lies outside an application's scissor.
-void discardTarget() {
-    if (!drawsOnProcessor && !glIsEnabled(GL_BLEND)) glClear(GL_COLOR_BUFFER_BIT);
+void discardTarget(GLuint program) {
+    if (discardsTargets && program != 0 && !glIsEnabled(GL_BLEND)) glClear(GL_COLOR_BUFFER_BIT);
 }
 
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {

@@ -34,9 +34,10 @@ void createTargets(const TargetDescription& description, GLuint* textures, GLuin
 
 /// Tells the driver that the next draw covers the whole target of the bound framebuffer, so that a GPU that draws in
 /// tiles does not load what was there: clears it, to whatever clear colour is set. Scissor and colour mask hold for it
-/// as for the draw. Does nothing where blending is on, since what was there counts then, and where the driver that made
-/// the last targets draws on the processor.
-void discardTarget();
+/// as for the draw. Does nothing where blending is on, since what was there counts then; where the driver that made the
+/// last targets draws on the processor or can draw into no format; and with a program that failed to build.
+/// @param program  that draws
+void discardTarget(GLuint program);
 
 /// Deletes the textures and the framebuffers that exist (their first name tells) and sets the names to 0.
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers);

@@ -86,6 +86,7 @@ class CometRenderer {
     /// it, the first column at the head. Null before `init`; owned by this object.
     float* getVertices(int mesh);
     /// Texture coordinates of every mesh: 303 pairs, 0 at the head to 1 at the end of the tail, then 1 to 0 across it.
+    /// Null before `init`, or without memory; owned by this object.
     float* getTexCoords();
 
   private:
@@ -136,4 +137,5 @@ class CometRenderer {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 CometRenderer* createCometRenderer();

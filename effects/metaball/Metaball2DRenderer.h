@@ -112,4 +112,5 @@ class Metaball2DRenderer {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 Metaball2DRenderer* createMetaball2DRenderer();

@@ -84,4 +84,5 @@ class MetaballRenderer {
     Metaball2DRenderer* mMetaball2DRenderer = nullptr;
 };
 
+/// A new object, never null; the caller deletes it.
 MetaballRenderer* createMetaballRenderer();

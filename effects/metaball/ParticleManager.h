@@ -23,7 +23,8 @@ class ParticleManager {
     /// How many there are.
     int getParticleNumber();
 
-    /// The particles themselves, to read and to write. A pointer to an element is valid until the next `addParticle`.
+    /// The particles themselves, to read and to write; never null. A pointer to an element is valid until the next
+    /// `addParticle`.
     std::vector<Particle>* getParticleVector();
 
     /// Removes all particles and keeps the storage.

@@ -162,4 +162,5 @@ class VectorGraphicRenderer {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 VectorGraphicRenderer* createVectorGraphicRenderer();

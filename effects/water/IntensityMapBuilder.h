@@ -41,8 +41,7 @@ class IntensityMapBuilder {
     void init();
 
     /// Makes a flat field for a screen of width x height pixels. The same size keeps the field as it is. Leaves the
-    /// texture and framebuffer 0 bound. Makes no field of a size that no texture can have,
-    /// and logs it unless it is 0.
+    /// texture and framebuffer 0 bound. Makes no field of a size that no texture can have, and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
     /// Paints a line of drops within its bounding box; a round drop where both ends are the same. The caller disables
@@ -77,7 +76,7 @@ class IntensityMapBuilder {
     void finishShape(GLint attribute);
 
     GLuint mTexture = 0;
-    GLuint mFBONormal = 0; ///< of the heights; there are no normals here
+    GLuint mFBONormal = 0;    ///< of the heights; there are no normals here
     float mVertices[12] = {}; ///< the rectangle of the shape that was painted last
     int mWidth = 0;
     int mHeight = 0;
@@ -110,4 +109,5 @@ class IntensityMapBuilder {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 IntensityMapBuilder* createIntensityMapBuilder();

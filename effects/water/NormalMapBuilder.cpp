@@ -81,7 +81,7 @@ void NormalMapBuilder::build(GLuint texture) {
     glBindTexture(GL_TEXTURE_2D, texture);
     glUniform1f(mUniformHeightMax, mHeightMax);
     glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
-    tidalume::discardTarget();
+    tidalume::discardTarget(mProgram);
     tidalume::drawQuad(mAttribVertices, mVertices);
 
     glFlush(); // kept: flush

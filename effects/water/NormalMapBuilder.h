@@ -83,4 +83,5 @@ class NormalMapBuilder {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 NormalMapBuilder* createNormalMapBuilder();

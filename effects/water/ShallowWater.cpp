@@ -167,7 +167,7 @@ void ShallowWater::addDropLine(float* center, float* center2, float radius, floa
     glUniform1f(uniform(mProgramDropLine, "strength"), strength);
     glUniformMatrix4fv(uniform(mProgramDropLine, "mvpMatrix"), 1, GL_FALSE, mMatrixMVP.m);
     checkGLError("glUniformMatrix4fv mvpMatrix");
-    tidalume::discardTarget();
+    tidalume::discardTarget(mProgramDropLine);
     drawFullScreenQuad(mProgramDropLine);
 
     glFlush();
@@ -203,7 +203,7 @@ void ShallowWater::step() {
     checkGLError("glUniformMatrix4fv mvpMatrix");
     glUniform3fv(uniform(mProgramUpdate, "Term"), 1, mTerm);
     checkGLError("glUniform3fv Term");
-    tidalume::discardTarget();
+    tidalume::discardTarget(mProgramUpdate);
     drawFullScreenQuad(mProgramUpdate);
 
     glFlush();

@@ -108,4 +108,5 @@ class ShallowWater {
     Matrix mMatrixMVP = {}; ///< screen pixels to the texture
 };
 
+/// A new object, never null; the caller deletes it.
 ShallowWater* createShallowWater();

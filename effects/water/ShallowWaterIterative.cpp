@@ -117,8 +117,8 @@ void ShallowWaterIterative::beginDisturbance(GLuint program) {
     glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]);
 }
 
-void ShallowWaterIterative::finishDisturbance(GLint attribute) {
-    tidalume::discardTarget();
+void ShallowWaterIterative::finishDisturbance(GLuint program, GLint attribute) {
+    tidalume::discardTarget(program);
     tidalume::drawQuad(attribute, mVertices);
     glFlush(); // kept: flush
     glUseProgram(0);
@@ -137,7 +137,7 @@ void ShallowWaterIterative::addDrop(float* center, float radius, float strength,
     glUniform1f(mDropStrength, strength);
     glUniform1f(mDropPreserveWeight, preserveWeight);
     glUniformMatrix4fv(mDropMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
-    finishDisturbance(mDropVertices);
+    finishDisturbance(mProgramDrop, mDropVertices);
 }
 
 void ShallowWaterIterative::addDropLine(float* center, float* center2, float radius, float strength,
@@ -153,7 +153,7 @@ void ShallowWaterIterative::addDropLine(float* center, float* center2, float rad
     glUniform1f(mDropLineStrength, strength);
     glUniformMatrix4fv(mDropLineMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform1f(mDropLinePreserveWeight, preserveWeight);
-    finishDisturbance(mDropLineVertices);
+    finishDisturbance(mProgramDropLine, mDropLineVertices);
 }
 
 void ShallowWaterIterative::addHorizontalWave(float center, float radius, float strength, float waveRadius,
@@ -170,7 +170,7 @@ void ShallowWaterIterative::addHorizontalWave(float center, float radius, float 
     glUniform1f(mHorizontalWavePreserveWeight, preserveWeight);
     glUniformMatrix4fv(mHorizontalWaveMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     checkGLError("glUniformMatrix4fv matrixMVP");
-    finishDisturbance(mHorizontalWaveVertices);
+    finishDisturbance(mProgramHorizontalWave, mHorizontalWaveVertices);
 }
 
 void ShallowWaterIterative::update() {
@@ -191,7 +191,7 @@ void ShallowWaterIterative::update() {
         checkGLError("glBindTexture mProgramUpdate"); // kept: bind-program
         glUniformMatrix4fv(mUpdateMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
         checkGLError("glUniformMatrix4fv matrixMVP");
-        tidalume::discardTarget();
+        tidalume::discardTarget(mProgramUpdate);
         tidalume::drawQuad(mUpdateVertices, mVertices);
         glFlush();
         swapWaterTexture();

@@ -47,8 +47,8 @@ class ShallowWaterIterative {
     void init();
 
     /// Makes still water for a screen of width x height pixels. The same size keeps the water as it is. Leaves the
-    /// second texture and framebuffer 0 bound. Makes no water of a size that no texture can have,
-    /// and logs it unless it is 0.
+    /// second texture and framebuffer 0 bound. Makes no water of a size that no texture can have, and logs it unless it
+    /// is 0.
     void setScreenSize(int width, int height);
 
     /// Passes per `update`, 8 by default. Below 1: ignored.
@@ -91,7 +91,7 @@ class ShallowWaterIterative {
     friend struct TestPeer;
 
     void beginDisturbance(GLuint program);
-    void finishDisturbance(GLint attribute);
+    void finishDisturbance(GLuint program, GLint attribute);
 
     GLuint mTexturesWater[2] = {}; ///< [1] is the current state, [0] the target of the next pass
     GLuint mFBOsWater[2] = {};     ///< [i] has mTexturesWater[i] as its colour attachment
@@ -141,4 +141,5 @@ class ShallowWaterIterative {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 ShallowWaterIterative* createShallowWaterIterative();

@@ -109,4 +109,5 @@ class ShallowWaterRenderer {
     static const tidalume::ProgramTable mPrograms;
 };
 
+/// A new object, never null; the caller deletes it.
 ShallowWaterRenderer* createShallowWaterRenderer();

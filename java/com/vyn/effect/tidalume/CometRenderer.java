@@ -14,7 +14,8 @@ package com.vyn.effect.tidalume;
  * }</pre>
  *
  * <p>The heads that are reported are ahead of what is drawn: of the path they are at t, the cores at 0.9 t and the tips
- * of the tails at 0.92 t. Positions are pixels of the screen, origin top-left, y downwards. The effect has no textures: after a loss of the
+ * of the tails at 0.92 t. Positions are pixels of the screen, origin top-left, y downwards. The effect has no
+ * textures: after a loss of the
  * context {@link #init} is enough, and a flight under way goes on. See the package's description for threads, the life
  * cycle and the exceptions.
  */

@@ -4,7 +4,8 @@ package com.vyn.effect.tidalume;
  * Water that ripples: a wave simulation, disturbed by drops, lines of drops and horizontal waves.
  *
  * <p>A disturbance's profile is a raised cosine: {@code strength} at the shape, falling to 0 at distance
- * {@code radius}. It is added to the heights, which are first multiplied by {@code preserveWeight}: 1 keeps them, 0 wipes them.
+ * {@code radius}. It is added to the heights, which are first multiplied by {@code preserveWeight}: 1 keeps them, 0
+ * wipes them.
  * Disturbances with a radius of 0 or with a number that is not finite are ignored. Heights are half floats: they
  * overflow beyond 65,504.
  *
