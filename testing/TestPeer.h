@@ -20,7 +20,6 @@ struct TestPeer {
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mTextureBG)
     TIDALUME_PEEK(mDrawFrameBuffer)
-    TIDALUME_PEEK(mTerm)
     TIDALUME_PEEK(mCurrentBufferIndex)
     TIDALUME_PEEK(mTime)
     TIDALUME_PEEK(mNextStepTime)

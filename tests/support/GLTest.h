@@ -5,6 +5,7 @@
 #include "testing/GLRecorder.h"
 #include "tests/support/LogCapture.h"
 
+#include <cstring>
 #include <gmock/gmock.h>
 #include <vector>
 
@@ -27,6 +28,13 @@ class GLTest : public testing::Test {
         glRecorder().faults = {};
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
+    }
+
+    /// To the bit, a NaN too.
+    static void expectSame(const float* made, const float* expected, size_t count) {
+        for (size_t i = 0; i < count; ++i)
+            ASSERT_EQ(std::memcmp(made + i, expected + i, sizeof(float)), 0)
+                << i << ": " << made[i] << " instead of " << expected[i];
     }
 
     tidalume::headless::HeadlessContext context;
