@@ -217,6 +217,12 @@ public final class PictureTest {
             IntStream.range(0, 5).forEach(update -> pond.update());
             assertTrue(height(pond.getTexture(), 48, 15) > 0.6f);
         });
+        final NormalMapBuilder closed = new NormalMapBuilder();
+        closed.init();
+        closed.setScreenSize(WIDTH, HEIGHT);
+        final int texture = closed.getTexture();
+        closed.close();
+        assertThrows("its texture is deleted", IllegalStateException.class, () -> context.readTexture(texture, 1, 1));
     }
 
     @Test

@@ -237,7 +237,8 @@ TEST_F(WaterTest, WhatIsDiscardedWasToBeOverwritten) {
 TEST_F(WaterTest, IgnoresDisturbancesThatAreNoNumbers) {
     const int readers[8] = {7, 5, 3, 3, 7, 7, 4, 2}; // how many of all seven disturbances read argument i
     for (size_t i = 0; i < 8; ++i) {
-        for (const float bad : {std::nanf(""), i == 4 ? 0.0F : std::numeric_limits<float>::infinity()}) {
+        for (const float bad : {NAN, INFINITY, 0.0F}) {
+            if (bad == 0.0F && i != 4) continue;
             float c[8] = {20.0F, 30.0F, 40.0F, 35.0F, 10.0F, 0.5F, 0.5F, 0.5F};
             c[i] = bad;
             glRecorder().counts.clear();
@@ -251,7 +252,7 @@ TEST_F(WaterTest, IgnoresDisturbancesThatAreNoNumbers) {
             EXPECT_EQ(glRecorder().counts["glDrawArrays"], 7 - readers[i]) << bad << " as argument " << i;
         }
     }
-    EXPECT_EQ(log.take().size(), 16U) << "each drop in the pond is logged";
+    EXPECT_EQ(log.take().size(), 17U) << "each drop in the pond is logged";
 }
 
 } // namespace
