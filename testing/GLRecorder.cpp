@@ -1,6 +1,7 @@
 #include "testing/GLRecorder.h"
 
 #include <algorithm>
+#include <cstring>
 #include <dlfcn.h>
 #include <sstream>
 #include <utility>
@@ -8,6 +9,7 @@
 namespace {
 
 GLRecorder& recorder = glRecorder();
+bool lastFormatIsRefused = false; ///< the one that glTexImage2D was given
 
 // clang-format off
 #define NAMED(name) {GL_##name, #name}
@@ -152,7 +154,6 @@ void __wrap__Z12checkGLErrorPKc(const char* op) {
     PASS_ON_AS(void, function, parameters, arguments, attribute arguments)
 #include "testing/DrawingCalls.inc"
 
-PASS_ON_AS(GLenum, glCheckFramebufferStatus, (GLenum target), (target), "")
 PASS_ON_AS(void, glCompileShader, (GLuint shader), (shader), "")
 PASS_ON(void, glGetIntegerv, (GLenum parameter, GLint* value), (parameter, value))
 PASS_ON_AS(void, glGetProgramBinary, (GLuint program, GLsizei size, GLsizei* length, GLenum* format, void* binary),
@@ -218,7 +219,7 @@ void glShaderSource(GLuint shader, GLsizei count, const GLchar* const* sources, 
     DRIVER(glGetShaderiv)(shader, GL_SHADER_TYPE, &type);
     recorder.shaderTexts.emplace_back(type, sources[0]);
     recorder.call("glShaderSource", "");
-    const GLchar* given = recorder.faults.compileFails ? "no shader" : sources[0];
+    const GLchar* given = std::strstr(sources[0], recorder.faults.cannotCompile) ? "no shader" : sources[0];
     DRIVER(glShaderSource)(shader, count, &given, lengths);
 }
 
@@ -239,9 +240,17 @@ void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei widt
                   GLenum format, GLenum type, const void* data) {
     recorder.call("glTexImage2D",
                   text(GLenum(internalFormat), width, height, format, type) + (data ? " and data" : ""));
-    if (recorder.faults.notRenderable.count(internalFormat))
+    lastFormatIsRefused = recorder.faults.notRenderable.count(internalFormat) > 0;
+    if (lastFormatIsRefused)
         return DRIVER(glTexImage2D)(target, level, GL_RGB9_E5, width, height, border, GL_RGB, GL_HALF_FLOAT, nullptr);
     DRIVER(glTexImage2D)(target, level, internalFormat, width, height, border, format, type, data);
+}
+
+/// Where the format was given last, as drivers that know it to be none say it; else in the words of this one.
+GLenum glCheckFramebufferStatus(GLenum target) {
+    recorder.call("glCheckFramebufferStatus");
+    const GLenum status = DRIVER(glCheckFramebufferStatus)(target);
+    return lastFormatIsRefused ? GL_FRAMEBUFFER_UNSUPPORTED : status;
 }
 
 void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei length) {

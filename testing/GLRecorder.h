@@ -47,7 +47,8 @@ class GLRecorder {
         /// What the driver says its renderer is; null: its own word. On some of those that draw on the processor the
         /// library leaves hints to tile-based GPUs out.
         const char* renderer = nullptr;
-        bool compileFails = false;
+        /// Shaders whose text has these words do not compile; by default no text has them.
+        const char* cannotCompile = "no words of a shader";
         bool linkFails = false;
         bool infoLogIsEmpty = false;
         /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.

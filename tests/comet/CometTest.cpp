@@ -1,5 +1,6 @@
 #include "effects/comet/CometPath.h"
 #include "effects/comet/CometRenderer.h"
+#include "headless/Pixels.h"
 #include "reference/CometMesh.h"
 #include "testing/TestPeer.h"
 #include "tests/support/CallsTest.h"
@@ -151,6 +152,23 @@ TEST_F(CometTest, Frame) {
     comets.push(500.0F, 900.0F, 0);
     comets.render(0.5);
     EXPECT_NE(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched again";
+}
+
+TEST_F(CometTest, DrawsCoresAndRingsWithoutTheTailsProgram) {
+    comets.GLContextDestroyed();
+    context.recreate();
+    glRecorder().faults.cannotCompile = "texcoords";
+    comets.init();
+    log.take();
+    comets.setScreenSize(width, height);
+    comets.push(48, 30, CometRenderer::ACTION_LAUNCH);
+    expectCalls([&] { comets.render(0.8); }, R"(glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
+        glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
+        glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawArrays POINTS 0 2; glDrawArrays POINTS 0 2)",
+                "glDraw");
+    log.take();
+    const std::vector<float> pixels = tidalume::headless::readFramebuffer(width, height).rgba;
+    EXPECT_THAT(pixels, testing::Contains(testing::Gt(0.3F))) << "a ring";
 }
 
 TEST_F(CometTest, ShowsNothingWithoutOneOfItsArrays) {

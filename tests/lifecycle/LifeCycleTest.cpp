@@ -171,7 +171,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
         const char* says; ///< in the log of an effect that meets it; empty: nothing need be said
         void (*refuse)(Faults&);
     } refusals[] = {
-        {"compile", programs, "Could not compile shader 35633:\n", [](Faults& f) { f.compileFails = true; }},
+        {"compile", programs, "Could not compile shader 35633:\n", [](Faults& f) { f.cannotCompile = "main"; }},
         {"link", programs, "Could not link program:\n", [](Faults& f) { f.linkFails = true; }},
         {"link, no log", programs, "", [](Faults& f) { f.linkFails = f.infoLogIsEmpty = true; }},
         {"shader", programs, "", [](Faults& f) { f.givesZero = {"glCreateShader"}; }},

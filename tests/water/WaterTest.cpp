@@ -61,6 +61,11 @@ TEST_F(WaterTest, HeightsAndNormals) {
         glActiveTexture TEXTURE0; glBindTexture 70; heightMax = 100; matrixMVP = ...)" +
                    discard);
     expectCalls([&] { normals.setScreenSize(61, 97); }, "glTexImage2D RGB16F 61 97 RGB HALF_FLOAT", "glTexImage2D");
+    const std::string target = "[glGenFramebuffers mFBONormal]; [glBindFramebuffer mFBONormal];";
+    expectCalls([&] { normals.setScreenSize(97, 61); },
+                "[glTexImage2D mTextureNormal];" + target + "[glFramebufferTexture2D mFBONormal mTextureNormal]", "[");
+    expectCalls([&] { painted.setScreenSize(61, 97); },
+                "[glTexImage2D mTexture];" + target + "[glFramebufferTexture2D mFBONormal mTexture]", "[");
 }
 
 /// The three disturbances set their uniforms in three different orders.
