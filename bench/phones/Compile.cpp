@@ -92,9 +92,15 @@ void printCompilation(bool plain) {
     const Inputs inputs = {
         width, height, effects["ShallowWaterIterative"].texture(), effects["NormalMapBuilder"].texture(),
         headless::makeTexture(GL_RGBA8, width, height, std::vector<std::uint8_t>(4 * width * height, 255))};
-    for (const auto& [name, effect] : effects)
-        for (const Operation& operation : effect.operations(inputs))
+    std::map<std::string, std::function<void()>> operations;
+    for (const auto& [name, effect] : effects) {
+        for (const Operation& operation : effect.operations(inputs)) {
             operation.run();
+            operations[operation.name] = operation.run;
+        }
+    }
+    begin("");
+    printCalls(operations, width, height);
 }
 
 } // namespace tidalume::phones

@@ -87,6 +87,16 @@ void readMessage(const std::string& message, Program& program) {
     if (at != std::string::npos) program[stageName(message.substr(0, at))] = figures(message.substr(at + mark.size()));
 }
 
+/// "a disc=1=2=13": a name, and a count of each kind.
+std::pair<std::string, std::vector<int>> calls(const std::string& line) {
+    std::istringstream parts(line);
+    std::pair<std::string, std::vector<int>> result;
+    std::getline(parts, result.first, '=');
+    for (std::string count; std::getline(parts, count, '=');)
+        result.second.push_back(std::stoi(count));
+    return result;
+}
+
 Compilation read(const std::string& output) {
     Compilation result;
     std::string program;
@@ -98,6 +108,7 @@ Compilation read(const std::string& output) {
         if (kind == "driver") result.driver = rest;
         if (kind == "limit")
             result.limits.emplace_back(rest.substr(0, rest.find('=')), rest.substr(rest.find('=') + 1));
+        if (kind == "calls") result.calls.push_back(calls(rest));
         if (kind == "program") program = rest;
         if (kind == "program" && !rest.empty() && result.programs.try_emplace(rest).second)
             result.names.push_back(rest);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,6 +21,7 @@ struct Compilation {
     std::vector<std::pair<std::string, std::string>> limits; ///< what is limited, and how
     std::vector<std::string> names;                          ///< of the programs, in the order in which they were built
     std::map<std::string, Program> programs;
+    std::vector<std::pair<std::string, std::vector<int>>> calls; ///< of the library in a frame of something, by kind
 };
 
 /// A figure that the tables show.
@@ -43,6 +45,14 @@ struct Gpu {
 
 /// The phones' GPUs first, in the order in which their word counts where they disagree.
 extern const std::vector<Gpu> gpus;
+
+/// Which GL calls are counted, each kind by itself.
+extern const std::vector<const char*> callKinds;
+
+/// Prints how many GL calls the library makes in usual frames of its effects, for `compile` to read.
+/// @param operations     of all effects, by name
+/// @param width, height  of the screen
+void printCalls(const std::map<std::string, std::function<void()>>& operations, int width, int height);
 
 /// Compiles and draws every program in this process, and prints what the driver says, for `compile` to read.
 /// @param plain  whether in the plain form, where there is one

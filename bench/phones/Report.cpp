@@ -27,6 +27,24 @@ std::string excuse(const std::string& gpu, const std::string& program) {
     return "";
 }
 
+/// Whose time is bounded: the driver says in cycles of a core what a pixel needs.
+constexpr struct {
+    const char* gpu;
+    int cores;
+    int megahertz;
+} phones[] = {{"Mali-G57", 2, 950}, {"Mali-G52", 2, 1000}};
+
+/// A frame of water on a screen of 1080 x 1920; the simulation may have half that width and height.
+constexpr double screenPixels = 1080.0 * 1920.0;
+constexpr struct {
+    const char* program;
+    double passes;
+    bool isSimulation;
+} waterFrame[] = {{"ShallowWaterIterativeProgramUpdate", 8.0, true},
+                  {"ShallowWaterIterativeProgramDrop", 1.0, true},
+                  {"NormalMapBuilderProgram", 1.0, false},
+                  {"ShallowWaterRendererProgram", 1.0, false}};
+
 std::string today() {
     const std::time_t now = std::time(nullptr);
     std::ostringstream text;
@@ -34,9 +52,9 @@ std::string today() {
     return text.str();
 }
 
-std::string number(double value) {
+std::string number(double value, int digits = 3) {
     std::ostringstream text;
-    text << std::setprecision(3) << value;
+    text << std::setprecision(digits) << value;
     return text.str();
 }
 
@@ -148,6 +166,41 @@ std::string gpuTable(const Result& result) {
     return text;
 }
 
+std::string callsTable(const Compilation& library) {
+    std::vector<std::string> headings = {"frame"};
+    headings.insert(headings.end(), callKinds.begin(), callKinds.end());
+    std::string text = head(headings);
+    for (const auto& [frame, counts] : library.calls) {
+        std::vector<std::string> cells = {frame};
+        for (const int count : counts)
+            cells.push_back(std::to_string(count));
+        text += row(cells);
+    }
+    return text;
+}
+
+/// Milliseconds for which the busiest unit is busy; a frame takes no less.
+/// @param scale  of the simulation's width and height
+double leastTime(const Result& result, int cores, int megahertz, double scale) {
+    double cycles = 0.0;
+    for (const auto& pass : waterFrame) {
+        const double pixels = pass.isSimulation ? scale * scale * screenPixels : screenPixels;
+        cycles += pixels * pass.passes * result.library.programs.at(pass.program).at("fragment").at("cycles");
+    }
+    return cycles / (1000.0 * megahertz * cores);
+}
+
+std::string leastTimesTable(const std::vector<Result>& results) {
+    std::string text = head({"GPU", "cores, MHz", "simulation of the screen's size", "of half its width and height"});
+    for (const auto& phone : phones)
+        for (const Result& result : results)
+            if (result.gpu.name == std::string(phone.gpu))
+                text += row({phone.gpu, std::to_string(phone.cores) + ", " + std::to_string(phone.megahertz),
+                             number(leastTime(result, phone.cores, phone.megahertz, 1.0)) + " ms",
+                             number(leastTime(result, phone.cores, phone.megahertz, 0.5)) + " ms"});
+    return text;
+}
+
 /// {"key": value, ...} of a map's entries.
 template <typename Map, typename Write>
 std::string object(const Map& map, const Write& write) {
@@ -159,7 +212,9 @@ std::string object(const Map& map, const Write& write) {
 
 std::string json(const Compilation& compilation) {
     return object(compilation.programs, [](const Program& program) {
-        return "\n  " + object(program, [](const Figures& figures) { return object(figures, number); });
+        return "\n  " + object(program, [](const Figures& figures) {
+                   return object(figures, [](double figure) { return number(figure, 6); });
+               });
     });
 }
 
@@ -171,6 +226,8 @@ std::string markdownTables(const std::vector<Result>& results) {
                        "Adreno 630 and Mali-G52 leave out texture reads that they make before a program starts.\n\n"
                        "## Limits\n\n" +
                        limitsTable(results) + "\n## Overview\n\n" + overviewTable(results);
+    text += "\n## GL calls of a frame\n\n" + callsTable(results.front().library);
+    text += "\n## What a frame of water takes at least, at 1080 x 1920\n\n" + leastTimesTable(results);
     for (const Result& result : results)
         text += std::string("\n## ") + result.gpu.name + "\n\n" + gpuTable(result);
     return text;
