@@ -11,20 +11,19 @@
 using namespace tidalume;
 using namespace tidalume::gallery;
 
-/// Plays frames of a scene as an application with a window does: each begins with a screen of which nothing has to be
-/// kept, and ends with one that is shown. For scripts/count-tile-loads, which reads what the driver does.
-/// Arguments: the scene, how many frames.
+/// Plays frames of a scene as an application with a window does: each begins with a screen in which there is nothing,
+/// and ends with one that is shown. For scripts/count-tile-loads, which reads what the driver does. Arguments: the
+/// scene, how many frames.
 int main(int argc, char** argv) {
     const int width = 180;
     const int height = 320;
     for (const SceneEntry& entry : sceneTable()) {
         if (argc != 3 || std::strcmp(entry.name, argv[1]) != 0) continue;
-        const headless::HeadlessContext context(width, height);
+        headless::HeadlessContext context(width, height);
         Player player(entry, 1);
         player.setUp(width, height, pebbles(width, height, 1));
         for (int frame = 0; frame < std::atoi(argv[2]); ++frame) {
-            glBindFramebuffer(GL_FRAMEBUFFER, 0);
-            glClear(GL_COLOR_BUFFER_BIT);
+            context.resize(width, height); // a new framebuffer 0, as after a swap
             player.drawStep();
             glFinish();
         }
