@@ -72,6 +72,7 @@ TEST_P(LifeCycleTest, ProgramsAreBuiltOnceAndDeletedWithTheLastObject) {
     first.init();
     EXPECT_EQ(built, programs);
     EXPECT_THAT(log.take(), ElementsAre(isBuildTime));
+    EXPECT_EQ(glRecorder().counts[effectCase.programClass + " Shader Init : %lf ms"], 1) << "the format";
 
     auto second = ready();
     EXPECT_EQ(built, programs + perObject);
