@@ -22,7 +22,7 @@ for file in README.md CHANGELOG.md CONTRIBUTING.md docs/*.md android/*.md; do
     if [ ! -e "$target" ]; then
       echo "$file: no file for $link" >&2
       dead=1
-    elif [[ $link == *'#'* ]] && ! anchors "$target" | grep -qxF -- "${link#*#}"; then
+    elif [[ $link == *'#'* ]] && ! grep -qxF -- "${link#*#}" <<<"$(anchors "$target")"; then
       echo "$file: no heading for $link" >&2
       dead=1
     fi
