@@ -50,7 +50,8 @@ GLint location(Names& names, const GLchar* name, GLuint distance) {
 }
 
 GLint attributeLocation(GLuint program, const GLchar* name) {
-    return location(gl.programs.at(program).attributes, name, 3 * program % (arrayCount - 2));
+    Program& object = gl.programs.at(program);
+    return location(object.attributes, name, 3 * program % (arrayCount - 2));
 }
 
 /// Reads the bytes, so that a sanitizer sees those that are not there.
@@ -156,7 +157,8 @@ GLuint glCreateProgram() {
     return gl.lastName;
 }
 void glAttachShader(GLuint program, GLuint shader) {
-    gl.programs.at(program).shaders += static_cast<int>(gl.shaders.count(shader));
+    Program& object = gl.programs.at(program);
+    object.shaders += static_cast<int>(gl.shaders.count(shader));
 }
 void glGetProgramiv(GLuint program, GLenum parameter, GLint* value) {
     *value = parameter == GL_LINK_STATUS && gl.programs.at(program).shaders == 2 ? GL_TRUE : 0;
@@ -171,7 +173,9 @@ void glDeleteProgram(GLuint program) {
     gl.programs.erase(program);
 }
 GLint glGetUniformLocation(GLuint program, const GLchar* name) {
-    return program == 0 ? -1 : location(gl.programs.at(program).uniforms, name, 7 * program);
+    if (program == 0) return -1;
+    Program& object = gl.programs.at(program);
+    return location(object.uniforms, name, 7 * program);
 }
 GLint glGetAttribLocation(GLuint program, const GLchar* name) {
     return program == 0 ? -1 : attributeLocation(program, name);
