@@ -1,6 +1,6 @@
 #include "bench/GLReplay.h"
 
-#include <dlfcn.h>
+#include "testing/DriversOwn.h"
 
 namespace tidalume::bench {
 namespace {
@@ -38,10 +38,6 @@ using tidalume::bench::note;
 using tidalume::bench::recording;
 
 extern "C" {
-
-/// The driver's own function of this name.
-// NOLINTNEXTLINE(bugprone-macro-parentheses): a name in decltype
-#define DRIVERS_OWN(function) reinterpret_cast<decltype(&function)>(dlsym(RTLD_NEXT, #function))
 
 #define PASS_ON(result, function, parameters, arguments)                                                               \
     result function parameters {                                                                                       \

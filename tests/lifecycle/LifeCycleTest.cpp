@@ -202,7 +202,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
     }
 }
 
-/// Where a format cannot be rendered to, the next wider one takes its place.
+/// Where a format cannot be rendered to, the fallback format takes its place.
 TEST_P(LifeCycleTest, DrawsTheSameInWiderFormats) {
     const std::vector<float> expected = picture(ready());
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};

@@ -57,7 +57,7 @@ TEST_F(MetaballTest, CallsInOrder) {
     float balls[12] = {48.0F, 30.0F, 20.0F, 0.0F, 0.0F, 0.0F, 10.0F, 10.0F, 5.0F};
     float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
     metaballs.init(1.0F);
-    // The format becomes wider until the framebuffer is complete.
+    // Fallback formats, until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
     expectCalls([&] { metaballs.setScreenSize(width, height); }, R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
         glBindTexture texture 1; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]

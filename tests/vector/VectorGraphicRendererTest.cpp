@@ -1,7 +1,7 @@
 #include "effects/vector/VectorGraphicRenderer.h"
 
-#include "tests/support/CallsTest.h"
 #include "testing/TestPeer.h"
+#include "tests/support/CallsTest.h"
 
 namespace {
 
