@@ -46,7 +46,7 @@ void makeReady(int width, int height, Effects&... effects) {
     (..., (effects.init(), effects.setScreenSize(width, height)));
 }
 
-/// Makes the three-buffer simulation run its next step.
+/// Makes the pond run its next step.
 template <typename Pond>
 void runStep(Pond& pond) {
     const GLuint before = pond.getTexture();

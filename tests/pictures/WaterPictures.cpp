@@ -100,7 +100,7 @@ Comparison iterativePass(int width, int height, float crest) {
     });
 }
 
-// The three-buffer simulation, whose y runs upwards.
+// The pond, whose y runs upwards.
 
 Comparison pondDrop(int width, int height) {
     Line drop = {{66, 158}, {66, 158}, 40, -0.8};
