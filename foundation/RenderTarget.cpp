@@ -35,8 +35,9 @@ const Format& formatOf(GLint internalFormat) {
 /// They load nothing, and a clear is one more write of the whole target: an eighth of a simulation's pass on llvmpipe.
 const char* const processorDrivers[] = {"llvmpipe", "softpipe", "SwiftShader"};
 
-/// Whether passes say what they overwrite; as the driver was when the last targets were made.
-bool discardsTargets = false;
+/// Whether passes say what they overwrite; as the driver was when this thread's last targets were made. Effects of
+/// different classes may be drawn on different threads at once.
+thread_local bool discardsTargets = false;
 
 bool isProcessorDriver() {
     const auto* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
