@@ -1,5 +1,7 @@
 #include "bench/Measure.h"
 
+#include "foundation/RenderTarget.h"
+
 #include <GLES3/gl3.h>
 
 #include <algorithm>
@@ -8,11 +10,6 @@
 #include <string>
 
 namespace tidalume::bench {
-
-bool drawsOnProcessor() {
-    const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
-    return renderer.find("llvmpipe") != std::string::npos || renderer.find("softpipe") != std::string::npos;
-}
 
 double seconds(const Action& action, int runs) {
     action.prepare();

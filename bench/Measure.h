@@ -13,9 +13,6 @@ struct Action {
     std::function<void()> run;
 };
 
-/// Whether the driver of the current context draws on the processor, in threads of this process.
-bool drawsOnProcessor();
-
 /// Seconds per run, the GL's work included: of all threads' processor time where the driver draws on the processor,
 /// which other processes disturb less, and of the wall's clock where it does not. Needs a current context.
 double seconds(const Action& action, int runs);

@@ -1,9 +1,9 @@
 #include "bench/Benchmarks.h"
+#include "bench/CommandOutput.h"
 #include "foundation/GlobalProperty.h"
 #include "testing/TemporaryFolder.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -24,18 +24,6 @@ constexpr Start starts[] = {
     {"from the cache; a stand-in makes the driver accept it", true, "--accept-binaries"},
     {"from the cache, which the driver rejects", true, ""},
 };
-
-/// What a command prints; throws std::runtime_error where it fails.
-std::string outputOf(const std::string& command) {
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) throw std::runtime_error("cannot run " + command);
-    std::string output;
-    char buffer[256];
-    while (std::fgets(buffer, sizeof(buffer), pipe))
-        output += buffer;
-    if (pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
-    return output;
-}
 
 /// Every start is this program in a process of its own with an empty driver cache: Mesa keeps the first one's until the
 /// process ends, and without it, it has no program binaries either.

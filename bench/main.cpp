@@ -1,6 +1,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Report.h"
 #include "commandline/Parse.h"
+#include "foundation/RenderTarget.h"
 
 #include <android/log.h>
 

@@ -39,12 +39,6 @@ const char* const processorDrivers[] = {"llvmpipe", "softpipe", "SwiftShader"};
 /// different classes may be drawn on different threads at once.
 thread_local bool discardsTargets = false;
 
-bool isProcessorDriver() {
-    const auto* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
-    return renderer && std::any_of(std::begin(processorDrivers), std::end(processorDrivers),
-                                   [&](const char* name) { return std::strstr(renderer, name); });
-}
-
 void specifyTexture(const Format& format, int width, int height, const char* label) {
     glTexImage2D(GL_TEXTURE_2D, 0, format.internalFormat, width, height, 0, format.format, GL_HALF_FLOAT, nullptr);
     checkGLError(label);
@@ -120,11 +114,17 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
 
 } // namespace
 
+bool drawsOnProcessor() {
+    const auto* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    return renderer && std::any_of(std::begin(processorDrivers), std::end(processorDrivers),
+                                   [&](const char* name) { return std::strstr(renderer, name); });
+}
+
 void createTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers, int width,
                    int height) {
     if (textures[0] != 0 && framebuffers[0] != 0) return;
     if (!isTextureSize(width, height, description.labels[0].texImage)) return;
-    discardsTargets = !isProcessorDriver();
+    discardsTargets = !drawsOnProcessor();
     if (textures[0] == 0) createTextures(description, textures, width, height);
     // Without a texture a framebuffer would stay empty for good: leave both for the next call.
     if (textures[0] != 0 && framebuffers[0] == 0) {

@@ -18,6 +18,9 @@ struct TargetDescription {
     } labels[3];
 };
 
+/// Whether the current context's driver, by its name, draws on the processor, in threads of this process.
+bool drawsOnProcessor();
+
 /// Makes the textures, then the framebuffers, where their first name is 0: level 0 only, linear filters, clamped to the
 /// edge, cleared to (0, 0, 0, 1). Leaves the last texture bound, framebuffer 0 bound and that clear colour set.
 ///

@@ -165,7 +165,7 @@ class Canvas {
 };
 
 Color pebbleColor(Random& random) {
-    // Linear light: slate, banoiseSeed, granite, sandstone, ochre, rust, sage, quartz.
+    // Linear light: slate, basalt, granite, sandstone, ochre, rust, sage, quartz.
     static constexpr std::array<Color, 8> stones = {{{0.13F, 0.17F, 0.20F},
                                                      {0.06F, 0.065F, 0.07F},
                                                      {0.27F, 0.26F, 0.25F},

@@ -1,8 +1,9 @@
 #include "bench/phones/Figures.h"
 
+#include "bench/CommandOutput.h"
+
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -43,18 +44,6 @@ const Family videoCore = {{{"instructions", "inst", 1.0, true},
                            {"threads", "threads", 1.0, false},
                            {"spills", "spills", 1.0, true}},
                           {}};
-
-/// What a command prints; throws std::runtime_error where it fails.
-std::string outputOf(const std::string& command) {
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) throw std::runtime_error("cannot run " + command);
-    std::string output;
-    char buffer[256];
-    while (std::fgets(buffer, sizeof(buffer), pipe))
-        output += buffer;
-    if (pclose(pipe) != 0) throw std::runtime_error("failed: " + command + "\n" + output);
-    return output;
-}
 
 /// "28 inst, 2.5 cycles, 0:0 spills:fills": numbers before names.
 Figures figures(const std::string& list) {

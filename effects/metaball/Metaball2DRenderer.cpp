@@ -48,7 +48,7 @@ const tidalume::TargetDescription fieldTarget = {
     {{"glTexImage2D mTexture", "glBindFramebuffer mFBONormal", "glFramebufferTexture2D mFBONormal mTexture"}},
 };
 
-constexpr GLsizei ballStride = 6 * sizeof(float);
+constexpr GLsizei ballStride = Metaball2DRenderer::FLOATS_PER_BALL * sizeof(float);
 
 /// A length in texels as an int. What is negative or not a number gives -1, what an int cannot hold a length that no
 /// driver allows: no texture is made for either.
