@@ -32,6 +32,14 @@ NATIVE(void, ShallowWaterRenderer, setHeightMax)(JNIEnv*, jclass, jlong handle, 
     fromHandle<ShallowWaterRenderer>(handle)->setHeightMax(heightMax);
 }
 
+NATIVE(void, ShallowWaterRenderer, setLight)(JNIEnv*, jclass, jlong handle, jfloat x, jfloat y, jfloat z) {
+    fromHandle<ShallowWaterRenderer>(handle)->setLight(x, y, z);
+}
+
+NATIVE(void, ShallowWaterRenderer, setSpecular)(JNIEnv*, jclass, jlong handle, jfloat strength, jfloat shininess) {
+    fromHandle<ShallowWaterRenderer>(handle)->setSpecular(strength, shininess);
+}
+
 NATIVE(void, ShallowWaterRenderer, setDrawFrameBuffer)(JNIEnv*, jclass, jlong handle, jint framebuffer) {
     fromHandle<ShallowWaterRenderer>(handle)->setDrawFrameBuffer(static_cast<unsigned int>(framebuffer));
 }

@@ -144,7 +144,7 @@ std::shared_ptr<GLuint> whitePicture() {
 Operations operations(const std::shared_ptr<ShallowWaterRenderer>& effect, const Shared& a) {
     const auto white = a->inputs.picture == 0 ? whitePicture() : nullptr;
     effect->setTexture(static_cast<int>(white ? *white : a->inputs.picture));
-    TestPeer::mMaterialSpecular(*effect) = 0.5F;
+    effect->setSpecular(0.5F, 50.0F);
     return {
         {"ShallowWaterRenderer::render", [=, keep = white] { effect->render(a->inputs.heights, a->inputs.normals); }}};
 }

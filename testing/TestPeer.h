@@ -15,7 +15,6 @@ struct TestPeer {
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mFBONormal)
     TIDALUME_PEEK(mIndices)
-    TIDALUME_PEEK(mMaterialSpecular)
     TIDALUME_PEEK(mRectTexcoords)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mTextureBG)

@@ -7,6 +7,7 @@
 #include "shaders/ShallowWaterRenderer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace shaders = tidalume::shaders::shallowWaterRenderer;
@@ -72,6 +73,19 @@ void ShallowWaterRenderer::setScreenSize(int width, int height) {
 
 void ShallowWaterRenderer::setHeightMax(float heightMax) {
     mHeightMax = heightMax;
+}
+
+void ShallowWaterRenderer::setLight(float x, float y, float z) {
+    // Squares of floats fit into a double.
+    const double length = std::sqrt(double{x} * x + double{y} * y + double{z} * z);
+    if (length == 0.0 || !std::isfinite(length)) return;
+    mLight = Vector3(static_cast<float>(x / length), static_cast<float>(y / length), static_cast<float>(z / length));
+}
+
+void ShallowWaterRenderer::setSpecular(float strength, float shininess) {
+    if (!(strength >= 0.0F && shininess > 0.0F) || !std::isfinite(strength) || !std::isfinite(shininess)) return;
+    mMaterialSpecular = strength;
+    mMaterialShininess = shininess;
 }
 
 void ShallowWaterRenderer::setDrawFrameBuffer(GLuint framebuffer) {

@@ -45,6 +45,17 @@ class ShallowWaterRenderer {
     /// Factor from a stored height to pixels above the ground. 100 by default. The normal map has one of its own.
     void setHeightMax(float heightMax);
 
+    /// Direction towards the light, of any length: x to the right of the screen, y to its top, z out of it.
+    /// (-3, 8, 7) by default. Ignored with length 0 and with a number that is not finite.
+    void setLight(float x, float y, float z);
+
+    /// Highlights, added to all four channels of the picture: strength (N H)^shininess where the surface faces the
+    /// light, with N the normal and H half way between the light and the viewer above. Ignored where a number is out of
+    /// its range.
+    /// @param strength   at least 0, finite; 0 by default: no highlights
+    /// @param shininess  above 0, finite; 50 by default. Larger is smaller and sharper.
+    void setSpecular(float strength, float shininess);
+
     /// The framebuffer that `render` draws into; 0 by default.
     void setDrawFrameBuffer(GLuint framebuffer);
 

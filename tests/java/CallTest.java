@@ -21,13 +21,22 @@ public final class CallTest {
     private static final List<Integer> INTEGERS = List.of(0, -1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE);
     private static final List<Float> NUMBERS = List.of(0f, -0f, -1f, 1e-30f, 65504f, Float.MIN_VALUE, Float.MAX_VALUE,
             -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN);
-    /** Numbers that a method refuses, whichever of its parameters they are for. */
-    private static final Map<String, Set<?>> BAD_NUMBERS = Map.of(
-            "init", Set.of(0f, -0f, -1f, -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN),
-            "setScreenSize", Set.of(0, -1, Integer.MIN_VALUE),
-            "addMetaballs", Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE));
+    private static final Set<?> NOT_FINITE = Set.of(Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN);
+    private static final Set<?> NEGATIVE = with(NOT_FINITE, -1f, -Float.MAX_VALUE);
+    private static final Set<?> NOT_POSITIVE = with(NEGATIVE, 0f, -0f);
+    /** Numbers that a method refuses: for all of its parameters, or for each in turn. */
+    private static final Map<String, List<Set<?>>> BAD_NUMBERS = Map.of(
+            "init", List.of(NOT_POSITIVE),
+            "setScreenSize", List.of(Set.of(0, -1, Integer.MIN_VALUE)),
+            "addMetaballs", List.of(Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE)),
+            "setLight", List.of(NOT_FINITE),
+            "setSpecular", List.of(NEGATIVE, NOT_POSITIVE));
 
     private final HeadlessContext context = HeadlessContext.create(64, 64);
+
+    private static Set<?> with(Set<?> numbers, Object... more) {
+        return Stream.concat(numbers.stream(), Stream.of(more)).collect(Collectors.toSet());
+    }
 
     @After
     public void closeContext() {
@@ -91,12 +100,13 @@ public final class CallTest {
     }
 
     /** A pattern of the exception that tells an argument off; empty: it is none to refuse. */
-    private static String refusal(Method method, Object argument) {
+    private static String refusal(Method method, int index, Object argument) {
         if (argument == null) {
             return "NullPointerException: \\w+ must not be null";
         }
+        final List<Set<?>> bad = BAD_NUMBERS.getOrDefault(method.getName(), List.of(Set.of()));
         final boolean isBad = argument instanceof float[] ? ((float[]) argument).length < length(method)
-                : BAD_NUMBERS.getOrDefault(method.getName(), Set.of()).contains(argument);
+                : bad.get(Math.min(index, bad.size() - 1)).contains(argument);
         return isBad ? "IllegalArgumentException: \\w+ must .*" : "";
     }
 
@@ -173,7 +183,7 @@ public final class CallTest {
                         final Object[] odd = ordinary.clone();
                         odd[i] = value;
                         if (!isNative || value == null) {
-                            assertOutcome(isNative ? "" : refusal(method, value), effect, method, odd);
+                            assertOutcome(isNative ? "" : refusal(method, i, value), effect, method, odd);
                         }
                     }
                 }
@@ -184,7 +194,7 @@ public final class CallTest {
     }
 
     @Test
-    public void initNeedsAContextAndAHandleAnObject() throws Exception {
+    public void initNeedsAContextAHandleAnObjectAndADirectionALength() throws Exception {
         context.close();
         for (Class<?> type : effects()) {
             try (AutoCloseable effect = make(type, List.of())) {
@@ -197,5 +207,6 @@ public final class CallTest {
             }
         }
         assertThrows(OutOfMemoryError.class, () -> new Handle("Pond", 0));
+        assertThrows(IllegalArgumentException.class, () -> Arguments.requireDirection("light", 0f, -0f, 0f));
     }
 }

@@ -166,8 +166,8 @@ Values refract(const Values& i, const Values& n, double eta) {
 }
 
 /// Noise as normals, most of which point upwards, and as heights, over a picture whose red and green are its own
-/// coordinates, into a framebuffer of half floats.
-Comparison refraction(int width, int height, bool flip) {
+/// coordinates, into a framebuffer of half floats. Highlights are added, a square of the cosine.
+Comparison refraction(int width, int height, bool flip, float specular = 0.0F) {
     const Field heights = noiseTexture(GL_RG16F, width, height, -0.2F, 0.4F);
     const Field normalMap = noiseTexture(GL_RGBA16F, width, height, 0.25F, 1.0F); // n * 0.5 + 0.5, of any length
     std::vector<float> coordinates;
@@ -186,14 +186,27 @@ Comparison refraction(int width, int height, bool flip) {
     renderer.setDrawFrameBuffer(framebuffer);
     renderer.setBGFlip(flip);
     renderer.setHeightMax(50.0F);
+    renderer.setLight(6.07F, -4.21F, 12.3F); // at a right angle to no normal of the map
+    renderer.setLight(0.0F, -0.0F, 0.0F);    // no direction, and no highlight: ignored
+    renderer.setLight(0.0F, INFINITY, 1.0F);
+    renderer.setSpecular(specular, 2.0F);
+    for (const float bad : {-1.0F, NAN, INFINITY}) {
+        renderer.setSpecular(bad, 1.0F);
+        renderer.setSpecular(0.9F, bad < 0.0F ? 0.0F : bad);
+    }
     renderer.render(heights.texture, normalMap.texture);
     return compare(headless::readTexture(target, width, height), [&](int x, int y) -> Values {
-        const Values n = (normalMap.texel(x, y) - 0.5) * 2.0;
+        const Values texel = normalMap.texel(x, y);
+        const Values n = (Values{texel[0], texel[1], texel[2]} - 0.5) * 2.0;
         const Values ray = refract({0.0, 0.0, -1.0}, {n[1], n[0], n[2]}, 1.0 / 1.33);
         const double t = -heights.at(x, y) * 50.0 / ray[2];
         const double u = std::clamp((x + 0.5 + ray[0] * t) / width, 0.5 / width, 1.0 - 0.5 / width);
         const double v = std::clamp((y + 0.5 + ray[1] * t) / height, 0.5 / height, 1.0 - 0.5 / height);
-        return {u, flip ? 1.0 - v : v, 0.25, 0.5};
+        const Values light = {6.07, -4.21, 12.3};
+        const Values half = light / std::sqrt((light * light).sum()) + Values{0.0, 0.0, 1.0};
+        const double cosine = std::max(0.0, (n * half).sum() / std::sqrt((half * half).sum()));
+        const double highlight = (n * light).sum() > 0.0 ? specular * cosine * cosine : 0.0;
+        return Values{u, flip ? 1.0 - v : v, 0.25, 0.5} + highlight;
     });
 }
 
@@ -228,6 +241,7 @@ PictureTable waterPictures() {
         {"normals_of_fewer_heights_97x61", [] { return normals(97, 61, 31, 13); }, oneStep},
         {"refraction_97x61", [] { return refraction(97, 61, false); }, fourSteps},
         {"refraction_flipped_64x160", [] { return refraction(64, 160, true); }, fourSteps},
+        {"refraction_with_highlights_97x61", [] { return refraction(97, 61, false, 0.1F); }, fourSteps},
     };
 }
 

@@ -37,6 +37,21 @@ final class Arguments {
         }
     }
 
+    /** @throws IllegalArgumentException if the value is not a finite number of at least 0 */
+    static void requireNotNegative(String name, float value) {
+        if (!(value >= 0.0f) || Float.isInfinite(value)) {
+            throw new IllegalArgumentException(name + " must be a finite number of at least 0, is " + value);
+        }
+    }
+
+    /** @throws IllegalArgumentException if all three are 0, or one is not finite */
+    static void requireDirection(String name, float x, float y, float z) {
+        if (x == 0.0f && y == 0.0f && z == 0.0f || !Float.isFinite(x) || !Float.isFinite(y) || !Float.isFinite(z)) {
+            throw new IllegalArgumentException(
+                    name + " must be three finite numbers, not all 0, is (" + x + ", " + y + ", " + z + ")");
+        }
+    }
+
     /** @throws IllegalArgumentException if the width or the height of a screen is below 1 */
     static void requireScreenSize(int width, int height) {
         requireAtLeast("width", width, 1);

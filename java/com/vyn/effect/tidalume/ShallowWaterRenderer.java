@@ -59,6 +59,33 @@ public final class ShallowWaterRenderer implements AutoCloseable {
     }
 
     /**
+     * Sets where the light of the highlights comes from.
+     *
+     * @param x of the direction towards the light, to the right of the screen; (-3, 8, 7) by default
+     * @param y to the top of the screen
+     * @param z out of the screen
+     * @throws IllegalArgumentException if all three are 0, or one is not finite
+     */
+    public void setLight(float x, float y, float z) {
+        final long open = handle.open();
+        Arguments.requireDirection("light", x, y, z);
+        setLight(open, x, y, z);
+    }
+
+    /**
+     * Sets how strong and how sharp highlights are.
+     *
+     * @param strength at least 0; 0 by default, without highlights
+     * @param shininess above 0, 50 by default; larger is smaller and sharper
+     */
+    public void setSpecular(float strength, float shininess) {
+        final long open = handle.open();
+        Arguments.requireNotNegative("strength", strength);
+        Arguments.requirePositive("shininess", shininess);
+        setSpecular(open, strength, shininess);
+    }
+
+    /**
      * Sets where {@link #render} draws.
      *
      * @param framebuffer a GL framebuffer name, 0 by default
@@ -115,6 +142,10 @@ public final class ShallowWaterRenderer implements AutoCloseable {
     private static native void GLContextDestroyed(long handle);
 
     private static native void setHeightMax(long handle, float heightMax);
+
+    private static native void setLight(long handle, float x, float y, float z);
+
+    private static native void setSpecular(long handle, float strength, float shininess);
 
     private static native void setDrawFrameBuffer(long handle, int framebuffer);
 
