@@ -12,10 +12,11 @@ allowed='math: math
 shaders: shaders
 foundation: foundation
 effects: effects foundation math shaders
-jni: jni effects foundation
+looks: looks effects foundation math shaders
+jni: jni looks effects foundation
 headless: headless
 commandline: commandline
-gallery: gallery commandline headless effects foundation math
+gallery: gallery commandline headless looks effects foundation math
 reference: reference effects math shaders
 testing: testing headless effects foundation math
 bench: bench commandline reference testing headless effects foundation math shaders'
@@ -26,10 +27,10 @@ while IFS=': ' read -r folder may; do
   [ -z "$bad" ] || fail "upward include: $bad"
 done <<<"$allowed"
 
-bad=$(grep -rnE '\bgl(Gen|Create|Delete)[A-Za-z]+\(' math effects jni --include='*.h' --include='*.cpp' || true)
+bad=$(grep -rnE '\bgl(Gen|Create|Delete)[A-Za-z]+\(' math effects looks jni --include='*.h' --include='*.cpp' || true)
 [ -z "$bad" ] || fail "GL names are made and deleted in foundation/ only: $bad"
 
-for header in $(find math shaders foundation effects reference testing -name '*.h'); do
+for header in $(find math shaders foundation effects looks reference testing -name '*.h'); do
   "${compiler[@]}" -fsyntax-only -x c++ -I. "$header" || fail "does not compile alone: $header"
 done
 echo "check-includes: all headers compile alone, no upward include"

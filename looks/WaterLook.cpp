@@ -1,0 +1,279 @@
+#include "looks/WaterLook.h"
+
+#include "effects/water/ShallowWater.h"
+#include "effects/water/ShallowWaterIterative.h"
+#include "looks/LookImplementation.h"
+#include "looks/WaterSurface.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tidalume {
+
+namespace {
+
+constexpr const char* simulations[] = {"brook", "pond"};
+
+constexpr Parameter parameters[] = {
+    {"simulation", "Kind of water", "", 0, 1, WaterLook::BROOK,
+     "A brook's rings are sharp and soon gone; a pond's are round and run on for long.", simulations},
+    {"fieldScale",
+     "Fineness of the ripples",
+     "texels a pixel",
+     0.1F,
+     1,
+     0.5F,
+     "Finer ripples, at a cost that grows with the third power.",
+     {}},
+    {"speed", "Speed of the rings", "shorter sides a second", 0.1F, 1.5F, 0.63F, "Rings run faster.", {}},
+    {"fade",
+     "Fading of a pond's rings",
+     "seconds",
+     0.5F,
+     12,
+     3.7F,
+     "A pond's rings take longer until a tenth of them is left.",
+     {}},
+    {"touchRadius", "Width of a finger", "shorter sides", 0.01F, 0.12F, 0.03F, "A touch raises wider rings.", {}},
+    {"touchStrength", "Strength of a touch", "", 0, 1, 0.5F, "A touch raises higher rings.", {}},
+    {"depth", "Depth of the water", "shorter sides", 0, 0.3F, 0.07F, "The picture is bent further.", {}},
+    {"steepness", "Steepness of the ripples", "", 0, 1, 0.4F, "Rings bend light and sky more.", {}},
+    {"sky", "Reflection of the sky", "", 0, 1, 1, "Rings are brighter on one side and darker on the other.", {}},
+    {"light", "Highlights", "", 0, 1, 0, "Crests glint where they face the light.", {}},
+    {"rain", "Rain", "drops a second", 0, 60, 0, "More drops fall.", {}},
+};
+
+constexpr Setting pool[] = {
+    {"touchRadius", 0.045F}, {"touchStrength", 0.45F}, {"depth", 0.16F}, {"steepness", 0.3F}, {"light", 0.35F}};
+constexpr Setting rain[] = {
+    {"rain", 14}, {"touchRadius", 0.02F}, {"touchStrength", 0.6F}, {"depth", 0.05F}, {"light", 0.25F}};
+constexpr Setting calmLake[] = {
+    {"simulation", WaterLook::POND}, {"speed", 0.35F}, {"fade", 6}, {"touchRadius", 0.04F}, {"light", 0.15F}};
+constexpr Setting storm[] = {{"rain", 45},    {"touchRadius", 0.04F}, {"touchStrength", 1}, {"speed", 0.9F},
+                             {"depth", 0.1F}, {"steepness", 0.55F},   {"light", 0.5F}};
+
+constexpr Preset presets[] = {
+    {"brook", "Brook", {}},    {"pool", "Pool", pool}, {"rain", "Rain", rain}, {"calmLake", "Calm lake", calmLake},
+    {"storm", "Storm", storm},
+};
+
+constexpr float stepTime = 1.0F / 60;
+constexpr float maxPasses = 24; // of a step, on surfaces so large that rings could not be as fast as they are set
+
+// What one pass does.
+constexpr float brookCourant = 0.70710678F; // texels that a ring runs
+constexpr float brookDecay = 0.995F;        // of a ring's height: its velocity loses 1 %
+constexpr float pondTimeStep = 0.13F;
+constexpr float pondWaveSpeed = 2;
+constexpr float pondGridSpacing = 0.4F;
+constexpr float pondCourant = pondTimeStep * pondWaveSpeed / pondGridSpacing;
+constexpr float pondStepRate = 100; // an update is a step
+
+constexpr float brookDrop = 2.2F;    // height that a finger of strength 1 raises when it comes down
+constexpr float brookStroke = 0.16F; // and in each step in which it moves
+constexpr float pondDrop = 1.2F;     // but below 1, since every drop squares all heights
+constexpr float pondDropLimit = 0.95F;
+constexpr float pondDistance = 3.7F; // between the drops of a moving finger, in its radii
+
+// From steepness 1 to shorter sides: rings of both simulations look alike, though a brook's are higher.
+constexpr float brookRelief = 0.333F;
+constexpr float pondRelief = 0.139F;
+
+constexpr float visible = 1.0F / 255; // difference of a channel
+// Change of a channel with the slope: more than a quarter of 12.6 shorter sides times the sky's 0.3, and more than the
+// steepest part of a highlight.
+constexpr float skyGain = 4;
+constexpr float lightGain = 8;
+
+struct Finger {
+    float fromX, fromY; // where the water was last disturbed, in pixels
+    float x, y;
+    bool moved;
+    bool isNew; // it has just come down
+};
+
+class Water final : public LookImplementation {
+  public:
+    Water() : LookImplementation(parameters, presets) {}
+
+    void createPrograms() override;
+    void abandon() override;
+    void fitSurface() override;
+    void touch(int finger, float x, float y, TouchPhase phase) override;
+    void step() override;
+    void draw(GLuint framebuffer) override;
+    bool isMoving() const override;
+
+    WaterSurface& surface() { return mSurface; }
+
+  private:
+    bool isPond() const { return value(WaterLook::SIMULATION) == static_cast<float>(WaterLook::POND); }
+    float relief() const { return value(WaterLook::STEEPNESS) * (isPond() ? pondRelief : brookRelief); }
+    void fitSimulation();
+    void fall(float dropsPerSecond);
+    void disturb(Finger& finger);
+    void disturbBrook(const Finger& finger);
+    void disturbPond(float x, float y);
+    void advance(float passes);
+
+    ShallowWaterIterative mBrook;
+    ShallowWater mPond;
+    WaterSurface mSurface;
+    Finger mFingers[Look::FINGERS] = {};
+    bool mWasPond = false;
+    float mPassesDue = 0;
+    float mDropsDue = 0;
+    float mAmplitude = 0; // no ring is higher
+};
+
+void Water::createPrograms() {
+    mBrook.init();
+    mPond.init();
+    mSurface.createPrograms();
+}
+
+void Water::abandon() {
+    mBrook.GLContextDestroyed();
+    mPond.GLContextDestroyed();
+    mSurface.abandon();
+    std::fill(std::begin(mFingers), std::end(mFingers), Finger{});
+    mAmplitude = 0;
+}
+
+void Water::fitSurface() {
+    mSurface.fitScreen(width(), height());
+    fitSimulation();
+}
+
+// Only the simulation that is shown has textures: a size of 0 deletes the other's.
+void Water::fitSimulation() {
+    const bool isNewField = mSurface.fitField(value(WaterLook::FIELD_SCALE));
+    if (!isNewField && mWasPond == isPond()) return;
+    mWasPond = isPond();
+    const int columns = mSurface.columns();
+    const int rows = mSurface.rows();
+    mBrook.setScreenSize(mWasPond ? 0 : columns, mWasPond ? 0 : rows);
+    mPond.setScreenSize(mWasPond ? columns : 0, mWasPond ? rows : 0);
+    // TEMP mPond.setStepRate(pondStepRate);
+    mAmplitude = 0;
+}
+
+void Water::touch(int index, float x, float y, TouchPhase phase) {
+    if (phase == TouchPhase::Up || phase == TouchPhase::Cancel) return;
+    Finger& finger = mFingers[index];
+    finger.x = x;
+    finger.y = y;
+    finger.moved = true;
+    if (phase == TouchPhase::Down) {
+        finger.fromX = x;
+        finger.fromY = y;
+        finger.isNew = true;
+    }
+}
+
+void Water::step() {
+    fitSimulation();
+    glDisable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    fall(value(WaterLook::RAIN));
+    for (Finger& finger : mFingers) {
+        if (finger.moved) disturb(finger);
+    }
+    const float courant = isPond() ? pondCourant : brookCourant;
+    advance(value(WaterLook::SPEED) * mSurface.shorterSide() / courant * stepTime);
+}
+
+// A drop for every whole one that has become due; how many those are is chance.
+void Water::fall(float dropsPerSecond) {
+    mDropsDue += 2 * random().between(0, dropsPerSecond) * stepTime;
+    for (; mDropsDue >= 1; mDropsDue -= 1) {
+        const float x = random().between(0, static_cast<float>(width()));
+        const float y = random().between(0, static_cast<float>(height()));
+        Finger drop = {x, y, x, y, true, true};
+        disturb(drop);
+    }
+}
+
+void Water::disturb(Finger& finger) {
+    if (isPond()) {
+        // Every drop halts the rings for a moment, which then run both outwards and inwards. A moving finger therefore
+        // leaves space between its drops.
+        const float distance = std::hypot(finger.x - finger.fromX, finger.y - finger.fromY);
+        if (!finger.isNew && distance < pondDistance * value(WaterLook::TOUCH_RADIUS) * shorterSide()) return;
+        disturbPond(finger.x, finger.y);
+    } else {
+        disturbBrook(finger);
+    }
+    finger.fromX = finger.x;
+    finger.fromY = finger.y;
+    finger.moved = finger.isNew = false;
+}
+
+// A line from the last position to the present one leaves no gap, however fast the finger is.
+void Water::disturbBrook(const Finger& finger) {
+    float from[2] = {mSurface.toColumn(finger.fromX), mSurface.toRow(finger.fromY)};
+    float to[2] = {mSurface.toColumn(finger.x), mSurface.toRow(finger.y)};
+    const float strength = (finger.isNew ? brookDrop : brookStroke) * value(WaterLook::TOUCH_STRENGTH);
+    mBrook.addDropLine(from, to, value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide(), strength, 1);
+    mAmplitude += strength;
+}
+
+void Water::disturbPond(float x, float y) {
+    const auto columns = static_cast<float>(mSurface.columns());
+    const auto rows = static_cast<float>(mSurface.rows());
+    const float strength = std::min(pondDrop * value(WaterLook::TOUCH_STRENGTH), pondDropLimit);
+    // A drop is an ellipse on a screen that is not square. The mean of its two radii is the one that is set.
+    const float radius = 4 * value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide() / (columns + rows);
+    float center[2] = {2 * mSurface.toColumn(x) / columns - 1, 1 - 2 * mSurface.toRow(y) / rows};
+    mPond.addDropLine(center, center, radius, strength);
+    mAmplitude = std::max(mAmplitude, strength);
+}
+
+void Water::advance(float passes) {
+    mPassesDue += std::min(passes, maxPasses);
+    const int due = static_cast<int>(mPassesDue);
+    mPassesDue -= static_cast<float>(due);
+    if (due == 0) return;
+    if (isPond()) {
+        // A step multiplies heights by sqrt((2 - d) / (2 + d)), about exp(-d / 2), with d the viscosity times the time.
+        const float stepsToTenth = value(WaterLook::FADE) * passes / stepTime;
+        const float damping = 2 * std::log(10.0F) / stepsToTenth;
+        // TEMP mPond.setPhysics(pondWaveSpeed, damping / pondTimeStep, pondGridSpacing, pondTimeStep);
+        for (int i = 0; i < due; ++i)
+            mPond.update();
+        mAmplitude *= std::exp(-damping / 2 * static_cast<float>(due));
+    } else {
+        mBrook.setIterationCount(due);
+        mBrook.update();
+        mAmplitude *= std::pow(brookDecay, static_cast<float>(due));
+    }
+}
+
+void Water::draw(GLuint framebuffer) {
+    fitSimulation();
+    const WaterSurface::Optics optics = {relief(), value(WaterLook::DEPTH), value(WaterLook::SKY),
+                                         value(WaterLook::LIGHT)};
+    mSurface.draw(isPond() ? mPond.getTexture() : mBrook.getTexture(), optics, framebuffer);
+}
+
+// The slope of a ring is about its height over a finger's radius. The ground under a pixel is shifted by less than the
+// slope times the depth, and next to a hard edge a shift of a pixel is all of the difference. Sky and highlights change
+// with the slope alone.
+bool Water::isMoving() const {
+    const float slope = mAmplitude * relief() / value(WaterLook::TOUCH_RADIUS);
+    const float gain =
+        value(WaterLook::DEPTH) * shorterSide() + skyGain * value(WaterLook::SKY) + lightGain * value(WaterLook::LIGHT);
+    return value(WaterLook::RAIN) > 0 || slope * gain > visible;
+}
+
+} // namespace
+
+WaterLook::WaterLook() : Look(std::make_unique<Water>()) {}
+
+WaterLook::~WaterLook() = default;
+
+void WaterLook::setPicture(GLuint texture, int width, int height, PictureTop top) {
+    static_cast<Water&>(change()).surface().setPicture(texture, width, height, top);
+}
+
+} // namespace tidalume
