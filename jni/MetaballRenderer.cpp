@@ -32,6 +32,14 @@ NATIVE(void, MetaballRenderer, render)(JNIEnv*, jclass, jlong handle, jfloat pre
     fromHandle<MetaballRenderer>(handle)->render(pressRadius, alphaFactor);
 }
 
+NATIVE(void, MetaballRenderer, addToField)(JNIEnv*, jclass, jlong handle, jfloat pressRadius) {
+    fromHandle<MetaballRenderer>(handle)->addToField(pressRadius);
+}
+
+NATIVE(jint, MetaballRenderer, getTexture)(JNIEnv*, jclass, jlong handle) {
+    return static_cast<jint>(fromHandle<MetaballRenderer>(handle)->getTexture());
+}
+
 NATIVE(void, MetaballRenderer, push)(JNIEnv*, jclass, jlong handle, jfloat x, jfloat y, jint action) {
     fromHandle<MetaballRenderer>(handle)->push(x, y, action);
 }

@@ -29,6 +29,15 @@ NATIVE(void, ShallowWater, GLContextDestroyed)(JNIEnv*, jclass, jlong handle) {
     fromHandle<ShallowWater>(handle)->GLContextDestroyed();
 }
 
+NATIVE(jboolean, ShallowWater, setPhysics)
+(JNIEnv*, jclass, jlong handle, jfloat waveSpeed, jfloat viscosity, jfloat gridSpacing, jfloat timeStep) {
+    return fromHandle<ShallowWater>(handle)->setPhysics(waveSpeed, viscosity, gridSpacing, timeStep) ? 1 : 0;
+}
+
+NATIVE(jboolean, ShallowWater, setStepRate)(JNIEnv*, jclass, jlong handle, jfloat stepsPerUnit) {
+    return fromHandle<ShallowWater>(handle)->setStepRate(stepsPerUnit) ? 1 : 0;
+}
+
 NATIVE(void, ShallowWater, addDrop)
 (JNIEnv* env, jclass, jlong handle, jfloatArray center, jfloat radius, jfloat strength) {
     const PinnedFloats centerFloats(env, center);

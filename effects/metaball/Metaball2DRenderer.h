@@ -48,7 +48,8 @@ class Metaball2DRenderer {
 
     /// Clears the field and adds balls to it. Ignored before `init` and `setScreenSize`.
     /// Leaves framebuffer 0 bound, blending disabled, and the clear colour (0, 0, 0, 1).
-    /// @param metaballs  not null; six floats per ball: x, y, radius in pixels, then three that are not used. Balls of
+    /// @param metaballs  not null unless there are none; six floats per ball: x, y, radius in pixels, then three that
+    /// are not used. Balls of
     ///                   radius 0 or less are not drawn; sprites larger than the driver's point size limit are clamped
     ///                   to it.
     /// @param count      number of balls

@@ -89,13 +89,22 @@ void MetaballRenderer::update() {
 void MetaballRenderer::render(float pressRadius, float alphaFactor) {
     if (!mInitialized) return;
     update();
-    const int count = mParticleManager.getParticleNumber();
-    if (count == 0) return;
-    Particle* particles = mParticleManager.getParticleVector()->data();
-    particles[0].radius = pressRadius;
-    mMetaball2DRenderer->addMetaballs(&particles[0].position.x, static_cast<unsigned int>(count));
+    if (mParticleManager.getParticleNumber() == 0) return;
+    addToField(pressRadius);
     float color[4] = {1.0F, 1.0F, 1.0F, 0.08F * alphaFactor};
     mMetaball2DRenderer->render(color);
+}
+
+void MetaballRenderer::addToField(float pressRadius) {
+    if (!mInitialized) return;
+    std::vector<Particle>& particles = *mParticleManager.getParticleVector();
+    if (!particles.empty()) particles[0].radius = pressRadius;
+    float* balls = particles.empty() ? nullptr : &particles[0].position.x;
+    mMetaball2DRenderer->addMetaballs(balls, static_cast<unsigned int>(particles.size()));
+}
+
+unsigned int MetaballRenderer::getTexture() {
+    return mMetaball2DRenderer ? mMetaball2DRenderer->getTexture() : 0;
 }
 
 /// One frame's particles, from half way between the press and the finger.

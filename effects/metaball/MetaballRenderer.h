@@ -58,6 +58,15 @@ class MetaballRenderer {
     /// @param alphaFactor  opacity in units of 0.08: 12.5 is opaque
     void render(float pressRadius, float alphaFactor);
 
+    /// Sums the particles up into the field, as `render` does, for a painting of your own; neither moves nor paints
+    /// them. Without particles the field is cleared. Ignored before `init` and `setScreenSize`. Leaves what
+    /// Metaball2DRenderer::addMetaballs leaves.
+    /// @param pressRadius  see `render`
+    void addToField(float pressRadius);
+
+    /// Name of the field texture, see Metaball2DRenderer; 0 before `setScreenSize`.
+    unsigned int getTexture();
+
   private:
     friend struct TestPeer;
 

@@ -9,6 +9,9 @@
 #include "math/ScreenMapping.h"
 #include "shaders/ShallowWater.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace shaders = tidalume::shaders::shallowWater;
 
 namespace {
@@ -35,6 +38,12 @@ GLint uniform(GLuint program, const char* name) {
 
 GLuint quadCoord(GLuint program) {
     return static_cast<GLuint>(glGetAttribLocation(program, "quadCoord"));
+}
+
+/// A step is stable up to 0.5.
+double squaredCourantNumber(double waveSpeed, double gridSpacing, double timeStep) {
+    const double courant = timeStep * waveSpeed / gridSpacing;
+    return courant * courant;
 }
 
 } // namespace
@@ -99,11 +108,42 @@ void ShallowWater::setScreenSize(int width, int height) {
     tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF);
 }
 
+bool ShallowWater::setPhysics(float waveSpeed, float viscosity, float gridSpacing, float timeStep) {
+    const bool isInRange = viscosity >= 0.0F && gridSpacing > 0.0F && timeStep > 0.0F && std::isfinite(waveSpeed) &&
+                           std::isfinite(viscosity) && std::isfinite(gridSpacing) && std::isfinite(timeStep);
+    if (!isInRange || !(squaredCourantNumber(waveSpeed, gridSpacing, timeStep) <= 0.5)) {
+        __android_log_print(ANDROID_LOG_ERROR, className,
+                            "setPhysics waveSpeed[%g] viscosity[%g] gridSpacing[%g] timeStep[%g]: %s",
+                            static_cast<double>(waveSpeed), static_cast<double>(viscosity),
+                            static_cast<double>(gridSpacing), static_cast<double>(timeStep),
+                            isInRange ? "(waveSpeed timeStep / gridSpacing)^2 must be at most 0.5"
+                                      : "must be finite, viscosity at least 0, gridSpacing and timeStep above 0");
+        return false;
+    }
+    mWaveSpeed = waveSpeed;
+    mViscosity = viscosity;
+    mGridSpacing = gridSpacing;
+    mTimeStep = timeStep;
+    updateParameters();
+    return true;
+}
+
+bool ShallowWater::setStepRate(float stepsPerUnit) {
+    if (!(stepsPerUnit > 0.0F && stepsPerUnit <= 1000.0F)) {
+        __android_log_print(ANDROID_LOG_ERROR, className, "setStepRate [%g]: must be above 0 and at most 1000",
+                            static_cast<double>(stepsPerUnit));
+        return false;
+    }
+    mStepRate = stepsPerUnit;
+    // A step that a slower rate has put far off comes as soon as the new one allows.
+    mNextStepTime = std::min(mNextStepTime, mTime + 1.0F / stepsPerUnit);
+    return true;
+}
+
 void ShallowWater::updateParameters() {
     const double timeStep = mTimeStep;
-    const double courant = timeStep * mWaveSpeed / mGridSpacing;
     const double damping = mViscosity * timeStep;
-    const double k = courant * courant;
+    const double k = squaredCourantNumber(mWaveSpeed, mGridSpacing, mTimeStep);
     const double q = 1.0 / (damping + 2.0);
     mTerm[0] = static_cast<float>((4.0 - 8.0 * k) * q);
     mTerm[1] = static_cast<float>((damping - 2.0) * q);
@@ -179,7 +219,8 @@ void ShallowWater::update() {
     mTime += 0.01F;
     while (mTime >= mNextStepTime) {
         if (mFBOsWater[0] != 0) step();
-        mNextStepTime += 1.0F / mStepRate;
+        // At least the next float: late and at a high rate the sum would not grow, and this loop not end.
+        mNextStepTime = std::max(mNextStepTime + 1.0F / mStepRate, std::nextafter(mNextStepTime, HUGE_VALF));
     }
 }
 

@@ -19,8 +19,8 @@ struct ProgramTable;
 ///     pond.update();
 ///     normals.build(pond.getTexture());  // ask anew in every frame: the name changes
 ///
-/// Time is a counter that `update` advances by 0.01, with a step due every 0.025: two steps in five updates. The
-/// counter is a float; from 262,144 on, after some 23 million updates, it stands still, and so does the pond.
+/// Time is a counter that `update` advances by 0.01, with a step due every 0.025 by default: two steps in five updates.
+/// The counter is a float; from 262,144 on, after some 23 million updates, it stands still, and so does the pond.
 ///
 /// Positions are pixels of the screen with the origin at the BOTTOM left and y upwards, unlike those of the other
 /// effects: y = 0 is row 0 of the textures.
@@ -47,7 +47,24 @@ class ShallowWater {
     /// texture and framebuffer 0 bound. Makes no water of a size that no texture can have, and logs it unless it is 0.
     void setScreenSize(int width, int height);
 
-    /// Works the weights of a step out from the physical parameters. Makes no GL call.
+    /// The damped wave equation's parameters, from the next step on. They are set together, since a step is stable only
+    /// where (waveSpeed timeStep / gridSpacing)^2 is at most 0.5. Lengths and times are in units of your own.
+    /// @param waveSpeed    length per time; 2 by default
+    /// @param viscosity    damping per time, at least 0; 0.05 by default
+    /// @param gridSpacing  length from a texel to the next, above 0; 0.4 by default
+    /// @param timeStep     simulated time of a step, above 0; 0.13 by default
+    /// @return false where they are out of range, not finite or not stable: everything stays as it was, and the log
+    /// says
+    ///         why
+    bool setPhysics(float waveSpeed, float viscosity, float gridSpacing, float timeStep);
+
+    /// How often a step is due, from now on.
+    /// @param stepsPerUnit  of the time counter, of which an update is a hundredth: above 0, at most 1,000, which are
+    ///                      10 steps an update; 40 by default
+    /// @return false where it is out of range: everything stays as it was, and the log says why
+    bool setStepRate(float stepsPerUnit);
+
+    /// Works the weights of a step out from the physical parameters; `setPhysics` calls it. Makes no GL call.
     void updateParameters();
 
     /// Draws the whole screen with a program that has the attribute `quadCoord`. Sets the viewport, nothing else.

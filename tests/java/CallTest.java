@@ -30,7 +30,10 @@ public final class CallTest {
             "setScreenSize", List.of(Set.of(0, -1, Integer.MIN_VALUE)),
             "addMetaballs", List.of(Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE)),
             "setLight", List.of(NOT_FINITE),
-            "setSpecular", List.of(NEGATIVE, NOT_POSITIVE));
+            "setSpecular", List.of(NEGATIVE, NOT_POSITIVE),
+            "setPhysics", List.of(with(NOT_FINITE, -1f, 65504f, Float.MAX_VALUE, -Float.MAX_VALUE), NEGATIVE,
+                    with(NOT_POSITIVE, 1e-30f, Float.MIN_VALUE), with(NOT_POSITIVE, 65504f, Float.MAX_VALUE)),
+            "setStepRate", List.of(with(NOT_POSITIVE, 65504f, Float.MAX_VALUE)));
 
     private final HeadlessContext context = HeadlessContext.create(64, 64);
 

@@ -1,4 +1,5 @@
 #include "effects/metaball/MetaballRenderer.h"
+#include "headless/Pixels.h"
 #include "reference/ParticleStep.h"
 #include "testing/TestPeer.h"
 #include "tests/support/CallsTest.h"
@@ -169,8 +170,27 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     renderer.GLContextDestroyed();
     renderer.push(1.0F, 1.0F, press);
     EXPECT_THAT(render(10.0F), IsEmpty());
+    expectCalls([&] { renderer.addToField(10.0F); }, "");
     EXPECT_EQ(particles()[0].position.x, 5.0F) << "frozen until init";
     EXPECT_NEAR(particles()[0].age, 201 * 0.2, 1e-3);
+}
+
+/// The same sums as those of render, which has moved the particles before.
+TEST_F(MetaballTest, FieldOfTheParticles) {
+    EXPECT_EQ(MetaballRenderer().getTexture(), 0U) << "without an inner renderer";
+    renderer.setScreenSize(width, height);
+    const auto field = [&] { return tidalume::headless::readTexture(renderer.getTexture(), 337, 301).rgba; };
+    drag(10.0F, 40.0F, 90.0F, 30.0F);
+    update(60);
+    const std::string calls = render(30.0F);
+    const std::vector<float> rendered = field();
+    EXPECT_THAT(calls, StartsWith(glRecorder().record([&] { renderer.addToField(60.0F); })));
+    EXPECT_NE(field(), rendered) << "a larger press";
+    renderer.addToField(30.0F);
+    EXPECT_EQ(field(), rendered) << "nothing has moved";
+    particles().clear();
+    renderer.addToField(30.0F);
+    EXPECT_THAT(field(), Each(AnyOf(0.0F, 1.0F))) << "without a ball, and an alpha of 1";
 }
 
 } // namespace

@@ -130,16 +130,17 @@ Comparison pondLine(int width, int height) {
     });
 }
 
-Comparison pondStep(int width, int height) {
+Comparison pondStep(int width, int height, double waveSpeed, double viscosity, double gridSpacing, double timeStep) {
     ShallowWater pond;
+    pond.setPhysics(waveSpeed, viscosity, gridSpacing, timeStep);
     const Field older = makeRough(pond, width, height, GL_RED);
     runStep(pond);
     const Field newer(pond.getTexture(), width, height);
     runStep(pond);
-    const double k = std::pow(0.13 * 2.0 / 0.4, 2.0);
-    const double q = 1.0 / (0.05 * 0.13 + 2.0);
+    const double k = std::pow(timeStep * waveSpeed / gridSpacing, 2.0);
+    const double q = 1.0 / (viscosity * timeStep + 2.0);
     return compare(headless::readTexture(pond.getTexture(), width, height), [&](int x, int y) -> Values {
-        return {(4.0 - 8.0 * k) * q * newer.at(x, y) + (0.05 * 0.13 - 2.0) * q * older.at(x, y) +
+        return {(4.0 - 8.0 * k) * q * newer.at(x, y) + (viscosity * timeStep - 2.0) * q * older.at(x, y) +
                 2.0 * k * q * newer.neighbours(x, y)};
     });
 }
@@ -236,7 +237,8 @@ PictureTable waterPictures() {
         {"iterative_pass_of_ripples_64x128", [] { return iterativePass(64, 128, 0.001F); }, rippleStep},
         {"pond_drop_64x160", [] { return pondDrop(64, 160); }, oneStep},
         {"pond_line_97x61", [] { return pondLine(97, 61); }, oneStep},
-        {"pond_step_97x61", [] { return pondStep(97, 61); }, twoSteps},
+        {"pond_step_97x61", [] { return pondStep(97, 61, 2.0, 0.05, 0.4, 0.13); }, twoSteps},
+        {"pond_step_of_thick_water_64x160", [] { return pondStep(64, 160, -1.5, 0.8, 0.7, 0.25); }, twoSteps},
         {"normals_64x160", [] { return normals(64, 160, 64, 160); }, oneStep},
         {"normals_of_fewer_heights_97x61", [] { return normals(97, 61, 31, 13); }, oneStep},
         {"refraction_97x61", [] { return refraction(97, 61, false); }, fourSteps},

@@ -13,6 +13,7 @@ namespace {
 
 using namespace tidalume;
 using namespace tidalume::pictures;
+using testing::AllOf, testing::ElementsAre, testing::Ge, testing::HasSubstr, testing::Le;
 
 class WaterTest : public CallsTest {
   protected:
@@ -205,6 +206,50 @@ TEST_F(WaterTest, PondTimeAndALossOfTheContext) {
     context.recreate();
     makeReady(width, height, renderer, pond);
     EXPECT_EQ(state(), before);
+}
+
+TEST_F(WaterTest, PondStepsAsOftenAsItsRateSays) {
+    const auto steps = [&](int updates) {
+        glRecorder().counts.clear();
+        for (int i = 0; i < updates; ++i)
+            pond.update();
+        return glRecorder().counts["glDrawArrays"];
+    };
+    EXPECT_TRUE(pond.setStepRate(0.01F));
+    EXPECT_EQ(steps(50), 1) << "the one of the start; the next is far off";
+    EXPECT_TRUE(pond.setStepRate(1000.0F));
+    EXPECT_THAT(steps(50), AllOf(Ge(499), Le(501))) << "at once";
+    // From 32,768 on a thousandth is less than half of a float's last bit.
+    TestPeer::mTime(pond) = TestPeer::mNextStepTime(pond) = 40000.0F;
+    EXPECT_THAT(steps(50), AllOf(Ge(100), Le(500)));
+    for (const float bad : {0.0F, -1.0F, 1000.1F, NAN, INFINITY}) {
+        EXPECT_FALSE(pond.setStepRate(bad));
+        EXPECT_THAT(log.take(), ElementsAre(HasSubstr("must be above 0 and at most 1000"))) << bad;
+    }
+    EXPECT_GE(steps(50), 100) << "as before";
+}
+
+/// One percent on either side of the border of what is stable, and one argument at a time.
+TEST_F(WaterTest, PondRefusesPhysicsThatAreNotStable) {
+    EXPECT_TRUE(pond.setPhysics(-2.8125F, 0.0F, 0.5F, 0.125F));
+    const std::string weights = "Term = 0.0224609 -1 0.494385";
+    expectCalls([&] { runStep(pond); }, weights, "Term");
+    const char* unstable =
+        "6 ShallowWater: setPhysics waveSpeed[2.84375] viscosity[0] gridSpacing[0.5] timeStep[0.125]: "
+        "(waveSpeed timeStep / gridSpacing)^2 must be at most 0.5";
+    EXPECT_FALSE(pond.setPhysics(2.84375F, 0.0F, 0.5F, 0.125F));
+    EXPECT_THAT(log.take(), ElementsAre(unstable));
+    for (const float bad : {-0.1F, 0.0F, NAN, INFINITY, -INFINITY}) {
+        for (int i = 0; i < 4; ++i) {
+            if ((i == 0 && std::isfinite(bad)) || (i == 1 && bad == 0.0F)) continue;
+            float physics[] = {1.0F, 0.1F, 1.0F, 0.1F};
+            physics[i] = bad;
+            EXPECT_FALSE(pond.setPhysics(physics[0], physics[1], physics[2], physics[3])) << bad << " as " << i;
+            EXPECT_THAT(log.take(), ElementsAre(HasSubstr("must be finite, viscosity at least 0")))
+                << bad << " as " << i;
+        }
+    }
+    expectCalls([&] { runStep(pond); }, weights, "Term");
 }
 
 /// The hint to tile-based GPUs changes no picture, whatever blending and scissor the caller has left on.

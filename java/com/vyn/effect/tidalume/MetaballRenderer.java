@@ -91,6 +91,25 @@ public final class MetaballRenderer implements AutoCloseable {
         render(handle.ready(), pressRadius, alphaFactor);
     }
 
+    /**
+     * Sums the particles up into the field, as {@link #render} does, for a painting of your own; neither moves nor
+     * paints them. Without particles the field is cleared. Leaves framebuffer 0 bound and blending disabled.
+     *
+     * @param pressRadius see {@link #render}
+     */
+    public void addToField(float pressRadius) {
+        addToField(handle.ready(), pressRadius);
+    }
+
+    /**
+     * The field, whose red channel holds the sum.
+     *
+     * @return a GL texture name, 0 before {@link #setScreenSize}
+     */
+    public int getTexture() {
+        return getTexture(handle.open());
+    }
+
     /** Deletes the effect and its GL resources. Needs the context that they are of. Closing again does nothing. */
     @Override
     public void close() {
@@ -108,6 +127,10 @@ public final class MetaballRenderer implements AutoCloseable {
     private static native void GLContextDestroyed(long handle);
 
     private static native void render(long handle, float pressRadius, float alphaFactor);
+
+    private static native void addToField(long handle, float pressRadius);
+
+    private static native int getTexture(long handle);
 
     private static native void push(long handle, float x, float y, int action);
 }

@@ -50,6 +50,38 @@ public final class ShallowWater implements AutoCloseable {
     }
 
     /**
+     * Sets the parameters of the damped wave equation, from the next step on. They are set together, since a step is
+     * stable only where (waveSpeed timeStep / gridSpacing)² is at most 0.5. Lengths and times are in units of your own.
+     *
+     * @param waveSpeed length per time; 2 by default
+     * @param viscosity damping per time, at least 0; 0.05 by default
+     * @param gridSpacing length from a texel to the next, above 0; 0.4 by default
+     * @param timeStep simulated time of a step, above 0; 0.13 by default
+     * @throws IllegalArgumentException if they are out of range or not stable; everything stays as it was
+     */
+    public void setPhysics(float waveSpeed, float viscosity, float gridSpacing, float timeStep) {
+        final long open = handle.open();
+        Arguments.requireNotNegative("viscosity", viscosity);
+        Arguments.requirePositive("gridSpacing", gridSpacing);
+        Arguments.requirePositive("timeStep", timeStep);
+        if (!setPhysics(open, waveSpeed, viscosity, gridSpacing, timeStep)) {
+            throw new IllegalArgumentException("waveSpeed must keep (waveSpeed timeStep / gridSpacing)² at or below"
+                    + " 0.5, is " + waveSpeed + " with timeStep " + timeStep + " and gridSpacing " + gridSpacing);
+        }
+    }
+
+    /**
+     * Sets how often a step is due, from now on.
+     *
+     * @param stepsPerUnit steps in a hundred calls of {@link #update}: above 0, at most 1,000; 40 by default
+     */
+    public void setStepRate(float stepsPerUnit) {
+        if (!setStepRate(handle.open(), stepsPerUnit)) {
+            throw new IllegalArgumentException("stepsPerUnit must be above 0 and at most 1000, is " + stepsPerUnit);
+        }
+    }
+
+    /**
      * Squares all heights and adds a bump of {@code strength} squared. Leaves blending disabled.
      *
      * @param center x and y in pixels; at least 2 floats
@@ -78,7 +110,7 @@ public final class ShallowWater implements AutoCloseable {
         addDropLine(ready, center, center2, radius, strength);
     }
 
-    /** Advances the time and runs the steps that are due, two in five calls. */
+    /** Advances the time and runs the steps that are due, two in five calls by default. */
     public void update() {
         update(handle.ready());
     }
@@ -109,6 +141,11 @@ public final class ShallowWater implements AutoCloseable {
     private static native void setScreenSize(long handle, int width, int height);
 
     private static native void GLContextDestroyed(long handle);
+
+    private static native boolean setPhysics(long handle, float waveSpeed, float viscosity, float gridSpacing,
+            float timeStep);
+
+    private static native boolean setStepRate(long handle, float stepsPerUnit);
 
     private static native void addDrop(long handle, float[] center, float radius, float strength);
 
