@@ -154,7 +154,7 @@ void Water::fitSimulation() {
     const int rows = mSurface.rows();
     mBrook.setScreenSize(mWasPond ? 0 : columns, mWasPond ? 0 : rows);
     mPond.setScreenSize(mWasPond ? columns : 0, mWasPond ? rows : 0);
-    // TEMP mPond.setStepRate(pondStepRate);
+    mPond.setStepRate(pondStepRate);
     mAmplitude = 0;
 }
 
@@ -238,7 +238,7 @@ void Water::advance(float passes) {
         // A step multiplies heights by sqrt((2 - d) / (2 + d)), about exp(-d / 2), with d the viscosity times the time.
         const float stepsToTenth = value(WaterLook::FADE) * passes / stepTime;
         const float damping = 2 * std::log(10.0F) / stepsToTenth;
-        // TEMP mPond.setPhysics(pondWaveSpeed, damping / pondTimeStep, pondGridSpacing, pondTimeStep);
+        mPond.setPhysics(pondWaveSpeed, damping / pondTimeStep, pondGridSpacing, pondTimeStep);
         for (int i = 0; i < due; ++i)
             mPond.update();
         mAmplitude *= std::exp(-damping / 2 * static_cast<float>(due));
