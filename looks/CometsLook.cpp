@@ -20,8 +20,8 @@ constexpr Parameter parameters[] = {
     {"brightness", "Brightness of the tails", "layers", 1, 6, 3, "Tails are less transparent, in whole layers.", {}},
     {"glow", "Width of the heads' glow", "shorter sides", 0, 0.6F, 0.24F, "Heads shine wider.", {}},
     {"sparks", "Sparks", "a second and head", 0, 120, 60, "More sparks fall from the heads.", {}},
-    {"headHue", "Colour of the heads", "degrees", 0, 360, 41, "From red over green and blue back to red.", {}},
-    {"tailHue", "Colour of the tails", "degrees", 0, 360, 213, "From red over green and blue back to red.", {}},
+    {"headHue", "Colour of the heads", "degrees", 0, 359, 41, "From red over green and blue back to red.", {}},
+    {"tailHue", "Colour of the tails", "degrees", 0, 359, 213, "From red over green and blue back to red.", {}},
     {"meteors", "Meteors", "launches a minute", 0, 120, 24, "More comets come by themselves.", {}},
 };
 
@@ -87,14 +87,14 @@ Light emberAt(float distance) {
 // A square bitmap of light that fades towards its edges, premultiplied.
 void paintLight(ColorTarget& target, int size, Light (*lightAt)(float), const Tint& color) {
     std::vector<std::uint8_t> pixels;
+    const auto toByte = [](float channel) { return static_cast<std::uint8_t>(std::lround(255 * channel)); };
     const auto fromMiddle = [size](int i) { return (2 * static_cast<float>(i) + 1) / static_cast<float>(size) - 1; };
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
-            const auto [alpha, whiteness] = lightAt(std::min(std::hypot(fromMiddle(x), fromMiddle(y)), 1.0F));
+            const Light light = lightAt(std::min(std::hypot(fromMiddle(x), fromMiddle(y)), 1.0F));
             for (const float channel : color.channels)
-                pixels.push_back(
-                    static_cast<std::uint8_t>(std::lround(255 * alpha * (channel + whiteness * (1 - channel)))));
-            pixels.push_back(static_cast<std::uint8_t>(std::lround(255 * alpha)));
+                pixels.push_back(toByte(light.alpha * (channel + light.whiteness * (1 - channel))));
+            pixels.push_back(toByte(light.alpha));
         }
     }
     target.resize(size, size, pixels.data());
