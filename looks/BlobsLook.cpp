@@ -270,7 +270,7 @@ void Blobs::placeStream(const Stream& stream, const Path& path, int tile, float 
 // Drops have ranks from 0 to 1. Those below the share that is set are shown, the next ones at a smaller size.
 float Blobs::shareShown(int drop, const Path& path) const {
     constexpr float goldenRatio = 0.618034F; // spreads the ranks evenly
-    constexpr float blur = 0.25F;
+    constexpr float blur = 0.1F;
     const float rank = std::fmod(static_cast<float>(drop) * goldenRatio + path.phase, 1.0F);
     return std::clamp((value(BlobsLook::DROPS) * (1 + blur) - rank) / blur, 0.0F, 1.0F);
 }
