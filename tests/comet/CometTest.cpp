@@ -67,8 +67,8 @@ class CometTest : public CallsTest {
         const std::string cores =
             "; glUseProgram mProgramCoreOfComet; t0 = " + coresT0 + "; [glUniform1f mCoreOfCometT0]; fillMode = 1;" +
             "[glUniform1f mCoreOfCometFillmode]; radius = " + coresRadius + "; [glUniform1f mCoreOfCometRadius]; ";
-        expectCalls([&] { comets.render(std::stod(t)); },
-                    beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
+        EXPECT_CALLS(comets.render(std::stod(t)),
+                     beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
     }
 
     const std::string drawPoints = R"(; glVertexAttribPointer vertices 2 FLOAT 0 8
@@ -136,9 +136,9 @@ TEST_F(CometTest, MeshTopology) {
 }
 
 TEST_F(CometTest, Frame) {
-    expectCalls([&] { comets.setScreenSize(1080, 1920); }, "");
-    expectCalls([&] { comets.render(0.5); }, ""); // before the first push
-    expectCalls([&] { comets.push(500.0F, 900.0F, 0); }, "");
+    EXPECT_CALLS(comets.setScreenSize(1080, 1920), "");
+    EXPECT_CALLS(comets.render(0.5), ""); // before the first push
+    EXPECT_CALLS(comets.push(500.0F, 900.0F, 0), "");
     const std::string ring = "glUseProgram mProgramCoreOfComet; fillMode = 0; t0 = ";
     expectFrame("0.1", "0.0618034", "43.0634", "");
     const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
@@ -148,7 +148,7 @@ TEST_F(CometTest, Frame) {
                 ring + "0.2; radius = 54" + drawPoints + ring + "0.2; radius = 19.0588" + drawPoints);
     EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
-    expectCalls([&] { comets.render(0.5); }, ""); // hidden
+    EXPECT_CALLS(comets.render(0.5), ""); // hidden
     comets.push(500.0F, 900.0F, 0);
     comets.render(0.5);
     EXPECT_NE(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched again";
@@ -162,10 +162,10 @@ TEST_F(CometTest, DrawsCoresAndRingsWithoutTheTailsProgram) {
     log.take();
     comets.setScreenSize(width, height);
     comets.push(48, 30, CometRenderer::ACTION_LAUNCH);
-    expectCalls([&] { comets.render(0.8); }, R"(glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
+    EXPECT_CALLS(comets.render(0.8), R"(glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
         glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
         glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawArrays POINTS 0 2; glDrawArrays POINTS 0 2)",
-                "glDraw");
+                 "glDraw");
     log.take();
     const std::vector<float> pixels = tidalume::headless::readFramebuffer(width, height).rgba;
     EXPECT_THAT(pixels, testing::Contains(testing::Gt(0.3F))) << "a ring";
@@ -178,7 +178,7 @@ TEST_F(CometTest, ShowsNothingWithoutOneOfItsArrays) {
         failingMalloc(refused);
         incomplete.init();
         EXPECT_TRUE(failingMalloc(-1)) << refused;
-        expectCalls([&] { incomplete.render(0.5); }, "");
+        EXPECT_CALLS(incomplete.render(0.5), "");
         incomplete.updateMesh(0.5F); // writes nowhere
     }
 }

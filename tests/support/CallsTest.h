@@ -5,15 +5,21 @@
 #include <algorithm>
 #include <sstream>
 
+/// Compares the GL calls that an operation makes with those expected: see CallsTest::expectCalls.
+#define EXPECT_CALLS(operation, ...)                                                                                   \
+    expectCalls(                                                                                                       \
+        #operation, [&] { operation; }, __VA_ARGS__)
+
 /// A test of the GL calls that operations make, in the recorder's notation.
 class CallsTest : public GLTest {
   protected:
+    /// @param operation  what makes them, in words
     /// @param expected   the calls, separated by semicolons or line ends
     /// @param beginning  of all calls, only those that begin so
-    static void expectCalls(const std::function<void()>& action, const std::string& expected,
+    static void expectCalls(const char* operation, const std::function<void()>& action, const std::string& expected,
                             const std::string& beginning = "") {
         EXPECT_EQ(lines(glRecorder().record(action), beginning), lines(expected))
-            << "calls and their order are frozen: docs/compatibility.md";
+            << operation << ": its calls and their order are frozen, see docs/compatibility.md";
     }
 
   private:
