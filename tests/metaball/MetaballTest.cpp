@@ -90,7 +90,7 @@ TEST_F(MetaballTest, CallsInOrder) {
         glBindTexture 0; glUseProgram 0; glDisable BLEND)");
 }
 
-/// Particles to the bit, beside a replay of the stream.
+/// Particles to the bit, beside their plain form on the same stream.
 TEST_F(MetaballTest, EmitsWhatTheSeededStreamSays) {
     constexpr int frames = 2000;
     drag(100.0F, 200.0F, 130.0F, 160.0F);
@@ -99,22 +99,9 @@ TEST_F(MetaballTest, EmitsWhatTheSeededStreamSays) {
     const long next = lrand48();
 
     srand48(11);
-    const auto draw = [] { return lrand48() / 2147483648.0F; };
-    Vector2 direction(30.0F / 50.0F, -40.0F / 50.0F);
     std::vector<Particle> replayed = {{Vector2(100.0F, 200.0F), 0.0F, 0.0F, Vector2()}};
     for (int frame = 0; frame < frames; ++frame) {
-        const float chance = 0.15F + 0.1F * draw();
-        if (chance > draw()) {
-            Vector2 heading;
-            while (Vector2::dot(&heading.x, &direction.x) < 0.85) {
-                heading.x = (draw() - 0.5F) * 2.0F;
-                heading.y = (draw() - 0.5F) * 2.0F;
-                heading.normalize();
-            }
-            const float speed = 20.0F + 55.0F * draw();
-            const float radius = 10.0F + 80.0F * draw();
-            replayed.push_back({Vector2(115.0F, 180.0F), radius, 0.0F, heading * speed});
-        }
+        tidalume::reference::plain::emit(replayed, Vector2(115.0F, 180.0F), Vector2(30.0F / 50.0F, -40.0F / 50.0F));
         tidalume::reference::plain::step(replayed, 0.2F);
     }
     EXPECT_EQ(next, lrand48()) << "as many draws";
