@@ -25,11 +25,19 @@ class WaterTest : public CallsTest {
     /// What a pass that covers its whole target says to tile-based GPUs.
     static inline const std::string discard = "; glIsEnabled BLEND; glClear COLOR_BUFFER_BIT;";
 
-    /// A pass into a framebuffer, with what comes before its quad.
-    static std::string pass(const std::string& before, const std::string& target, const std::string& uniforms) {
-        return before + "glViewport 0 0 97 61; glBindFramebuffer " + target + ";" + uniforms + R"(
+    /// A pass into a framebuffer.
+    /// @param setUp  what comes before its quad
+    static std::string pass(const std::string& target, const std::string& setUp) {
+        return "glViewport 0 0 97 61; glBindFramebuffer " + target + ";" + setUp + R"(
             glVertexAttribPointer vertices 3 FLOAT 0 0; glEnableVertexAttribArray vertices; glDrawArrays TRIANGLE_STRIP 0 4
             glDisableVertexAttribArray vertices; glFlush; glUseProgram 0; glBindFramebuffer 0)";
+    }
+
+    /// A pass of the water, which reads the other texture.
+    static std::string disturbance(int target, const std::string& program, const std::string& uniforms) {
+        return pass("mFBOsWater[" + std::to_string(target) + "]",
+                    "glUseProgram " + program + ";?textureWater; textureWater = 0; glActiveTexture TEXTURE0;" +
+                        "glBindTexture mTexturesWater[" + std::to_string(1 - target) + "];" + uniforms + discard);
     }
 
     /// How far from 0 a texture's heights are.
@@ -37,6 +45,9 @@ class WaterTest : public CallsTest {
         const Field heights(texture, width, height);
         return compare(heights, [](int, int) -> Values { return {0.0}; }).largest;
     }
+
+    /// What is heard of targets that are made: their formats, and what the library checks.
+    static constexpr char labels[] = "glTexImage2D|\\[";
 
     IntensityMapBuilder painted;
     NormalMapBuilder normals;
@@ -51,64 +62,44 @@ class WaterTest : public CallsTest {
 /// Lines leave whatever blending and depth test they find. A uniform that no shader has is set all the same.
 TEST_F(WaterTest, HeightsAndNormals) {
     const std::string opaque = "glDisable BLEND; glDisable DEPTH_TEST;";
-    EXPECT_CALLS(painted.addDropLine(a, b, 10, 0.5F, 0.25F), pass("", "mFBONormal", R"(glUseProgram mProgramDropLine
+    EXPECT_CALLS(painted.addDropLine(a, b, 10, 0.5F, 0.25F), pass("mFBONormal", R"(glUseProgram mProgramDropLine
         matrixMVP = ...; center = 12 20.5; center2 = 90 40; radius = 10; strength = 0.5; preserveWeight = 0.25)"));
-    EXPECT_CALLS(painted.addHorizontalWave(30, 10, 0.5F, 7, 2, NAN),
-                 pass(opaque, "mFBONormal",
-                      R"(glUseProgram mProgramHorizontalWave; matrixMVP = ...; center = 30; radius = 10; strength = 0.5
+    EXPECT_CALLS(painted.addHorizontalWave(30, 10, 0.5F, 7, 2, NAN), opaque + pass("mFBONormal", R"(
+        glUseProgram mProgramHorizontalWave; matrixMVP = ...; center = 30; radius = 10; strength = 0.5
         waveRadius = 7; waveCount = 2; preserveWeight = nan)"));
-    EXPECT_CALLS(normals.build(70), pass(opaque, "mFBONormal",
-                                         R"(glUseProgram mProgram; textureHeight = 0
+    EXPECT_CALLS(normals.build(70), opaque + pass("mFBONormal", R"(glUseProgram mProgram; textureHeight = 0
         glActiveTexture TEXTURE0; glBindTexture 70; heightMax = 100; matrixMVP = ...)" +
-                                             discard));
-    EXPECT_CALLS(normals.setScreenSize(61, 97), "glTexImage2D RGB16F 61 97 RGB HALF_FLOAT", "glTexImage2D");
+                                                                    discard));
     const std::string target = "[glGenFramebuffers mFBONormal]; [glBindFramebuffer mFBONormal];";
-    EXPECT_CALLS(normals.setScreenSize(97, 61),
-                 "[glTexImage2D mTextureNormal];" + target + "[glFramebufferTexture2D mFBONormal mTextureNormal]", "[");
-    EXPECT_CALLS(painted.setScreenSize(61, 97),
-                 "[glTexImage2D mTexture];" + target + "[glFramebufferTexture2D mFBONormal mTexture]", "[");
+    EXPECT_CALLS(normals.setScreenSize(61, 97), R"(glTexImage2D RGB16F 61 97 RGB HALF_FLOAT
+        [glTexImage2D mTextureNormal];)" + target + "[glFramebufferTexture2D mFBONormal mTextureNormal]",
+                 labels);
+    EXPECT_CALLS(painted.setScreenSize(61, 97), R"(glTexImage2D R16F 61 97 RED HALF_FLOAT
+        [glTexImage2D mTexture];)" + target + "[glFramebufferTexture2D mFBONormal mTexture]",
+                 labels);
 }
 
 /// The three disturbances set their uniforms in three different orders.
 TEST_F(WaterTest, ShallowWaterIterative) {
-    const std::string water0 =
-        "?textureWater; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[0];";
-    const std::string water1 =
-        "?textureWater; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[1];";
-    EXPECT_CALLS(water.addDrop(a, 10, 0.5F, 0.25F),
-                 pass("", "mFBOsWater[0]",
-                      "glUseProgram mProgramDrop;" + water1 +
-                          "center = 12 20.5; radius = 10; strength = 0.5; preserveWeight = 0.25; matrixMVP = ..." +
-                          discard));
-    EXPECT_CALLS(water.addDropLine(a, b, 10, 0.5F, 0.25F),
-                 pass("", "mFBOsWater[1]",
-                      "glUseProgram mProgramDropLine;" + water0 +
-                          "center = 12 20.5; center2 = 90 40; radius = 10; strength = 0.5; matrixMVP = ...; "
-                          "preserveWeight = 0.25" +
-                          discard));
-    EXPECT_CALLS(
-        water.addHorizontalWave(30, 10, 0.5F, 7, 2, 0.25F),
-        pass(
-            "", "mFBOsWater[0]",
-            "glUseProgram mProgramHorizontalWave;" + water1 +
-                R"(center = 30; radius = 10; strength = 0.5; waveRadius = 7; waveCount = 2; preserveWeight = 0.25; matrixMVP = ...
-        [glUniformMatrix4fv matrixMVP])" +
-                discard));
+    EXPECT_CALLS(water.addDrop(a, 10, 0.5F, 0.25F), disturbance(0, "mProgramDrop", R"(
+        center = 12 20.5; radius = 10; strength = 0.5; preserveWeight = 0.25; matrixMVP = ...)"));
+    EXPECT_CALLS(water.addDropLine(a, b, 10, 0.5F, 0.25F), disturbance(1, "mProgramDropLine", R"(
+        center = 12 20.5; center2 = 90 40; radius = 10; strength = 0.5; matrixMVP = ...; preserveWeight = 0.25)"));
+    EXPECT_CALLS(water.addHorizontalWave(30, 10, 0.5F, 7, 2, 0.25F), disturbance(0, "mProgramHorizontalWave", R"(
+        center = 30; radius = 10; strength = 0.5; waveRadius = 7; waveCount = 2; preserveWeight = 0.25
+        matrixMVP = ...; [glUniformMatrix4fv matrixMVP])"));
     water.setIterationCount(1);
-    EXPECT_CALLS(water.update(), pass("", "mFBOsWater[1]",
-                                      R"([glBindFramebuffer mFBOsWater[0]]
+    EXPECT_CALLS(water.update(), pass("mFBOsWater[1]", R"([glBindFramebuffer mFBOsWater[0]]
         glFramebufferTexture2D mTexturesWater[1]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         glUseProgram mProgramUpdate; textureWater = 0; glActiveTexture TEXTURE0; glBindTexture mTexturesWater[0]
         [glBindTexture mProgramUpdate]; matrixMVP = ...; [glUniformMatrix4fv matrixMVP])" +
-                                          discard));
+                                                           discard));
     EXPECT_CALLS(water.setScreenSize(61, 97), R"(
-        glTexImage2D RG16F 61 97 RG HALF_FLOAT; glTexImage2D RG16F 61 97 RG HALF_FLOAT)",
-                 "glTexImage2D");
-    EXPECT_CALLS(water.setScreenSize(97, 61), R"([glTexImage2D mTexturesWater[0]]
-        [glTexImage2D mTexturesWater[1]]; [glGenFramebuffers mFBOsWater[0]]
+        glTexImage2D RG16F 61 97 RG HALF_FLOAT; [glTexImage2D mTexturesWater[0]]
+        glTexImage2D RG16F 61 97 RG HALF_FLOAT; [glTexImage2D mTexturesWater[1]]; [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]])",
-                 "[");
+                 labels);
 }
 
 TEST_F(WaterTest, ShallowWaterRenderer) {
@@ -157,12 +148,14 @@ TEST_F(WaterTest, ShallowWater) {
                      matrix + "?Term; Term = 0.308996 -0.993521 0.421131; [glUniform3fv Term];" + discard + quad +
                      "glBindTexture 0; glActiveTexture TEXTURE0; glBindTexture 0; glUseProgram 0; glBindFramebuffer 0");
     EXPECT_CALLS(pond.setScreenSize(61, 97), R"([glGenTextures mTexturesWater]
-        [glTexImage2D mTexturesWater[0]]; [glTexImage2D mTexturesWater[1]]; [glTexImage2D mTexturesWater[2]]
+        glTexImage2D R16F 61 97 RED HALF_FLOAT; [glTexImage2D mTexturesWater[0]]
+        glTexImage2D R16F 61 97 RED HALF_FLOAT; [glTexImage2D mTexturesWater[1]]
+        glTexImage2D R16F 61 97 RED HALF_FLOAT; [glTexImage2D mTexturesWater[2]]
         [glGenFramebuffers mFBOsWater[0]]
         [glBindFramebuffer mFBOsWater[0]]; [glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]]
         [glBindFramebuffer mFBOWater[1]]; [glFramebufferTexture2D mFBOsWater[1] mTexturesWater[1]]
         [glBindFramebuffer mFBOWater[2]]; [glFramebufferTexture2D mFBOsWater[2] mTexturesWater[2]])",
-                 "[");
+                 labels);
     pond.init();
     EXPECT_EQ(glRecorder().counts["glDeleteProgram"], 3) << "the programs of the first init";
 }
