@@ -1,6 +1,6 @@
 #include "gallery/Background.h"
 
-#include "gallery/Pebbles.h"
+#include "gallery/Ground.h"
 
 #include <algorithm>
 #include <array>
@@ -96,9 +96,8 @@ Picture coverFit(const Picture& picture, int width, int height) {
     return result;
 }
 
-Picture makeBackground(const Picture& chosen, int width, int height) {
-    constexpr std::uint32_t pebbleSeed = 1;
-    return chosen.width > 0 ? coverFit(chosen, width, height) : pebbles(width, height, pebbleSeed);
+Picture makeBackground(const Picture& chosen, std::string_view ground, int width, int height, std::uint32_t seed) {
+    return chosen.width > 0 ? coverFit(chosen, width, height) : groundNamed(ground).draw(width, height, seed);
 }
 
 } // namespace tidalume::gallery

@@ -36,12 +36,22 @@ Color rotateHue(const Color& color, float degrees) {
     return {rotate(red, green, blue), rotate(green, blue, red), rotate(blue, red, green), alpha};
 }
 
+Color over(const Color& below, const Color& color) {
+    return mix(below, {color.red, color.green, color.blue}, color.alpha);
+}
+
 void setPixel(Picture& picture, int x, int y, const Color& color) {
     std::uint8_t* pixel = picture.pixel(x, y);
     pixel[0] = toByte(color.red);
     pixel[1] = toByte(color.green);
     pixel[2] = toByte(color.blue);
     pixel[3] = toByte(color.alpha);
+}
+
+void blendPixel(Picture& picture, int x, int y, const Color& color) {
+    const std::uint8_t* pixel = picture.pixel(x, y);
+    const auto channel = [&](int i) { return static_cast<float>(pixel[i]) / 255; };
+    setPixel(picture, x, y, over({channel(0), channel(1), channel(2)}, color));
 }
 
 } // namespace tidalume::gallery

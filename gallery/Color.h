@@ -25,7 +25,13 @@ Color mix(const Color& from, const Color& to, float t);
 /// no bit. Alpha stays, and so does brightness, as the mean of the other three.
 Color rotateHue(const Color& color, float degrees);
 
+/// A color laid over an opaque one by its alpha; the result is opaque.
+Color over(const Color& below, const Color& color);
+
 /// Stores a color, clamped and rounded to 8 bits.
 void setPixel(Picture& picture, int x, int y, const Color& color);
+
+/// Lays a color over an opaque pixel.
+void blendPixel(Picture& picture, int x, int y, const Color& color);
 
 } // namespace tidalume::gallery

@@ -1,5 +1,6 @@
 #include "gallery/CommandLine.h"
 
+#include "gallery/Ground.h"
 #include "gallery/Size.h"
 
 #include <algorithm>
@@ -8,23 +9,44 @@ namespace tidalume::gallery {
 
 namespace {
 
-std::string sceneNames() {
+template <typename Entry>
+std::string namesIn(const std::vector<Entry>& table) {
     std::string names;
-    for (const SceneEntry& entry : sceneTable())
+    for (const Entry& entry : table)
         names += (names.empty() ? "" : ", ") + std::string(entry.name);
     return names;
+}
+
+// Accepts a name in a table of scenes, say.
+template <typename Entry>
+CLI::Validator nameCheck(const std::string& kind, const std::vector<Entry>& table) {
+    const auto check = [kind, &table](const std::string& name) -> std::string {
+        const bool known =
+            std::any_of(table.begin(), table.end(), [&](const Entry& entry) { return name == entry.name; });
+        return known ? "" : "there is no " + kind + " \"" + name + "\"; the " + kind + "s are: " + namesIn(table);
+    };
+    return {check, ""};
 }
 
 } // namespace
 
 CLI::Validator sceneCheck() {
-    const auto check = [](const std::string& name) -> std::string {
-        const auto& table = sceneTable();
-        const bool known =
-            std::any_of(table.begin(), table.end(), [&](const SceneEntry& entry) { return name == entry.name; });
-        return known ? "" : "there is no scene \"" + name + "\"; the scenes are: " + sceneNames();
-    };
-    return {check, ""};
+    return nameCheck("scene", sceneTable());
+}
+
+void addBackgroundOptions(CLI::App& app, std::string& background, std::string& ground) {
+    CLI::Option* file =
+        app.add_option("--background", background,
+                       "Picture for the scenes that show one, PNG, JPEG or WebP, cut to the size's shape; transparent "
+                       "parts turn black")
+            ->type_name("FILE")
+            ->check(namedCheck("file"));
+    app.add_option("--ground", ground,
+                   "Background that the program draws, for every scene that shows one, instead of its own: " +
+                       namesIn(groundTable()))
+        ->type_name("NAME")
+        ->check(nameCheck("ground", groundTable()))
+        ->excludes(file);
 }
 
 CLI::Validator sizeCheck(int& width, int& height) {

@@ -11,6 +11,9 @@ namespace tidalume::gallery {
 /// Accepts the name of a scene.
 CLI::Validator sceneCheck();
 
+/// Adds --background and --ground, the one a picture file, the other the name of a ground; only one may be given.
+void addBackgroundOptions(CLI::App& app, std::string& background, std::string& ground);
+
 /// Accepts WIDTHxHEIGHT, such as 540x960, and stores both numbers; whether a driver can do them is for it to say.
 CLI::Validator sizeCheck(int& width, int& height);
 

@@ -21,21 +21,23 @@ std::unique_ptr<Scene> make() {
 
 const std::vector<SceneEntry>& sceneTable() {
     static const std::vector<SceneEntry> table = {
-        {"water", "Water", "A finger drawn across a brook: rings spread, meet and come back from the edges.", true,
-         make<WaterScene>},
-        {"waves", "Waves", "Swell rolls over the pebbles, one sine curve behind the other.", true, make<WavesScene>},
-        {"pond", "Pond", "Drops fall into a quiet pond, and their rings run on for long.", true, make<PondScene>},
+        {"water", "Water", "A finger drawn across a brook: rings spread, meet and come back from the edges.", "sand",
+         true, make<WaterScene>},
+        {"waves", "Waves", "Swell rolls over the deep, one sine curve behind the other.", "teal", true,
+         make<WavesScene>},
+        {"pond", "Pond", "Drops fall into a quiet pond, and their rings run on for long.", "sunset", true,
+         make<PondScene>},
         {"metaballs", "Metaballs",
-         "Warm drops rise and sink, merge where they meet and part again; one follows the finger.", false,
+         "Warm drops rise and sink, merge where they meet and part again; one follows the finger.", "ember", false,
          make<MetaballsScene>},
         {"particles", "Particles",
-         "Blobs under the fingers spray drops where they are dragged; drops merge and shrink.", false,
+         "Blobs under the fingers spray drops where they are dragged; drops merge and shrink.", "dusk", false,
          make<ParticlesScene>},
-        {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.", false,
-         make<CometScene>},
+        {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.",
+         "night", false, make<CometScene>},
         {"vector", "Vector graphics",
          "Gradients, discs, lights that add up, a boat in every orientation, and a coast that passes behind a mask.",
-         true, make<VectorScene>},
+         "teal", true, make<VectorScene>},
     };
     return table;
 }

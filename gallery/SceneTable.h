@@ -12,6 +12,7 @@ struct SceneEntry {
     const char* name;     ///< for command lines, file names and links
     const char* title;    ///< for people
     const char* sentence; ///< what there is to see
+    const char* ground;   ///< the name of the ground that it shows where nobody chose one
     bool showsBackground; ///< whether the background of Scene::setUp() is seen
     std::unique_ptr<Scene> (*make)();
 };

@@ -14,8 +14,9 @@ namespace {
 
 constexpr char logTag[] = "Look";
 constexpr double stepsPerSecond = 60;
-// Half a step ahead, so that a display of 60 Hz whose frames come a little early or late gets one step for each.
-constexpr double headStart = 0.5;
+// A part of a step ahead, so that a display of 60 Hz whose frames come a little early or late gets one step for each;
+// no more than that, so that one of 120 Hz gets its steps with the frames that one of 60 Hz has, and touches with them.
+constexpr double headStart = 0.25;
 // A machine that needs longer for a frame than these steps take could never catch up.
 constexpr double maxSteps = 4;
 

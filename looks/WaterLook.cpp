@@ -48,7 +48,7 @@ constexpr Setting pool[] = {
 constexpr Setting rain[] = {
     {"rain", 14}, {"touchRadius", 0.02F}, {"touchStrength", 0.6F}, {"depth", 0.05F}, {"light", 0.25F}};
 constexpr Setting calmLake[] = {
-    {"simulation", WaterLook::POND}, {"speed", 0.35F}, {"fade", 6}, {"touchRadius", 0.04F}, {"light", 0.15F}};
+    {"simulation", WaterLook::POND}, {"speed", 0.35F}, {"fade", 5}, {"touchRadius", 0.04F}, {"light", 0.15F}};
 constexpr Setting storm[] = {{"rain", 45},    {"touchRadius", 0.04F}, {"touchStrength", 1}, {"speed", 0.9F},
                              {"depth", 0.1F}, {"steepness", 0.55F},   {"light", 0.5F}};
 
@@ -73,6 +73,7 @@ constexpr float brookDrop = 2.2F;    // height that a finger of strength 1 raise
 constexpr float brookStroke = 0.16F; // and in each step in which it moves
 constexpr float pondDrop = 1.2F;     // but below 1, since every drop squares all heights
 constexpr float pondDropLimit = 0.95F;
+constexpr float pondLimit = 4;       // of rings that meet, however many drops there were
 constexpr float pondDistance = 3.7F; // between the drops of a moving finger, in its radii
 
 // From steepness 1 to shorter sides: rings of both simulations look alike, though a brook's are higher.
@@ -102,13 +103,14 @@ class Water final : public LookImplementation {
     void touch(int finger, float x, float y, TouchPhase phase) override;
     void step() override;
     void draw(GLuint framebuffer) override;
-    bool isMoving() const override;
+    bool isMoving() const override { return value(WaterLook::RAIN) > 0 || !isStill(); }
 
     WaterSurface& surface() { return mSurface; }
 
   private:
     bool isPond() const { return value(WaterLook::SIMULATION) == static_cast<float>(WaterLook::POND); }
     float relief() const { return value(WaterLook::STEEPNESS) * (isPond() ? pondRelief : brookRelief); }
+    bool isStill() const;
     void fitSimulation();
     void fall(float dropsPerSecond);
     void disturb(Finger& finger);
@@ -179,6 +181,7 @@ void Water::step() {
     for (Finger& finger : mFingers) {
         if (finger.moved) disturb(finger);
     }
+    if (isStill()) return; // half floats would go on flickering in their last bit
     const float courant = isPond() ? pondCourant : brookCourant;
     advance(value(WaterLook::SPEED) * mSurface.shorterSide() / courant * stepTime);
 }
@@ -226,7 +229,7 @@ void Water::disturbPond(float x, float y) {
     const float radius = 4 * value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide() / (columns + rows);
     float center[2] = {2 * mSurface.toColumn(x) / columns - 1, 1 - 2 * mSurface.toRow(y) / rows};
     mPond.addDropLine(center, center, radius, strength);
-    mAmplitude = std::max(mAmplitude, strength);
+    mAmplitude = std::min(mAmplitude + strength, pondLimit);
 }
 
 void Water::advance(float passes) {
@@ -259,11 +262,11 @@ void Water::draw(GLuint framebuffer) {
 // The slope of a ring is about its height over a finger's radius. The ground under a pixel is shifted by less than the
 // slope times the depth, and next to a hard edge a shift of a pixel is all of the difference. Sky and highlights change
 // with the slope alone.
-bool Water::isMoving() const {
+bool Water::isStill() const {
     const float slope = mAmplitude * relief() / value(WaterLook::TOUCH_RADIUS);
     const float gain =
         value(WaterLook::DEPTH) * shorterSide() + skyGain * value(WaterLook::SKY) + lightGain * value(WaterLook::LIGHT);
-    return value(WaterLook::RAIN) > 0 || slope * gain > visible;
+    return slope * gain <= visible;
 }
 
 } // namespace

@@ -9,7 +9,10 @@ namespace tidalume {
 
 namespace {
 
-constexpr int maxSide = 2048; // of the field, however narrow the screen
+// Texels of the field: along the longer side, however narrow the screen; and along the shorter side, since rings on
+// fewer are no rings.
+constexpr float maxTexels = 2048;
+constexpr float minTexels = 100;
 
 // In shorter sides: so far away that slopes show as light and shade.
 constexpr float skyDepth = 12.6F;
@@ -73,8 +76,11 @@ void WaterSurface::fitScreen(int width, int height) {
 }
 
 bool WaterSurface::fitField(float scale) {
-    const auto texels = [scale](int pixels) {
-        return std::clamp(static_cast<int>(std::lround(scale * static_cast<float>(pixels))), 1, maxSide);
+    const auto shorter = static_cast<float>(std::min(mWidth, mHeight));
+    const auto longer = static_cast<float>(std::max(mWidth, mHeight));
+    const float texelsPerPixel = std::min(std::max(scale, minTexels / shorter), maxTexels / longer);
+    const auto texels = [texelsPerPixel](int pixels) {
+        return std::max(1, static_cast<int>(std::lround(texelsPerPixel * static_cast<float>(pixels))));
     };
     const int columns = texels(mWidth);
     const int rows = texels(mHeight);

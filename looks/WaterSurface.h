@@ -20,7 +20,7 @@ class WaterSurface {
     /// @param width, height  of the screen, in pixels
     void fitScreen(int width, int height);
 
-    /// Gives the ripples' height field a size in texels per pixel.
+    /// Gives the ripples' height field a size in texels per pixel: more on a small screen, fewer on a very large one.
     /// @return whether it has changed
     bool fitField(float scale);
 

@@ -25,10 +25,8 @@ struct RunningScene {
 
 struct Stage {
     std::vector<RunningScene> scenes = std::vector<RunningScene>(sceneTable().size());
-    Picture chosen;            // by the visitor; empty for pebbles
-    int chosenVersion = 1;     // rises with each choice
-    Picture background;        // chosen, or pebbles, at the size of the last setUp()
-    int backgroundVersion = 0; // the choice that it shows
+    Picture chosen;        // by the visitor; empty for each scene's own ground
+    int chosenVersion = 1; // rises with each choice
 };
 
 Stage& stage() {
@@ -36,27 +34,23 @@ Stage& stage() {
     return stage;
 }
 
+const SceneEntry& sceneEntry(int scene) {
+    return sceneTable().at(static_cast<std::size_t>(scene));
+}
+
 RunningScene& runningScene(int scene) {
     return stage().scenes.at(static_cast<std::size_t>(scene));
 }
 
-const Picture& backgroundOfSize(int width, int height) {
-    Stage& s = stage();
-    if (s.backgroundVersion != s.chosenVersion || s.background.width != width || s.background.height != height) {
-        s.background = makeBackground(s.chosen, width, height);
-        s.backgroundVersion = s.chosenVersion;
-    }
-    return s.background;
-}
-
 /// @return whether the scene was set up anew
-bool fit(RunningScene& scene, int width, int height) {
+bool fit(int scene, int width, int height) {
     const int version = stage().chosenVersion;
-    if (scene.width == width && scene.height == height && scene.backgroundVersion == version) return false;
-    scene.player->setUp(width, height, backgroundOfSize(width, height));
-    scene.width = width;
-    scene.height = height;
-    scene.backgroundVersion = version;
+    RunningScene& running = runningScene(scene);
+    if (running.width == width && running.height == height && running.backgroundVersion == version) return false;
+    running.player->setUp(width, height, makeBackground(stage().chosen, sceneEntry(scene).ground, width, height));
+    running.width = width;
+    running.height = height;
+    running.backgroundVersion = version;
     return true;
 }
 
@@ -107,7 +101,7 @@ EMSCRIPTEN_KEEPALIVE const char* stageScenes() {
 /// Starts a scene, or starts it anew.
 EMSCRIPTEN_KEEPALIVE void stageStart(int scene, unsigned seed) {
     runningScene(scene) = RunningScene();
-    runningScene(scene).player = std::make_unique<Player>(sceneTable().at(static_cast<std::size_t>(scene)), seed);
+    runningScene(scene).player = std::make_unique<Player>(sceneEntry(scene), seed);
 }
 
 EMSCRIPTEN_KEEPALIVE void stageSet(int scene, const char* name, float value) {
@@ -121,7 +115,7 @@ EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int action, in
 
 /// Draws the next step of a scene that fills a canvas of width x height pixels.
 EMSCRIPTEN_KEEPALIVE void stageStep(int scene, int width, int height) {
-    fit(runningScene(scene), width, height);
+    fit(scene, width, height);
     runningScene(scene).player->drawStep();
 }
 
@@ -129,7 +123,7 @@ EMSCRIPTEN_KEEPALIVE void stageStep(int scene, int width, int height) {
 /// @return the number of steps that were drawn; 0 leaves the canvas as it is
 EMSCRIPTEN_KEEPALIVE int stageAdvance(int scene, int width, int height, double seconds) {
     // A new size or background shows even when no time passes.
-    const bool isNew = fit(runningScene(scene), width, height);
+    const bool isNew = fit(scene, width, height);
     return runningScene(scene).player->advance(isNew ? std::max(seconds, Player::timeStep) : seconds);
 }
 
@@ -139,7 +133,7 @@ EMSCRIPTEN_KEEPALIVE unsigned char* stageBackground(int width, int height) {
     return stage().chosen.rgba.data();
 }
 
-/// Shows the visitor's picture from the next frame on; after stageBackground(0, 0), pebbles.
+/// Shows the visitor's picture from the next frame on; after stageBackground(0, 0), each scene's own ground.
 EMSCRIPTEN_KEEPALIVE void stageUseBackground() {
     ++stage().chosenVersion;
 }

@@ -37,11 +37,7 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("N")
         ->check(numberCheck(1, 36000))
         ->capture_default_str();
-    app.add_option("--background", options.background,
-                   "Picture for the scenes that show one, PNG, JPEG or WebP, cut to the size's shape; transparent "
-                   "parts turn black (pebbles are drawn if none is given)")
-        ->type_name("FILE")
-        ->check(namedCheck("file"));
+    addBackgroundOptions(app, options.background, options.ground);
     app.add_option("--seed", options.seed, "Where chance begins; the same number gives the same pictures")
         ->type_name("N")
         ->check(numberCheck(0, std::numeric_limits<std::uint32_t>::max()))

@@ -16,7 +16,8 @@ struct Options {
     int height = 960;
     std::string size = "540x960"; ///< as it was given
     int frames = 120;
-    std::string background; ///< a picture file; empty for the pebbles
+    std::string background; ///< a picture file; empty for none
+    std::string ground;     ///< the name of one for every scene; empty for each scene's own
     std::uint32_t seed = 1;
     std::string out = "out/gallery";
 };

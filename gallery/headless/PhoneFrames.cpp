@@ -1,4 +1,4 @@
-#include "gallery/Pebbles.h"
+#include "gallery/Background.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 
@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
         if (argc != 3 || std::strcmp(entry.name, argv[1]) != 0) continue;
         headless::HeadlessContext context(width, height);
         Player player(entry, 1);
-        player.setUp(width, height, pebbles(width, height, 1));
+        player.setUp(width, height, makeBackground({}, entry.ground, width, height));
         for (int frame = 0; frame < std::atoi(argv[2]); ++frame) {
             context.resize(width, height); // a new framebuffer 0, as after a swap
             player.drawStep();

@@ -1,5 +1,4 @@
 #include "gallery/Background.h"
-#include "gallery/Pebbles.h"
 #include "gallery/Player.h"
 #include "gallery/headless/IndexPage.h"
 #include "gallery/headless/Options.h"
@@ -52,10 +51,15 @@ std::ofstream openIndex(const std::filesystem::path& folder) {
     return file;
 }
 
-Picture makeBackground(const Options& options) {
-    if (options.background.empty()) return pebbles(options.width, options.height, options.seed);
-    return about("--background",
-                 [&] { return coverFit(headless::readPicture(options.background), options.width, options.height); });
+Picture readBackground(const std::string& path) {
+    if (path.empty()) return {};
+    return about("--background", [&] { return headless::readPicture(path); });
+}
+
+Picture backgroundOf(const SceneEntry& entry, const Options& options, const Picture& chosen) {
+    const std::string ground = options.ground.empty() ? entry.ground : options.ground;
+    return about("--size " + options.size,
+                 [&] { return makeBackground(chosen, ground, options.width, options.height, options.seed); });
 }
 
 // The animation shows every second frame, 30 for each second: half the bytes, and still smooth.
@@ -68,11 +72,11 @@ int shownMilliseconds(int frame) {
     return (frame + 2) * 1000 / 60 - frame * 1000 / 60;
 }
 
-void drawScene(const SceneEntry& entry, const Options& options, const Picture& background) {
+void drawScene(const SceneEntry& entry, const Options& options, const Picture& chosen) {
     const auto start = std::chrono::steady_clock::now();
     const std::string path = (std::filesystem::path(options.out) / entry.name).string();
     Player player(entry, options.seed);
-    player.setUp(options.width, options.height, background);
+    player.setUp(options.width, options.height, backgroundOf(entry, options, chosen));
 
     headless::WebPAnimation animation(options.width, options.height);
     for (int frame = 0; frame < options.frames; ++frame) {
@@ -98,11 +102,11 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& b
 void drawGallery(const Options& options) {
     const auto context = about("--size " + options.size,
                                [&] { return std::make_unique<HeadlessContext>(options.width, options.height); });
-    const Picture background = makeBackground(options);
+    const Picture chosen = readBackground(options.background);
     std::ofstream index = about("--out", [&] { return openIndex(options.out); });
     std::printf("Driver: %s\n", context->driver().c_str());
     for (const SceneEntry* scene : options.scenes)
-        drawScene(*scene, options, background);
+        drawScene(*scene, options, chosen);
     about("--out " + options.out, [&] {
         index << indexPage(options, context->driver()) << std::flush;
         if (!index) throw Error(std::strerror(errno));

@@ -49,10 +49,7 @@ ViewerOptions parseViewerOptions(int argc, char** argv) {
         ->type_name("WxH")
         ->check(sizeCheck(options.width, options.height))
         ->capture_default_str();
-    app.add_option("--background", options.background,
-                   "Picture for the scenes that show one, PNG, JPEG or WebP (pebbles are drawn if none is given)")
-        ->type_name("FILE")
-        ->check(namedCheck("file"));
+    addBackgroundOptions(app, options.background, options.ground);
     app.add_option("--script", options.script, "Play recorded events from a file")
         ->type_name("FILE")
         ->check(namedCheck("file"));

@@ -11,7 +11,8 @@ struct ViewerOptions {
     std::size_t scene = 0; ///< place in the scene table
     int width = 540;
     int height = 960;
-    std::string background; ///< a picture file; empty for the pebbles
+    std::string background; ///< a picture file; empty for none
+    std::string ground;     ///< the name of one for every scene; empty for each scene's own
     std::string script;     ///< a file for Script; empty for none
 };
 

@@ -49,7 +49,7 @@ std::string freePath(const std::string& scene) {
 
 Viewer::Viewer(const ViewerOptions& options)
     : mScript(options.script.empty() ? std::vector<ScriptEvent>() : readScript(options.script)),
-      mBackground(readBackground(options.background)), mWindow(options.width, options.height) {
+      mBackground(readBackground(options.background)), mGround(options.ground), mWindow(options.width, options.height) {
     show(options.scene);
 }
 
@@ -216,7 +216,8 @@ void Viewer::show(std::size_t scene) {
 void Viewer::fitWindow() {
     const SDL_Point size = mWindow.drawableSize();
     if ((size.x == mSize.x && size.y == mSize.y) || size.x < 1 || size.y < 1) return;
-    mPlayer->setUp(size.x, size.y, makeBackground(mBackground, size.x, size.y));
+    const std::string ground = mGround.empty() ? sceneTable()[mScene].ground : mGround;
+    mPlayer->setUp(size.x, size.y, makeBackground(mBackground, ground, size.x, size.y));
     mSize = size;
     mNeedsRedraw = true;
 }

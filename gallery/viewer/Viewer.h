@@ -41,7 +41,8 @@ class Viewer {
     void updateTitle();
 
     std::vector<ScriptEvent> mScript;
-    Picture mBackground; // empty for pebbles
+    Picture mBackground; // empty for none
+    std::string mGround; // empty for each scene's own
     Window mWindow;
     std::size_t mScene = 0;
     std::uint32_t mSeed = 1;

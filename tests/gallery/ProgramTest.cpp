@@ -1,9 +1,11 @@
+#include "gallery/Ground.h"
 #include "gallery/SceneTable.h"
 #include "headless/PictureFile.h"
 #include "tests/support/Files.h"
 
 #include <gmock/gmock.h>
 #include <numeric>
+#include <set>
 #include <sys/wait.h>
 
 namespace tidalume::gallery {
@@ -66,7 +68,8 @@ TEST_F(Programs, ShowTheSamePictures) {
     Picture photo(31, 17);
     std::iota(photo.rgba.begin(), photo.rgba.end(), 0);
     headless::writePng("photo.png", photo);
-    for (const std::string options : {"", " --background photo.png"}) {
+    std::set<std::vector<std::uint8_t>> waters;
+    for (const std::string options : {"", " --background photo.png", " --ground tiles"}) {
         std::string script;
         for (std::size_t i = 0; i < sceneTable().size(); ++i) {
             script += std::to_string(30 * i) + " key " + std::to_string(i + 1) + "\n";
@@ -80,7 +83,9 @@ TEST_F(Programs, ShowTheSamePictures) {
             EXPECT_THAT(fileContent("all/" + name + ".webp"), testing::StartsWith("RIFF"));
             EXPECT_THAT(fileContent("all/index.html"), testing::HasSubstr("src=\"" + name + ".webp\""));
         }
+        waters.insert(readPicture("water.png").rgba);
     }
+    EXPECT_EQ(waters.size(), 3U) << "a picture for each choice of background";
 }
 
 // The drops' motion repeats after 120 frames, and the demonstration's finger is up in the last of them.
@@ -146,6 +151,8 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--seed abc"), "--seed: \"abc\" is not a whole number from 0 to 4294967295");
     isRefused(gallery("--background absent.png"), "--background: absent.png: there is no such file");
     isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
+    isRefused(gallery("--ground moss"), "--ground: there is no ground \"moss\"; the grounds are: sand, tiles");
+    isRefused(gallery("--ground sand --background a.png"), "--background excludes --ground");
     isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");
     EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
@@ -166,12 +173,15 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(SOURCE_DIR "/scripts/analyse absent", "one build folder is expected");
 }
 
-TEST_F(Programs, RunNamesEverySceneBeforeTheFirstBuild) {
-    std::string scenes;
-    for (const SceneEntry& entry : sceneTable())
-        scenes += (scenes.empty() ? "The scenes: " : ", ") + std::string(entry.name);
+TEST_F(Programs, RunNamesEverySceneAndGroundBeforeTheFirstBuild) {
+    const auto list = [](std::string names, const auto& table) {
+        for (const auto& entry : table)
+            names += (names.back() == ':' ? " " : ", ") + std::string(entry.name);
+        return names + "\n";
+    };
     runsWell("cp " SOURCE_DIR "/run . && ./run --help");
-    EXPECT_THAT(fileContent("output"), testing::HasSubstr(scenes + "\n"));
+    EXPECT_THAT(fileContent("output"), testing::HasSubstr(list("The scenes:", sceneTable())));
+    EXPECT_THAT(fileContent("output"), testing::HasSubstr(list("The grounds:", groundTable())));
 }
 
 } // namespace tidalume::gallery

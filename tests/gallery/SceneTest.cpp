@@ -1,5 +1,4 @@
 #include "gallery/Background.h"
-#include "gallery/Pebbles.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
@@ -54,7 +53,7 @@ class EveryScene : public testing::TestWithParam<SceneEntry> {
 
     void setUp(int newWidth, int newHeight) {
         context.resize(newWidth, newHeight);
-        player.setUp(newWidth, newHeight, pebbles(newWidth, newHeight, 7));
+        player.setUp(newWidth, newHeight, makeBackground({}, GetParam().ground, newWidth, newHeight));
     }
 
     void loseContext() {

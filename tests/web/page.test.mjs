@@ -151,7 +151,7 @@ test('water answers a finger and shows the picture of a visitor, or says that a 
   await page.dispatchEvent('#view', 'drop', { dataTransfer });
   await page.getByText('song.png is not a picture').waitFor();
   assert.ok(await showsGradient());
-  await page.click('#pebbles');
+  await page.click('#own-ground');
   assert.ok(!await showsGradient());
 });
 

@@ -135,7 +135,7 @@ class Page {
     part('restart').addEventListener('click', () => this.#restart());
     part('reset').addEventListener('click', () => this.#reset());
     part('copy').addEventListener('click', () => this.#copyLink());
-    part('pebbles').addEventListener('click', () => this.stage.showPebbles());
+    part('own-ground').addEventListener('click', () => this.stage.showOwnGrounds());
     part('file').addEventListener('change', ({ target }) => {
       if (target.files[0]) this.#showBackground(target.files[0]);
       target.value = '';

@@ -98,7 +98,7 @@ export class Stage {
     this.module._stageUseBackground();
   }
 
-  showPebbles() {
+  showOwnGrounds() {
     this.module._stageBackground(0, 0);
     this.module._stageUseBackground();
   }

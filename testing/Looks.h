@@ -1,0 +1,33 @@
+#pragma once
+
+#include "looks/WaterLook.h"
+#include "looks/WavesLook.h"
+
+#include <memory>
+#include <ostream>
+
+namespace tidalume {
+
+/// A look as tests and benchmark know it.
+struct LookCase {
+    const char* name;
+    bool isOpaque;
+    bool rests; ///< some preset comes to rest after a touch
+    std::unique_ptr<Look> (*make)();
+};
+
+inline void PrintTo(const LookCase& look, std::ostream* stream) {
+    *stream << look.name;
+}
+
+template <typename AnyLook>
+std::unique_ptr<Look> makeLook() {
+    return std::make_unique<AnyLook>();
+}
+
+inline constexpr LookCase lookCases[] = {
+    {"WaterLook", true, true, makeLook<WaterLook>},
+    {"WavesLook", true, false, makeLook<WavesLook>},
+};
+
+} // namespace tidalume
