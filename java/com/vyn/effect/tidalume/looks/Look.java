@@ -217,6 +217,12 @@ public abstract class Look implements AutoCloseable {
         Free(closing);
     }
 
+    /** Sets a parameter that is a choice to a constant of an enum in the order of {@link Parameter#choices}. */
+    void choose(String parameter, Enum<?> choice) {
+        open();
+        set(parameter, Objects.requireNonNull(choice, parameter + " must not be null").ordinal());
+    }
+
     /** The handle, for calls that are allowed in every state but one. */
     long open() {
         if (handle == 0) {

@@ -61,7 +61,7 @@ public final class WaterLook extends Look {
      * @param simulation which one
      */
     public void setSimulation(Simulation simulation) {
-        set("simulation", Objects.requireNonNull(simulation, "simulation must not be null").ordinal());
+        choose("simulation", simulation);
     }
 
     /**
