@@ -1,5 +1,8 @@
 #pragma once
 
+#include "looks/BlobsLook.h"
+#include "looks/CometsLook.h"
+#include "looks/SprayLook.h"
 #include "looks/WaterLook.h"
 #include "looks/WavesLook.h"
 
@@ -26,8 +29,9 @@ std::unique_ptr<Look> makeLook() {
 }
 
 inline constexpr LookCase lookCases[] = {
-    {"WaterLook", true, true, makeLook<WaterLook>},
-    {"WavesLook", true, false, makeLook<WavesLook>},
+    {"WaterLook", true, true, makeLook<WaterLook>},    {"WavesLook", true, false, makeLook<WavesLook>},
+    {"BlobsLook", false, true, makeLook<BlobsLook>},   {"SprayLook", false, true, makeLook<SprayLook>},
+    {"CometsLook", false, true, makeLook<CometsLook>},
 };
 
 } // namespace tidalume

@@ -290,6 +290,11 @@ float CometRenderer::getCore2Y() {
     return toPixelY(mCores[1]);
 }
 
+Vector2 CometRenderer::getDrawnCore(int comet, float t) const {
+    const Vector3 point = tidalume::pointOnPath(mCurveCoefficients[comet], static_cast<float>(coreShare) * t);
+    return {toPixelX(point), toPixelY(point)};
+}
+
 void CometRenderer::GLContextDestroyed() {
     tidalume::abandonPrograms(mPrograms);
 }

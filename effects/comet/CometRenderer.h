@@ -1,5 +1,6 @@
 #pragma once
 
+#include "math/Vector2.h"
 #include "math/Vector3.h"
 
 #include <GLES3/gl3.h>
@@ -75,6 +76,11 @@ class CometRenderer {
     float getCore2X();
     float getCore2Y();
     /// @}
+
+    /// The middle of a core where `render` draws it at progress t, in pixels. Known without drawing, from
+    /// `updateControlPoints` on.
+    /// @param comet  0 or 1
+    Vector2 getDrawnCore(int comet, float t) const;
 
     /// Draws new random paths through the last touch. `render` calls it for a launch.
     void updateControlPoints();
