@@ -26,10 +26,10 @@ Effect* fromHandle(jlong handle) {
     return reinterpret_cast<Effect*>(static_cast<uintptr_t>(handle)); // NOLINT(performance-no-int-to-ptr): see above
 }
 
-/// A handle to a new effect; 0 when there is no memory for it.
-template <typename Effect>
+/// A handle to a new effect, or to the base that its natives share; 0 when there is no memory for it.
+template <typename Effect, typename Base = Effect>
 jlong allocate() {
-    return toHandle(new (std::nothrow) Effect());
+    return toHandle(static_cast<Base*>(new (std::nothrow) Effect()));
 }
 
 template <typename Effect>

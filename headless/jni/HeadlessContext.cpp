@@ -54,6 +54,15 @@ jfloatArray toJava(JNIEnv* env, const PixelArray& pixels) {
     return array;
 }
 
+// Empty where Java has no memory for the characters; its exception is pending then.
+std::string toString(JNIEnv* env, jstring text) {
+    const char* utf8 = env->GetStringUTFChars(text, nullptr);
+    if (utf8 == nullptr) return {};
+    const std::string copy = utf8;
+    env->ReleaseStringUTFChars(text, utf8);
+    return copy;
+}
+
 } // namespace
 
 TIDALUME_HEADLESS_JNI(jlong, nativeCreate)(JNIEnv* env, jclass, jint width, jint height) {
@@ -62,6 +71,26 @@ TIDALUME_HEADLESS_JNI(jlong, nativeCreate)(JNIEnv* env, jclass, jint width, jint
 
 TIDALUME_HEADLESS_JNI(void, nativeRecreate)(JNIEnv* env, jclass, jlong handle) {
     guarded(env, [=] { contextOf(handle)->recreate(); });
+}
+
+TIDALUME_HEADLESS_JNI(void, nativeResize)(JNIEnv* env, jclass, jlong handle, jint width, jint height) {
+    guarded(env, [=] { contextOf(handle)->resize(width, height); });
+}
+
+TIDALUME_HEADLESS_JNI(jbyteArray, nativeReadPicture)(JNIEnv* env, jclass, jstring file, jintArray size) {
+    const std::string path = toString(env, file);
+    if (env->ExceptionCheck()) return nullptr;
+    return guarded(env, "java/io/IOException", [=]() -> jbyteArray {
+        const Picture picture = readPicture(path);
+        const jint extent[] = {picture.width, picture.height};
+        env->SetIntArrayRegion(size, 0, 2, extent);
+        if (env->ExceptionCheck()) return nullptr;
+        const auto length = static_cast<jsize>(picture.rgba.size());
+        const jbyteArray bytes = env->NewByteArray(length);
+        if (bytes != nullptr)
+            env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(picture.rgba.data()));
+        return bytes;
+    });
 }
 
 TIDALUME_HEADLESS_JNI(jstring, nativeDriver)(JNIEnv* env, jclass, jlong handle) {
@@ -107,10 +136,8 @@ TIDALUME_HEADLESS_JNI(jfloatArray, nativeReadFramebuffer)(JNIEnv* env, jclass, j
 }
 
 TIDALUME_HEADLESS_JNI(void, nativeWritePng)(JNIEnv* env, jclass, jlong, jint width, jint height, jstring file) {
-    const char* utf8 = env->GetStringUTFChars(file, nullptr);
-    if (utf8 == nullptr) return;
-    const std::string path = utf8;
-    env->ReleaseStringUTFChars(file, utf8);
+    const std::string path = toString(env, file);
+    if (env->ExceptionCheck()) return;
     guarded(env, "java/io/IOException", [=] { writePng(path, framebufferPicture(width, height)); });
 }
 

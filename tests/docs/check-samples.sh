@@ -11,6 +11,7 @@ fail() { echo "check-samples: $1" >&2; exit 1; }
 
 rm -rf "$work"
 mkdir -p "$work"/{files,commands,fragments,excerpts,repository,project}
+cp "$source/android/sample/src/main/res/drawable-nodpi/pebbles.webp" "$work/files/picture.webp"
 awk -v out="$work" -f "$here/extract-samples.awk" "$source"/README.md "$source"/docs/*.md "$source"/android/*.md
 
 for excerpt in "$work"/excerpts/*; do
@@ -42,9 +43,9 @@ for flags in "" -fvisibility=hidden "-fPIE -pie" "-fno-pie -no-pie"; do
   grep -q 'VectorGraphicRenderer Shader Init' "$work/log" || fail "with \"$flags\" no time is logged"
   [ "$(grep -c '^VectorGraphicRenderer.*dat$' "$work/log")" = 5 ] || fail "with \"$flags\" programs are not saved"
 done
-# Without the drop the water is flat, and the picture another.
+# Without the touch the water is flat, and the picture another.
 cp "$work/files/Water.java" "$work/project/Flat.java"
-sed -i -e 's/class Water/class Flat/' -e '/addDrop/d' "$work/project/Flat.java"
+sed -i -e 's/class Water/class Flat/' -e '/touch/d' "$work/project/Flat.java"
 sed 's/Water.java/Flat.java/' "$work/commands/Java" >"$work/commands/Flat"
 (cd "$work/project" && bash -euo pipefail "$work/commands/Flat")
 if cmp -s "$work/project/water.png" "$work/water-Java.png"; then fail "the README's water does not ripple"; fi

@@ -54,7 +54,7 @@ public final class CallTest {
                 }
             }
         }
-        classes.removeIf(found -> !AutoCloseable.class.isAssignableFrom(found));
+        classes.removeIf(found -> !AutoCloseable.class.isAssignableFrom(found) || found.getName().contains(".looks."));
         return classes;
     }
 

@@ -32,8 +32,8 @@ public final class HeadlessContext implements AutoCloseable {
         System.loadLibrary("tidalume-headless");
     }
 
-    private final int width;
-    private final int height;
+    private int width;
+    private int height;
     private long handle;
 
     private HeadlessContext(int width, int height) {
@@ -60,6 +60,22 @@ public final class HeadlessContext implements AutoCloseable {
     /** Destroys the GL context, as a phone does behind an application's back, and makes a new one current. */
     public void recreate() {
         nativeRecreate(open());
+    }
+
+    /**
+     * Replaces framebuffer 0 by one of another size; GL names, state and viewport stay.
+     *
+     * @param width in pixels, at least 1
+     * @param height in pixels, at least 1
+     * @throws IllegalArgumentException if a size is below 1
+     */
+    public void resize(int width, int height) {
+        final long open = open();
+        checkAtLeastOne("width", width);
+        checkAtLeastOne("height", height);
+        nativeResize(open, width, height);
+        this.width = width;
+        this.height = height;
     }
 
     /**
@@ -111,6 +127,31 @@ public final class HeadlessContext implements AutoCloseable {
     public int createTexture(int internalFormat, int width, int height, byte[] values) {
         checkTexture(internalFormat, width, height, values.length);
         return nativeCreateTextureFromBytes(open(), internalFormat, width, height, values);
+    }
+
+    /**
+     * Makes a texture of a picture, whose top is the first row. Colours stay as they are, not premultiplied.
+     *
+     * @param picture what it shows
+     * @return the texture's name, which {@link #deleteTexture} frees
+     */
+    public int createTexture(Picture picture) {
+        return createTexture(GL_RGBA8, picture.width, picture.height, picture.rgba);
+    }
+
+    /**
+     * Reads a PNG, JPEG or WebP file, which is told by its content, not by its name. JPEG pictures are turned upright
+     * by their EXIF orientation; of an animation the first frame is taken. Needs no context.
+     *
+     * @param file which one
+     * @return the picture
+     * @throws IOException if the file cannot be read, is of another kind, is broken or ends too early, or holds a
+     *     picture of more than 16,384 pixels on a side or 128 megapixels in all; the message has the path and the reason
+     */
+    public static Picture readPicture(Path file) throws IOException {
+        final int[] size = new int[2];
+        final byte[] rgba = nativeReadPicture(file.toString(), size);
+        return new Picture(size[0], size[1], rgba);
     }
 
     /**
@@ -209,6 +250,10 @@ public final class HeadlessContext implements AutoCloseable {
     private static native long nativeCreate(int width, int height);
 
     private static native void nativeRecreate(long handle);
+
+    private static native void nativeResize(long handle, int width, int height);
+
+    private static native byte[] nativeReadPicture(String file, int[] size) throws IOException;
 
     private static native String nativeDriver(long handle);
 

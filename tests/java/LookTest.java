@@ -1,0 +1,154 @@
+package com.vyn.effect.tidalume;
+
+import static org.junit.Assert.*;
+
+import com.vyn.effect.tidalume.headless.*;
+import com.vyn.effect.tidalume.looks.*;
+import java.io.*;
+import java.lang.reflect.*;
+import java.nio.file.*;
+import java.util.*;
+import java.util.stream.*;
+import org.junit.*;
+import org.junit.function.ThrowingRunnable;
+import org.junit.rules.TemporaryFolder;
+
+/** Looks from Java: what they say about themselves, what they refuse, and from a touch to pixels. */
+public final class LookTest {
+    private static final int WIDTH = 61;
+    private static final int HEIGHT = 97;
+
+    @Rule
+    public final TemporaryFolder folder = new TemporaryFolder();
+    private final HeadlessContext context = HeadlessContext.create(1, 1);
+    private final List<Look> looks = List.of(new WaterLook(), new WavesLook());
+
+    @After
+    public void closeContext() {
+        looks.forEach(Look::close);
+        context.close();
+    }
+
+    private static void assertRefused(Class<? extends Throwable> type, String message, ThrowingRunnable call) {
+        final Throwable refused = assertThrows(message, type, () -> {
+            try {
+                call.run();
+            } catch (InvocationTargetException exception) {
+                throw exception.getCause();
+            }
+        });
+        assertTrue(refused.toString(), refused.getMessage().matches(message));
+    }
+
+    private float[] draw(Look look, int frame) {
+        context.clear(0, 0, 0, 0);
+        look.draw(frame / 60.0);
+        return context.readFramebuffer();
+    }
+
+    @Test
+    public void touchesShowInEveryContext() {
+        context.resize(WIDTH, HEIGHT);
+        for (Look look : looks) {
+            look.setSize(WIDTH, HEIGHT);
+            for (int loss = 0; loss < 2; loss++) {
+                assertRefused(IllegalStateException.class, "\\w+ needs contextCreated .*", () -> look.draw(0));
+                look.contextCreated();
+                look.touch(9, WIDTH / 2f, HEIGHT / 2f, TouchPhase.DOWN);
+                look.touch(9, WIDTH / 2f, HEIGHT / 3f, TouchPhase.CANCEL);
+                final float[] touched = draw(look, 0);
+                assertTrue(look.isMoving());
+                assertFalse(look + " stands still", Arrays.equals(touched, draw(look, 4)));
+                context.recreate();
+                look.contextLost();
+            }
+        }
+        context.close();
+        for (Look look : looks) {
+            assertRefused(IllegalStateException.class, "\\w+ needs a GL context .*", look::contextCreated);
+            assertRefused(IllegalStateException.class, "\\w+ needs a GL context .*", () -> look.draw(0));
+        }
+    }
+
+    @Test
+    public void picturesComeFromFilesAndAreUpright() throws Exception {
+        context.resize(2, 2);
+        context.clear(1, 0, 0, 1);
+        final Path file = folder.getRoot().toPath().resolve("red.png");
+        context.writePng(file);
+        final Picture picture = HeadlessContext.readPicture(file);
+        assertEquals(2, picture.width);
+        picture.rgba[8] = picture.rgba[12] = 0; // the lower row
+        for (Look look : looks.subList(0, 2)) {
+            look.contextCreated();
+            look.setSize(2, 2);
+            final int texture = context.createTexture(picture);
+            for (PictureTop top : PictureTop.values()) {
+                look.getClass().getMethod("setPicture", int.class, int.class, int.class, PictureTop.class)
+                        .invoke(look, texture, 2, 2, top);
+                final int above = top == PictureTop.FIRST_ROW ? 1 : 0;
+                final float[] pixels = draw(look, 0);
+                assertArrayEquals(new float[] {1 - above, above}, new float[] {pixels[0], pixels[8]}, 0.2f);
+            }
+        }
+        assertRefused(IOException.class, "/absent.png: there is no such file",
+                () -> HeadlessContext.readPicture(Path.of("/absent.png")));
+    }
+
+    @Test
+    public void settersAndPresetsAreThoseOfTheTables() throws Exception {
+        for (Look look : looks) {
+            final Map<String, Method> setters = Arrays.stream(look.getClass().getDeclaredMethods())
+                    .filter(method -> Modifier.isPublic(method.getModifiers()) && method.getParameterCount() == 1)
+                    .collect(Collectors.toMap(method -> method.getName().toLowerCase(Locale.ROOT), method -> method));
+            for (com.vyn.effect.tidalume.looks.Parameter parameter : look.parameters().values()) {
+                final Method setter = setters.remove("set" + parameter.name.toLowerCase(Locale.ROOT));
+                final Object[] choices = setter.getParameterTypes()[0].getEnumConstants();
+                assertEquals(parameter.choices, Arrays.stream(choices == null ? new Object[0] : choices)
+                        .map(choice -> choice.toString().toLowerCase(Locale.ROOT)).collect(Collectors.toList()));
+                for (float value : new float[] {parameter.minimum, parameter.maximum}) {
+                    setter.invoke(look, choices == null ? value : choices[(int) value]);
+                    assertEquals(value, look.get(parameter.name), 0);
+                }
+                final float notWhole = parameter.choices.isEmpty() ? Float.NaN : 0.5f;
+                for (float bad : new float[] {notWhole, parameter.minimum - 0.001f, parameter.maximum + 0.001f}) {
+                    assertRefused(IllegalArgumentException.class, parameter.name + " must be .*" + parameter.unit
+                            + ", is " + bad, () -> look.set(parameter.name, bad));
+                }
+                assertEquals(parameter.maximum, look.get(parameter.name), 0);
+            }
+            assertEquals("setters of nothing", Set.of(), setters.keySet());
+
+            final Set<Object> presets = new HashSet<>();
+            for (Field constant : look.getClass().getDeclaredFields()) {
+                presets.add(constant.get(null));
+            }
+            assertEquals(presets, look.presets().keySet());
+            for (Preset preset : look.presets().values()) {
+                look.usePreset(preset.name);
+                look.parameters().forEach((name, parameter) -> assertEquals(
+                        preset.settings.getOrDefault(name, parameter.initial), look.get(name), 0));
+            }
+            assertRefused(IllegalArgumentException.class, "preset must be one of .*", () -> look.usePreset("x"));
+        }
+    }
+
+    @Test
+    public void nullsAndClosedLooksAreRefused() {
+        for (Look look : looks) {
+            for (boolean isClosed : new boolean[] {false, true}) {
+                for (Method method : look.getClass().getMethods()) {
+                    final Object[] arguments = Arrays.stream(method.getParameterTypes())
+                            .map(type -> type.isPrimitive() ? 1 : null).toArray();
+                    final boolean refusesNull = Arrays.asList(arguments).contains(null);
+                    if (Look.class.isAssignableFrom(method.getDeclaringClass()) && (refusesNull || isClosed)
+                            && !method.getName().matches("close|parameters|presets")) {
+                        assertRefused(isClosed ? IllegalStateException.class : NullPointerException.class,
+                                "\\w+ (is closed|must not be null)", () -> method.invoke(look, arguments));
+                    }
+                }
+                look.close();
+            }
+        }
+    }
+}
