@@ -59,9 +59,9 @@ constexpr Preset presets[] = {
 // One drawing of all balls. The layers of a palette go from the rim to the highlights, with smaller radii, shifted
 // towards the light at the upper left.
 struct Layer {
-    float scale; // of the radius
-    float inset; // taken off the radius, in shorter sides, so that small drops have no highlights
-    float shift; // to the left and up, in radii
+    float scale = 1; // of the radius
+    float inset = 0; // taken off the radius, in shorter sides, so that small drops have no highlights
+    float shift = 0; // to the left and up, in radii
     Color color;
 };
 
