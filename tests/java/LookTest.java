@@ -21,7 +21,8 @@ public final class LookTest {
     @Rule
     public final TemporaryFolder folder = new TemporaryFolder();
     private final HeadlessContext context = HeadlessContext.create(1, 1);
-    private final List<Look> looks = List.of(new WaterLook(), new WavesLook());
+    private final List<Look> looks = List.of(
+            new WaterLook(), new WavesLook(), new BlobsLook(), new SprayLook(), new CometsLook());
 
     @After
     public void closeContext() {
@@ -54,8 +55,8 @@ public final class LookTest {
             for (int loss = 0; loss < 2; loss++) {
                 assertRefused(IllegalStateException.class, "\\w+ needs contextCreated .*", () -> look.draw(0));
                 look.contextCreated();
-                look.touch(9, WIDTH / 2f, HEIGHT / 2f, TouchPhase.DOWN);
-                look.touch(9, WIDTH / 2f, HEIGHT / 3f, TouchPhase.CANCEL);
+                look.touch(0, WIDTH / 2f, HEIGHT / 2f, TouchPhase.DOWN);
+                look.touch(0, WIDTH / 2f, HEIGHT / 3f, TouchPhase.MOVE);
                 final float[] touched = draw(look, 0);
                 assertTrue(look.isMoving());
                 assertFalse(look + " stands still", Arrays.equals(touched, draw(look, 4)));
@@ -96,6 +97,22 @@ public final class LookTest {
     }
 
     @Test
+    public void ballsLieWhereTheyAreSet() {
+        context.resize(WIDTH, HEIGHT);
+        final BlobsLook blobs = (BlobsLook) looks.get(2);
+        blobs.contextCreated();
+        blobs.setSize(WIDTH, HEIGHT);
+        blobs.setDrops(0);
+        blobs.setPools(0);
+        blobs.setBalls(new float[] {20, 70, 8, 40, 30, 8}, 1);
+        final float[] pixels = draw(blobs, 0);
+        assertEquals(1, pixels[4 * ((HEIGHT - 70) * WIDTH + 20) + 3], 0.02f);
+        assertEquals(0, pixels[4 * ((HEIGHT - 30) * WIDTH + 40) + 3], 0);
+        assertRefused(IllegalArgumentException.class, "count must be 0 to 1, .*",
+                () -> blobs.setBalls(new float[5], 2));
+    }
+
+    @Test
     public void settersAndPresetsAreThoseOfTheTables() throws Exception {
         for (Look look : looks) {
             final Map<String, Method> setters = Arrays.stream(look.getClass().getDeclaredMethods())
@@ -121,7 +138,9 @@ public final class LookTest {
 
             final Set<Object> presets = new HashSet<>();
             for (Field constant : look.getClass().getDeclaredFields()) {
-                presets.add(constant.get(null));
+                if (constant.getType() == String.class) {
+                    presets.add(constant.get(null));
+                }
             }
             assertEquals(presets, look.presets().keySet());
             for (Preset preset : look.presets().values()) {
