@@ -1,6 +1,5 @@
 #include "bench/BallField.h"
 #include "bench/Benchmarks.h"
-#include "bench/Operations.h"
 #include "bench/Particles.h"
 #include "headless/Pixels.h"
 #include "reference/ParticleStep.h"
@@ -69,10 +68,10 @@ bool shadersAgree() {
     constexpr double oneStep = 1.01;
     bool agree = true;
     const std::vector<Picture> before = drawn(Form::Library, nullptr);
-    for (const MeasuredOperation& operation : measuredOperations) {
+    for (const MeasuredOperation& operation : measuredOperations()) {
         if (operation.name == waterFrame) continue;
-        const std::vector<Picture> library = drawn(Form::Library, operation.name);
-        const double difference = largestDifference(library, drawn(Form::Plain, operation.name));
+        const std::vector<Picture> library = drawn(Form::Library, operation.name.c_str());
+        const double difference = largestDifference(library, drawn(Form::Plain, operation.name.c_str()));
         const bool draws = largestDifference(library, before) > oneStep;
         agree = agree && draws && difference <= oneStep;
         std::cout << operation.name << ": " << (draws ? "" : "draws nothing; ") << difference << " steps apart\n";

@@ -1,6 +1,5 @@
 #include "bench/BallField.h"
 #include "bench/Benchmarks.h"
-#include "bench/Operations.h"
 #include "bench/Particles.h"
 #include "effects/comet/CometRenderer.h"
 #include "reference/CometMesh.h"
@@ -66,7 +65,7 @@ Action inForm(Screen& screen, Form form, const std::function<void()>& action) {
 Pair againstPlain(Screen& screen, const MeasuredOperation& operation) {
     const std::function<void()> action = screen.operation(operation.name);
     Pair pair = {inForm(screen, Form::Library, action), inForm(screen, Form::Plain, action)};
-    if (operation.hasFloor) pair.floor = inForm(screen, Form::Floor, action);
+    if (operation.measured.hasFloor) pair.floor = inForm(screen, Form::Floor, action);
     return pair;
 }
 
@@ -110,14 +109,15 @@ Pair particleSteps(Run& run, void (*plainStep)(std::vector<Particle>&, float)) {
 
 void addOnScreen(Run& run, int width, int height) {
     const std::string size = std::to_string(width) + "x" + std::to_string(height);
-    for (const MeasuredOperation& operation : measuredOperations) {
-        const std::string name = operation.name;
+    for (const MeasuredOperation& operation : measuredOperations()) {
+        const std::string& name = operation.name;
         const auto screen = [&run, width, height]() -> Screen& { return run.screen(width, height); };
         if (width > 64) {
-            add(run, {name, size, "plain form", operation.goal}, [=] { return againstPlain(screen(), operation); });
+            add(run, {name, size, "plain form", operation.measured.goal},
+                [=] { return againstPlain(screen(), operation); });
             if (name == "Metaball2DRenderer::addMetaballs, 64 balls")
                 add(run, {name, size, "loop over the balls", 0.25}, [=] { return pointsAgainstLoop(screen()); });
-        } else if (operation.canReplay) {
+        } else if (operation.measured.canReplay) {
             add(run, {name, size, "its GL calls alone", 1.10}, [=] { return againstCalls(screen(), operation); });
         } else {
             add(run, {name, size, "plain form", 1.10}, [=] { return againstPlain(screen(), operation); });

@@ -1,6 +1,5 @@
 #include "bench/Screen.h"
 
-#include "bench/Operations.h"
 #include "headless/Pixels.h"
 #include "reference/Shaders.h"
 #include "testing/Noise.h"
@@ -51,6 +50,15 @@ void fillWithNoise(GLuint texture, const Storage& storage) {
 }
 
 } // namespace
+
+std::vector<MeasuredOperation> measuredOperations() {
+    const Inputs none = {1, 1, 1, 1, 1}; // they are not run, and make nothing where there are textures
+    std::vector<MeasuredOperation> operations = {{waterFrame, {1.0, true}}};
+    for (const EffectCase& effectCase : effectCases())
+        for (const Operation& operation : effectCase.make().operations(none))
+            if (operation.measured) operations.push_back({operation.name, *operation.measured});
+    return operations;
+}
 
 Screen::Screen(int width, int height) : mContext(width, height) {
     const auto makeEffects = [&] {

@@ -12,6 +12,17 @@
 
 namespace tidalume::bench {
 
+/// Eight passes of the water, the normal map and the renderer.
+constexpr char waterFrame[] = "water frame: 8 passes, normals, render";
+
+/// What is measured: such operations of the effects, and the water frame.
+struct MeasuredOperation {
+    std::string name;
+    Measured measured;
+};
+
+std::vector<MeasuredOperation> measuredOperations();
+
 /// Whose shaders the effects draw with: their own or those of reference/.
 enum class Form { Library, Plain, Floor };
 

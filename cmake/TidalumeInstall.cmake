@@ -38,6 +38,9 @@ install(
   DESTINATION ${TIDALUME_PACKAGE_DIR} COMPONENT Tidalume)
 tidalume_install_pkgconfig(Tidalume tidalume)
 tidalume_install_headers(Tidalume ${TIDALUME_PUBLIC_HEADERS})
+# The page that the headers point to, and the one that it points to.
+install(FILES docs/life-cycle.md docs/threads.md
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/tidalume/docs COMPONENT Tidalume)
 
 if(TIDALUME_BUILD_JAVA)
   install_jar(TidalumeJar DESTINATION ${TIDALUME_JAR_DIR} COMPONENT Tidalume)

@@ -90,7 +90,7 @@ void printEGLConfiguration(void* display, void* config) {
         const EGLBoolean read = eglGetConfigAttrib(display, config, attribute.code, &value);
         const EGLint error = eglGetError();
         if (read == EGL_FALSE || error != EGL_SUCCESS) continue;
-        std::printf(" %s: ", attribute.name);
+        std::printf(" %s: ", attribute.name); // kept: stdout
         std::printf("%d (0x%x)", value, static_cast<unsigned int>(value));
     }
     std::putchar('\n');

@@ -1,5 +1,5 @@
 #include "foundation/GlobalProperty.h"
 
-bool GlobalProperty::DEBUG_LOG = false;
-char GlobalProperty::ROOT_DIR[1024] = {};
+bool GlobalProperty::DEBUG_LOG = false;   // kept: debug-log
+char GlobalProperty::ROOT_DIR[1024] = {}; // kept: root-dir
 bool GlobalProperty::BINARY_SHADER = false;

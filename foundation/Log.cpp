@@ -8,7 +8,7 @@ namespace {
 const char* glErrorFormat(GLenum error) {
     switch (error) {
     case GL_INVALID_ENUM:
-        return "after %s() glError (0x%x) GL_INVALID_ENUM\n";
+        return "after %s() glError (0x%x) GL_INVALID_ENUM\n"; // kept: brackets
     case GL_INVALID_VALUE:
         return "after %s() glError (0x%x) GL_INVALID_VALUE\n";
     case GL_INVALID_OPERATION:
@@ -16,7 +16,7 @@ const char* glErrorFormat(GLenum error) {
     case GL_OUT_OF_MEMORY:
         return "after %s() glError (0x%x) GL_OUT_OF_MEMORY\n";
     default:
-        return "after %s() glError (0x%x)\n";
+        return "after %s() glError (0x%x)\n"; // kept: unnamed
     }
 }
 

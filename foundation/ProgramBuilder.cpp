@@ -64,7 +64,7 @@ void* allocateBinary(long length) {
     return std::calloc(length > 0 ? static_cast<size_t>(length) : 1, 1);
 }
 
-char* cachePath(const char* name) {
+char* cachePath(const char* name) { // kept: cache-key
     char* withoutSuffix = appendString(GlobalProperty::ROOT_DIR, name);
     if (!withoutSuffix) return nullptr;
     char* path = appendString(withoutSuffix, ".dat");
@@ -116,7 +116,7 @@ GLuint linkProgram(GLuint vertexShader, GLuint fragmentShader) {
     const GLuint program = glCreateProgram();
     if (program != 0) {
         glAttachShader(program, vertexShader);
-        checkGLError("glAttachShader");
+        checkGLError("glAttachShader"); // kept: bare-labels
         glAttachShader(program, fragmentShader);
         checkGLError("glAttachShader");
         glLinkProgram(program);
@@ -136,6 +136,7 @@ unsigned int loadShader(unsigned int shaderType, const char* source) {
     if (parameter(glGetShaderiv, shader, GL_COMPILE_STATUS) != 0) return shader;
 
     if (char* log = infoLog(glGetShaderiv, glGetShaderInfoLog, shader)) {
+        // kept: shader-number
         __android_log_print(ANDROID_LOG_ERROR, logTag, "Could not compile shader %d:\n%s\n",
                             static_cast<int>(shaderType), log);
         std::free(log);
@@ -169,7 +170,7 @@ unsigned int createProgram(const char* vertexSource, const char* fragmentSource,
     if (!path) return createProgram(vertexSource, fragmentSource);
 
     const CacheLookup cached = loadCachedProgram(path);
-    if (cached.program != 0 || cached.outOfMemory) {
+    if (cached.program != 0 || cached.outOfMemory) { // kept: no-text
         std::free(path);
         return cached.program;
     }
@@ -184,21 +185,21 @@ unsigned int createProgram(const char* vertexSource, const char* fragmentSource,
 
 // kept: save-file
 unsigned int saveProgram(unsigned int program, const char* path, FILE* /*file*/) {
-    auto* ownedPath = const_cast<char*>(path);
+    auto* ownedPath = const_cast<char*>(path); // kept: save-path
     GLenum format = cacheBinaryFormat;
     const GLint length = parameter(glGetProgramiv, program, GL_PROGRAM_BINARY_LENGTH);
     checkGLError("glGetProgramiv");
 
     void* binary = allocateBinary(length);
     if (!binary) {
-        std::free(ownedPath);
+        std::free(ownedPath); // kept: malloc-label
         __android_log_print(ANDROID_LOG_ERROR, logTag, "in createProgram() malloc fail");
         return 0;
     }
     glGetProgramBinary(program, length, nullptr, &format, binary);
     checkGLError("glGetProgramBinary");
 
-    FILE* file = openCacheFile(path, "wb");
+    FILE* file = openCacheFile(path, "wb"); // kept: in-place
     std::free(ownedPath);
     if (!file) {
         // kept: fopen
@@ -217,6 +218,7 @@ char* appendString(const char* first, const char* second) {
     const size_t secondLength = std::strlen(second);
     auto* joined = static_cast<char*>(std::malloc(firstLength + secondLength + 1));
     if (!joined) {
+        // kept: newline
         __android_log_print(ANDROID_LOG_ERROR, logTag, "Null string error in appendString\n");
         return nullptr;
     }

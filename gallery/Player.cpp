@@ -11,12 +11,21 @@ constexpr double headStart = Player::timeStep / 2;
 
 std::unique_ptr<Scene> makeScene(const SceneEntry& entry, std::uint32_t seed) {
     srand48(static_cast<long>(seed));
-    return entry.make();
+    std::unique_ptr<Scene> scene = entry.make();
+    scene->usePreset(entry.preset);
+    return scene;
 }
 
 } // namespace
 
-Player::Player(const SceneEntry& entry, std::uint32_t seed) : mScene(makeScene(entry, seed)), mDue(headStart) {}
+Player::Player(const SceneEntry& entry, std::uint32_t seed)
+    : mScene(makeScene(entry, seed)), mDemonstration(entry.demonstration), mDue(headStart) {}
+
+void Player::setUp(int width, int height, const Picture& background) {
+    mWidth = static_cast<float>(width);
+    mHeight = static_cast<float>(height);
+    mScene->setUp(width, height, background);
+}
 
 void Player::touch(const Touch& touch) {
     if (touch.pointer < 0 || touch.pointer >= pointerCount) return;
@@ -44,10 +53,10 @@ void Player::drawStep() {
 }
 
 void Player::demonstrate() {
-    for (const Touch& touch : mScene->demonstration(mFrame)) {
+    for (const Touch& touch : mDemonstration(mFrame, mWidth, mHeight)) {
         auto& held = mDemonstrated[static_cast<std::size_t>(touch.pointer)];
         held = touch;
-        if (touch.action == TouchAction::Up) held.reset();
+        if (touch.phase == TouchPhase::Up) held.reset();
         mScene->touch(touch);
     }
 }
@@ -55,7 +64,7 @@ void Player::demonstrate() {
 void Player::endDemonstration() {
     mDemonstrating = false;
     for (auto& held : mDemonstrated) {
-        if (held) mScene->touch({held->x, held->y, TouchAction::Up, held->pointer});
+        if (held) mScene->touch({held->x, held->y, TouchPhase::Up, held->pointer});
         held.reset();
     }
 }

@@ -26,16 +26,19 @@ class Player {
     Player(const SceneEntry& entry, std::uint32_t seed);
 
     /// As Scene::setUp().
-    void setUp(int width, int height, const Picture& background) { mScene->setUp(width, height, background); }
+    void setUp(int width, int height, const Picture& background);
 
     /// As Scene::contextLost().
     void contextLost() { mScene->contextLost(); }
 
-    /// As Scene::set().
-    void set(std::string_view name, float value) { mScene->set(name, value); }
-
-    /// As Scene::parameters().
-    const std::vector<Parameter>& parameters() const { return mScene->parameters(); }
+    /// What may be set, as those of Scene.
+    /// @{
+    Span<Parameter> parameters() const { return mScene->parameters(); }
+    bool set(const char* parameter, float value) { return mScene->set(parameter, value); }
+    float get(int parameter) const { return mScene->get(parameter); }
+    Span<Preset> presets() const { return mScene->presets(); }
+    bool usePreset(const char* name) { return mScene->usePreset(name); }
+    /// @}
 
     /// Passes a touch on; the first one ends the demonstration. Pointers that are out of range are ignored.
     void touch(const Touch& touch);
@@ -56,6 +59,9 @@ class Player {
     void endDemonstration();
 
     std::unique_ptr<Scene> mScene;
+    Demonstration* mDemonstration;
+    float mWidth = 1;
+    float mHeight = 1;
     bool mDemonstrating = true;
     std::array<std::optional<Touch>, pointerCount> mDemonstrated; // the fingers that the demonstration holds down
     int mFrame = 0;

@@ -1,12 +1,10 @@
 #include "gallery/SceneTable.h"
 
-#include "gallery/scenes/CometScene.h"
-#include "gallery/scenes/MetaballsScene.h"
-#include "gallery/scenes/ParticlesScene.h"
-#include "gallery/scenes/PondScene.h"
+#include "gallery/scenes/LookScene.h"
 #include "gallery/scenes/VectorScene.h"
-#include "gallery/scenes/WaterScene.h"
-#include "gallery/scenes/WavesScene.h"
+#include "looks/BlobsLook.h"
+#include "looks/CometsLook.h"
+#include "looks/SprayLook.h"
 
 namespace tidalume::gallery {
 
@@ -21,23 +19,23 @@ std::unique_ptr<Scene> make() {
 
 const std::vector<SceneEntry>& sceneTable() {
     static const std::vector<SceneEntry> table = {
-        {"water", "Water", "A finger drawn across a brook: rings spread, meet and come back from the edges.", "sand",
-         true, make<WaterScene>},
-        {"waves", "Waves", "Swell rolls over the deep, one sine curve behind the other.", "teal", true,
-         make<WavesScene>},
-        {"pond", "Pond", "Drops fall into a quiet pond, and their rings run on for long.", "sunset", true,
-         make<PondScene>},
+        {"water", "Water", "Drops fall, and a finger is drawn across: rings spread, meet and come back from the edges.",
+         make<LookScene<WaterLook>>, "brook", "sand", demonstrateWater},
+        {"waves", "Waves", "Swell rolls over the deep, one sine curve behind the other.", make<LookScene<WavesLook>>,
+         "swell", "teal", demonstrateNothing},
+        {"pond", "Pond", "Drops fall into a quiet pond, and their rings run on for long.", make<LookScene<WaterLook>>,
+         "calmLake", "sunset", demonstratePond},
         {"metaballs", "Metaballs",
-         "Warm drops rise and sink, merge where they meet and part again; one follows the finger.", "ember", false,
-         make<MetaballsScene>},
+         "Warm drops rise and sink, merge where they meet and part again; one follows the finger.",
+         make<LookScene<BlobsLook>>, "lava", "ember", demonstrateBlobs},
         {"particles", "Particles",
-         "Blobs under the fingers spray drops where they are dragged; drops merge and shrink.", "dusk", false,
-         make<ParticlesScene>},
-        {"comet", "Comets", "Every touch sends two comets through the point; rings open where they have passed.",
-         "night", false, make<CometScene>},
+         "Blobs under the fingers spray drops where they are dragged; drops merge and shrink.",
+         make<LookScene<SprayLook>>, "sunset", "dusk", demonstrateSpray},
+        {"comet", "Comets", "Every touch sends two comets through the point; sparks fall from their glowing heads.",
+         make<LookScene<CometsLook>>, "wish", "night", demonstrateComets},
         {"vector", "Vector graphics",
          "Gradients, discs, lights that add up, a boat in every orientation, and a coast that passes behind a mask.",
-         "teal", true, make<VectorScene>},
+         make<VectorScene>, "poster", "teal", demonstrateVectorGraphics},
     };
     return table;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gallery/Scene.h"
+#include "gallery/Demonstrations.h"
 
 #include <memory>
 #include <vector>
@@ -12,9 +12,10 @@ struct SceneEntry {
     const char* name;     ///< for command lines, file names and links
     const char* title;    ///< for people
     const char* sentence; ///< what there is to see
-    const char* ground;   ///< the name of the ground that it shows where nobody chose one
-    bool showsBackground; ///< whether the background of Scene::setUp() is seen
     std::unique_ptr<Scene> (*make)();
+    const char* preset; ///< that it begins with
+    const char* ground; ///< in the table of grounds: what it shows where nobody has chosen a background
+    Demonstration* demonstration;
 };
 
 /// Every scene, in the order in which galleries show them. Front ends reach scenes through this table alone.

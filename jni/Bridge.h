@@ -48,7 +48,7 @@ class PinnedFloats {
     PinnedFloats(JNIEnv* env, jfloatArray array, const PinnedFloats& before)
         : PinnedFloats(env, before ? array : nullptr) {}
     ~PinnedFloats() {
-        if (mElements) mEnv->ReleaseFloatArrayElements(mArray, mElements, 0);
+        if (mElements) mEnv->ReleaseFloatArrayElements(mArray, mElements, 0); // kept: pin-mode
     }
     PinnedFloats(const PinnedFloats&) = delete;
     PinnedFloats& operator=(const PinnedFloats&) = delete;

@@ -6,6 +6,7 @@
 
 extern "C" {
 
+// kept: run-together
 NATIVE(void, GlobalProperty, setDEBUGLOG)(JNIEnv*, jclass, jboolean enable) {
     GlobalProperty::DEBUG_LOG = enable != 0;
 }

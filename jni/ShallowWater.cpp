@@ -62,4 +62,5 @@ NATIVE(jint, ShallowWater, getTexture)(JNIEnv*, jclass, jlong handle) {
     return static_cast<jint>(fromHandle<ShallowWater>(handle)->getTexture());
 }
 
+// kept: no-native
 } // extern "C"

@@ -59,9 +59,9 @@ constexpr Preset presets[] = {
 // One drawing of all balls. The layers of a palette go from the rim to the highlights, with smaller radii, shifted
 // towards the light at the upper left.
 struct Layer {
-    float scale; // of the radius
-    float inset; // taken off the radius, in shorter sides, so that small drops have no highlights
-    float shift; // to the left and up, in radii
+    float scale = 1; // of the radius
+    float inset = 0; // taken off the radius, in shorter sides, so that small drops have no highlights
+    float shift = 0; // to the left and up, in radii
     Color color;
 };
 
@@ -270,7 +270,7 @@ void Blobs::placeStream(const Stream& stream, const Path& path, int tile, float 
 // Drops have ranks from 0 to 1. Those below the share that is set are shown, the next ones at a smaller size.
 float Blobs::shareShown(int drop, const Path& path) const {
     constexpr float goldenRatio = 0.618034F; // spreads the ranks evenly
-    constexpr float blur = 0.25F;
+    constexpr float blur = 0.1F;
     const float rank = std::fmod(static_cast<float>(drop) * goldenRatio + path.phase, 1.0F);
     return std::clamp((value(BlobsLook::DROPS) * (1 + blur) - rank) / blur, 0.0F, 1.0F);
 }

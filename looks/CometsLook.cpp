@@ -20,8 +20,8 @@ constexpr Parameter parameters[] = {
     {"brightness", "Brightness of the tails", "layers", 1, 6, 3, "Tails are less transparent, in whole layers.", {}},
     {"glow", "Width of the heads' glow", "shorter sides", 0, 0.6F, 0.24F, "Heads shine wider.", {}},
     {"sparks", "Sparks", "a second and head", 0, 120, 60, "More sparks fall from the heads.", {}},
-    {"headHue", "Colour of the heads", "degrees", 0, 360, 41, "From red over green and blue back to red.", {}},
-    {"tailHue", "Colour of the tails", "degrees", 0, 360, 213, "From red over green and blue back to red.", {}},
+    {"headHue", "Colour of the heads", "degrees", 0, 359, 41, "From red over green and blue back to red.", {}},
+    {"tailHue", "Colour of the tails", "degrees", 0, 359, 213, "From red over green and blue back to red.", {}},
     {"meteors", "Meteors", "launches a minute", 0, 120, 24, "More comets come by themselves.", {}},
 };
 
@@ -44,7 +44,7 @@ constexpr float margin = 0.15F; // around the points of meteors, as a share of t
 
 constexpr float headSaturation = 0.45F;
 constexpr float tailSaturation = 0.7F;
-constexpr float warmthWidth = 0.6F; // of the tail that the head colours, in shorter sides
+constexpr float warmthWidth = 0.5F; // of the tail that the head colours, in shorter sides
 
 // Of sparks, in shorter sides and seconds.
 constexpr float sparkLife = 0.9F;
@@ -54,11 +54,11 @@ constexpr float sparkSpeed = 0.1F;
 constexpr float sparkDrag = 0.12F; // share of its comet's velocity
 constexpr float gravity = 0.3F;
 
-struct Color {
+struct Tint {
     float channels[3];
 };
 
-Color fromHue(float degrees, float saturation) {
+Tint fromHue(float degrees, float saturation) {
     const auto channel = [&](float sixths) {
         const float turned = std::fmod(sixths + degrees / 60, 6.0F);
         return 1 - saturation * std::clamp(std::min(turned, 4 - turned), 0.0F, 1.0F);
@@ -85,16 +85,16 @@ Light emberAt(float distance) {
 }
 
 // A square bitmap of light that fades towards its edges, premultiplied.
-void paintLight(ColorTarget& target, int size, Light (*lightAt)(float), const Color& color) {
+void paintLight(ColorTarget& target, int size, Light (*lightAt)(float), const Tint& color) {
     std::vector<std::uint8_t> pixels;
+    const auto toByte = [](float channel) { return static_cast<std::uint8_t>(std::lround(255 * channel)); };
     const auto fromMiddle = [size](int i) { return (2 * static_cast<float>(i) + 1) / static_cast<float>(size) - 1; };
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
-            const auto [alpha, whiteness] = lightAt(std::min(std::hypot(fromMiddle(x), fromMiddle(y)), 1.0F));
+            const Light light = lightAt(std::min(std::hypot(fromMiddle(x), fromMiddle(y)), 1.0F));
             for (const float channel : color.channels)
-                pixels.push_back(
-                    static_cast<std::uint8_t>(std::lround(255 * alpha * (channel + whiteness * (1 - channel)))));
-            pixels.push_back(static_cast<std::uint8_t>(std::lround(255 * alpha)));
+                pixels.push_back(toByte(light.alpha * (channel + light.whiteness * (1 - channel))));
+            pixels.push_back(toByte(light.alpha));
         }
     }
     target.resize(size, size, pixels.data());
@@ -255,7 +255,7 @@ void Comets::fitLights() {
     constexpr int glowSize = 128;
     constexpr int emberSize = 32;
     mLightHue = value(CometsLook::HEAD_HUE);
-    const Color color = fromHue(mLightHue, headSaturation);
+    const Tint color = fromHue(mLightHue, headSaturation);
     paintLight(mGlow, glowSize, glowAt, color);
     paintLight(mEmber, emberSize, emberAt, color);
 }

@@ -67,9 +67,11 @@ void FieldPainter::paint(GLuint field, const FieldScreen& screen, const Colors& 
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, field);
 
-    float vertices[12];
-    setQuad(vertices, -1, 1, 1, -1);
-    drawQuad(mAttribVertices, vertices);
+    float half[12];
+    setQuad(half, -1, 0, 1, -1);
+    drawQuad(mAttribVertices, half);
+    setQuad(half, -1, 1, 1, 0);
+    drawQuad(mAttribVertices, half);
 
     glBindTexture(GL_TEXTURE_2D, 0);
     glUseProgram(0);

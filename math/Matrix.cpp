@@ -30,7 +30,7 @@ void Matrix::mul(Matrix* a, Matrix* b) {
     float product[16];
     for (int r = 0; r < 4; ++r) {
         for (int c = 0; c < 4; ++c) {
-            const float* row = b->m + 4 * r;
+            const float* row = b->m + 4 * r; // kept: mul-order
             const float* column = a->m + c;
             product[4 * r + c] = row[0] * column[0] + row[1] * column[4] + row[2] * column[8] + row[3] * column[12];
         }
@@ -66,7 +66,7 @@ void Matrix::AppendScale(float x, float y, float z) {
 }
 
 void Matrix::RotationY(float degrees) {
-    const float radians = degrees * 0.01745328F;
+    const float radians = degrees * 0.01745328F; // kept: degrees
     const auto c = static_cast<float>(std::cos(static_cast<double>(radians)));
     const auto s = static_cast<float>(std::sin(static_cast<double>(radians)));
     *this = {{
@@ -77,6 +77,7 @@ void Matrix::RotationY(float degrees) {
     }};
 }
 
+// kept: depth-0-1
 void Matrix::PerspectiveFovLH(float fovY, float aspect, float zn, float zf) {
     const float ys = 1.0F / tanf(fovY * 0.5F);
     *this = {{
@@ -114,6 +115,7 @@ void Matrix::OrthoOffCenterLH(float l, float r, float b, float t, float zn, floa
     }};
 }
 
+// kept: ortho-sign
 void Matrix::OrthoOffCenterRH(float l, float r, float b, float t, float zn, float zf) {
     *this = {{
         2.0F / (r - l), 0.0F, 0.0F, (r + l) / (r - l), //

@@ -12,6 +12,7 @@ Vector2 Vector2::operator-(const Vector2& o) const {
     return {x - o.x, y - o.y};
 }
 
+// kept: plus-equals
 Vector2 Vector2::operator+=(const Vector2& o) {
     x += o.x;
     y += o.y;
@@ -22,7 +23,7 @@ Vector2 Vector2::operator*(float s) const {
     return {s * x, s * y};
 }
 Vector2 Vector2::operator/(float s) const {
-    return {x / s, y / s};
+    return {x / s, y / s}; // kept: reciprocal
 }
 
 float Vector2::dot(float* a, float* b) {
@@ -37,7 +38,7 @@ float Vector2::length(float* v) {
 
 void Vector2::normalize(float* out, float* in) {
     const float l = length(in);
-    if (l == 0.0F) return;
+    if (l == 0.0F) return; // kept: zero-vector
     out[0] = in[0] / l;
     out[1] = in[1] / l;
 }

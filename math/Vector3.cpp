@@ -12,6 +12,7 @@ Vector3 Vector3::operator-(const Vector3& o) const {
     return {x - o.x, y - o.y, z - o.z};
 }
 
+// kept: plus-equals
 Vector3 Vector3::operator+=(const Vector3& o) {
     x += o.x;
     y += o.y;
@@ -24,7 +25,7 @@ Vector3 Vector3::operator*(float s) const {
 }
 
 Vector3 Vector3::operator/(float s) const {
-    const float q = 1.0F / s;
+    const float q = 1.0F / s; // kept: reciprocal
     return {q * x, q * y, q * z};
 }
 
@@ -57,7 +58,7 @@ float Vector3::length() {
 
 void Vector3::normalize(float* out, float* in) {
     const float l = length(in);
-    if (l == 0.0F) return;
+    if (l == 0.0F) return; // kept: zero-vector
     const float q = 1.0F / l;
     out[0] = q * in[0];
     out[1] = q * in[1];

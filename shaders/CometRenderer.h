@@ -37,6 +37,7 @@ void main() {
 
 /// The mesh keeps its vertical coordinate in z. The alpha is linear along the tail, so that interpolating it from the
 /// vertices is the same as computing it in every fragment.
+// kept: far-plane, pi
 inline constexpr auto tailVertex = join(prologue, R"(
 uniform float t0;
 layout(location = 0) in vec3 vertices;

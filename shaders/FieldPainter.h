@@ -4,16 +4,21 @@
 
 namespace tidalume::shaders::fieldPainter {
 
-/// `area` is the part of the field that covers the target: left, bottom, right, top in texture coordinates.
+/// `area` is the part of the field that covers the target: left, bottom, right, top in texture coordinates. Colours,
+/// premultiplied, are linear below and above the middle, each of which has to be a quad of its own: in the fragment
+/// stage they would cost more than the rest of it.
 inline constexpr auto vertex = join(prologue, R"(
 uniform vec4 area;
+uniform vec4 bottom;
+uniform vec4 middle;
+uniform vec4 top;
 layout(location = 0) in vec3 vertices;
 out vec2 texcoord;
-out float height;
+out vec4 color;
 
 void main() {
     texcoord = mix(area.xy, area.zw, vertices.xy * 0.5 + 0.5);
-    height = vertices.y;
+    color = mix(middle, vertices.y < 0.0 ? bottom : top, abs(vertices.y));
     gl_Position = vec4(vertices, 1.0);
 }
 )");
@@ -23,17 +28,14 @@ void main() {
 inline constexpr auto fragment = join(prologue, R"(
 uniform sampler2D textureField;
 uniform float cut;
-uniform vec4 bottom;
-uniform vec4 middle;
-uniform vec4 top;
 in vec2 texcoord;
-in float height;
+in vec4 color;
 layout(location = 0) out vec4 outColor;
 
 void main() {
     float field = texture(textureField, texcoord).r;
     float coverage = clamp((field - cut) / max(fwidth(field), 1e-4) + 0.5, 0.0, 1.0);
-    outColor = mix(middle, height < 0.0 ? bottom : top, abs(height)) * coverage;
+    outColor = color * coverage;
 }
 )");
 

@@ -5,6 +5,7 @@
 namespace tidalume::shaders::shallowWater {
 
 /// The names that this effect has for those of `quad`.
+// kept: other-uniforms
 inline constexpr char names[] = R"(
 #define matrixMVP mvpMatrix
 #define vertices quadCoord

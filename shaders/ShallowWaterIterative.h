@@ -27,6 +27,7 @@ inline constexpr auto updateVertex = join(prologue, "#define heights textureWate
 
 /// One step of the wave equation: the velocity follows the curvature and is damped, the height follows the velocity and
 /// loses a trifle more, so that the last ripples come to rest.
+// kept: small-loss
 inline constexpr auto updateFragment = join(prologue, water::neighbours, R"(
 uniform sampler2D textureWater;
 out vec2 outColor;

@@ -10,6 +10,7 @@ inline constexpr auto vertex = texturedQuadVertex;
 /// refractive indices, refract((0, 0, -1), N, eta) = (0, 0, -eta) - c N, where c = sqrt(1 - eta^2 (1 - N.z^2)) - eta
 /// N.z (the root is real for every N.z, since eta < 1). From the height h such a ray reaches the plane z = 0 at -N.xy c
 /// h / (eta + c N.z), whatever the length of N; and exactly at 0 where N.xy or h is 0.
+// kept: swapped-normal, specular-alpha
 inline constexpr auto fragment = join(prologue, R"(
 uniform sampler2D textureNormal;
 uniform sampler2D textureHeight;

@@ -40,8 +40,9 @@ Operations operations(const std::shared_ptr<Metaball2DRenderer>& effect, const S
     constexpr int count = 64;
     const auto balls = std::make_shared<std::vector<float>>(
         scatteredBalls(count, a->inputs.width, a->inputs.height, 0.8F * a->radius));
-    return {{"Metaball2DRenderer::addMetaballs, 64 balls", [=] { effect->addMetaballs(balls->data(), count); }},
-            {"Metaball2DRenderer::render", [=] { effect->render(a->color); }}};
+    return {{"Metaball2DRenderer::addMetaballs, 64 balls", [=] { effect->addMetaballs(balls->data(), count); },
+             Measured{1.0, true}},
+            {"Metaball2DRenderer::render", [=] { effect->render(a->color); }, Measured{1.03}}};
 }
 
 Operations operations(const std::shared_ptr<MetaballRenderer>& effect, const Shared& a) {
@@ -63,17 +64,17 @@ Operations operations(const std::shared_ptr<VectorGraphicRenderer>& effect, cons
     const float height = 0.8F * a->height;
     return {
         {"VectorGraphicRenderer::renderBitmapRectangle",
-         [=] { effect->renderBitmapRectangle(left, top, width, height, a->inputs.picture); }},
+         [=] { effect->renderBitmapRectangle(left, top, width, height, a->inputs.picture); }, Measured{1.03}},
         {"VectorGraphicRenderer::renderAlphaMaskedBitmapRectangle",
-         [=] { effect->renderAlphaMaskedBitmapRectangle(left, top, width, height, picture, picture); }},
+         [=] { effect->renderAlphaMaskedBitmapRectangle(left, top, width, height, picture, picture); }, Measured{1.03}},
         {"VectorGraphicRenderer::renderRadialGradient",
-         [=] { effect->renderRadialGradient(a->center[0], a->center[1], a->radius, a->color, a->height, a->rim); }},
+         [=] { effect->renderRadialGradient(a->center[0], a->center[1], a->radius, a->color, a->height, a->rim); },
+         Measured{0.90, true}},
         {"VectorGraphicRenderer::renderCircle",
-         [=] { effect->renderCircle(a->center[0], a->center[1], a->radius, a->color); }},
+         [=] { effect->renderCircle(a->center[0], a->center[1], a->radius, a->color); }, Measured{1.03}},
         {"VectorGraphicRenderer::renderBitmapCircle",
-         [=] {
-             effect->renderBitmapCircle(a->center[0], a->center[1], 2.0F * a->radius, a->color, a->inputs.picture);
-         }},
+         [=] { effect->renderBitmapCircle(a->center[0], a->center[1], 2.0F * a->radius, a->color, a->inputs.picture); },
+         Measured{1.03}},
     };
 }
 
@@ -83,31 +84,31 @@ Operations operations(const std::shared_ptr<CometRenderer>& effect, const Shared
                  srand48(1);
                  effect->push(0.5F * a->width, 0.45F * a->height, 0);
              }},
-            {"CometRenderer::render", [=] { effect->render(0.95); }}};
+            {"CometRenderer::render", [=] { effect->render(0.95); }, Measured{0.0, false, false}}};
 }
 
 Operations operations(const std::shared_ptr<IntensityMapBuilder>& effect, const Shared& a) {
     return {
-        {"IntensityMapBuilder::addDropLine",
-         [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.1F, 0.0F); }},
+        {"IntensityMapBuilder::addDropLine", [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.1F, 0.0F); },
+         Measured{1.0}},
         {"IntensityMapBuilder::addHorizontalWave",
-         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.1F, a->radius, 2.0F, 0.0F); }},
+         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.1F, a->radius, 2.0F, 0.0F); }, Measured{1.0}},
     };
 }
 
 Operations operations(const std::shared_ptr<NormalMapBuilder>& effect, const Shared& a) {
-    return {{"NormalMapBuilder::build", [=] { effect->build(a->inputs.heights); }}};
+    return {{"NormalMapBuilder::build", [=] { effect->build(a->inputs.heights); }, Measured{1.0, true}}};
 }
 
 Operations operations(const std::shared_ptr<ShallowWaterIterative>& effect, const Shared& a) {
     effect->setIterationCount(1);
     return {
-        {"ShallowWaterIterative::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.01F, 0.9F); }},
+        {"ShallowWaterIterative::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.01F, 0.9F); }, Measured{1.0}},
         {"ShallowWaterIterative::addDropLine",
-         [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.01F, 0.9F); }},
+         [=] { effect->addDropLine(a->center, a->center2, a->radius, 0.01F, 0.9F); }, Measured{1.0}},
         {"ShallowWaterIterative::addHorizontalWave",
-         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.01F, a->radius, 2.0F, 0.9F); }},
-        {"ShallowWaterIterative::update, a pass", [=] { effect->update(); }},
+         [=] { effect->addHorizontalWave(0.5F * a->height, a->radius, 0.01F, a->radius, 2.0F, 0.9F); }, Measured{1.0}},
+        {"ShallowWaterIterative::update, a pass", [=] { effect->update(); }, Measured{1.0, true}},
     };
 }
 
@@ -118,13 +119,15 @@ Operations operations(const std::shared_ptr<ShallowWater>& effect, const Shared&
              float left[2] = {-0.4F, 0.2F};
              float right[2] = {0.4F, -0.2F};
              effect->addDropLine(left, right, 0.3F, 0.1F);
-         }},
-        {"ShallowWater::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.1F); }},
+         },
+         Measured{1.0}},
+        {"ShallowWater::addDrop", [=] { effect->addDrop(a->center, a->radius, 0.1F); }, Measured{1.0}},
         {"ShallowWater::update, a step",
          [=] {
              TestPeer::mTime(*effect) = TestPeer::mNextStepTime(*effect) = 0.0F; // a step is due
              effect->update();
-         }},
+         },
+         Measured{1.0, true}},
     };
 }
 
@@ -145,8 +148,8 @@ Operations operations(const std::shared_ptr<ShallowWaterRenderer>& effect, const
     const auto white = a->inputs.picture == 0 ? whitePicture() : nullptr;
     effect->setTexture(static_cast<int>(white ? *white : a->inputs.picture));
     effect->setSpecular(0.5F, 50.0F);
-    return {
-        {"ShallowWaterRenderer::render", [=, keep = white] { effect->render(a->inputs.heights, a->inputs.normals); }}};
+    return {{"ShallowWaterRenderer::render",
+             [=, keep = white] { effect->render(a->inputs.heights, a->inputs.normals); }, Measured{1.0, true}}};
 }
 
 enum Output { Screen, Target };

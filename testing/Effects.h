@@ -3,6 +3,7 @@
 #include <GLES3/gl3.h>
 
 #include <functional>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -16,10 +17,18 @@ struct Inputs {
     GLuint picture = 0;
 };
 
+/// How the benchmark measures an operation against its plain form in reference/.
+struct Measured {
+    double goal = 0.0;     ///< largest share of the plain form's time; 0: none is set
+    bool hasFloor = false; ///< reference::floors has a form for it
+    bool canReplay = true; ///< its vertices stay where they are after the call
+};
+
 /// A call of an effect that draws, disturbs or builds.
 struct Operation {
     std::string name;
     std::function<void()> run;
+    std::optional<Measured> measured = std::nullopt; ///< nothing: it is not
 };
 
 /// Any effect, as far as its life goes. It is destroyed with its last copy and the last of its operations.

@@ -110,7 +110,7 @@ EMSCRIPTEN_KEEPALIVE void stageSet(int scene, const char* name, float value) {
 
 /// @param action  0 down, 1 move, 2 up
 EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int action, int pointer) {
-    runningScene(scene).player->touch({x, y, static_cast<TouchAction>(action), pointer});
+    runningScene(scene).player->touch({x, y, static_cast<TouchPhase>(action), pointer});
 }
 
 /// Draws the next step of a scene that fills a canvas of width x height pixels.

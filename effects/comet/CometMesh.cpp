@@ -79,7 +79,7 @@ void computeCometTail(const Vector3 (&path)[3], float t, float spread, float wid
         float* vertex = vertices + 3 * row * (CometMesh::columns + 1);
         const auto store = [&](float x, float y) {
             *vertex++ = x;
-            *vertex++ = 0.0F;
+            *vertex++ = 0.0F; // kept: x-0-y
             *vertex++ = y;
         };
 

@@ -42,7 +42,7 @@ struct PathRanges {
     float startHeight;
     float beyond[2];
 };
-constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}};
+constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}}; // kept: start-height
 
 constexpr float nearestStart = 0.75F, farthestStart = 1.5F; ///< to the touch
 constexpr float asideRange[2] = {0.1F, 0.2F};
@@ -53,10 +53,11 @@ constexpr int maxStartAttempts = 10000;
 /// How much wider than at the head a comet's two tails are at the end of a flight, in half screen widths.
 constexpr float tailSpreads[2] = {0.25F, 0.15F};
 
-constexpr double pi = 3.141592;
+constexpr double pi = 3.141592;       // kept: pi
 constexpr double coreOpacity = 0.2;   ///< in the middle of a flight
 constexpr double coreDiameter = 0.04; ///< of the screen's width, at launch
-constexpr double coreShare = 0.9;     ///< of the progress: the core lies at the base of the tail's rounded front
+// kept: three-points
+constexpr double coreShare = 0.9; ///< of the progress: the core lies at the base of the tail's rounded front
 
 enum FillMode { ringMode = 0, discMode = 1 };
 
@@ -70,6 +71,7 @@ struct Rings {
 
 constexpr Rings ringPairs[] = {
     {0.75, 0.75F, 0.5625F, 2.0, 0.3333333333333333},
+    // kept: float-085
     {0.85F, 0.85F, 0.7225F, 2.000000317891489, 0.3529411665708551}, // 0.3 / (1 - 0.85F), 0.3 / 0.85F
 };
 
@@ -125,6 +127,7 @@ void CometRenderer::push(float x, float y, int action) {
 }
 
 float CometRenderer::randomRange(float a, float b) {
+    // kept: random
     return static_cast<float>(a + static_cast<double>(b - a) * static_cast<double>(lrand48()) / 2147483648.0);
 }
 
@@ -185,6 +188,7 @@ void CometRenderer::render(double t) {
     }
     updateMesh(static_cast<float>(t));
 
+    // kept: state-taken, blend-first
     glDisable(GL_DEPTH_TEST);
     glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_BLEND);
@@ -203,7 +207,7 @@ void CometRenderer::render(double t) {
 void CometRenderer::drawTails(float t) {
     glUseProgram(mProgramTailOfComet);
     glVertexAttribPointer(mTailOfCometTexcoords, 2, GL_FLOAT, GL_FALSE, 0, mTexCoords);
-    checkGLError("glVertexAttribPointer");
+    checkGLError("glVertexAttribPointer"); // kept: single-checks, bare-labels
     glEnableVertexAttribArray(mTailOfCometTexcoords);
     checkGLError("glEnableVertexAttribArray");
     glUniform1f(mTailOfCometT0, t);
@@ -234,7 +238,7 @@ void CometRenderer::drawCores(double t) {
 void CometRenderer::drawRings(double t) {
     for (const Rings& rings : ringPairs) {
         if (!(t > rings.start)) continue;
-        glUseProgram(mProgramCoreOfComet);
+        glUseProgram(mProgramCoreOfComet); // kept: rebind
         glUniform1i(mCoreOfCometFillmode, ringMode);
         glUniform1f(mCoreOfCometT0, static_cast<float>(rings.fade * (1.0 - t)));
         glUniform1f(mCoreOfCometRadius, static_cast<float>(mScreenWidth * rings.expansion * (t - rings.start)));

@@ -48,7 +48,7 @@ const tidalume::TargetDescription fieldTarget = {
     {{"glTexImage2D mTexture", "glBindFramebuffer mFBONormal", "glFramebufferTexture2D mFBONormal mTexture"}},
 };
 
-constexpr GLsizei ballStride = Metaball2DRenderer::FLOATS_PER_BALL * sizeof(float);
+constexpr GLsizei ballStride = Metaball2DRenderer::FLOATS_PER_BALL * sizeof(float); // kept: six-floats
 
 /// A length in texels as an int. What is negative or not a number gives -1, what an int cannot hold a length that no
 /// driver allows: no texture is made for either.
@@ -131,7 +131,7 @@ void Metaball2DRenderer::addMetaballs(float* metaballs, unsigned int count) {
     glUniform1f(mUniformMetaballRadiusMultiplyFactor, mRadiusMultiplyFactor);
     glUniform1f(mUniformMetaballQualityMultiplyFactor, 1.0F / mQuality);
     glUniformMatrix4fv(mUniformMetaballMatrixMVP, 1, GL_FALSE, mMatrixMetaballMVP.m);
-    glEnableVertexAttribArray(mAttribMetaballs);
+    glEnableVertexAttribArray(mAttribMetaballs); // kept: enable-order
     glVertexAttribPointer(mAttribMetaballs, 4, GL_FLOAT, GL_FALSE, ballStride, metaballs);
     glDrawArrays(GL_POINTS, 0, static_cast<GLsizei>(count));
     glFlush(); // kept: flush
@@ -153,7 +153,7 @@ void Metaball2DRenderer::render(float* color) {
 
     glUseProgram(mProgramDraw);
     glUniform4fv(mUniformDrawColor, 1, color);
-    glUniform1f(mUniformDrawCut, mCut);
+    glUniform1f(mUniformDrawCut, mCut); // kept: no-setter
     glUniformMatrix4fv(mUniformDrawMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform1i(mUniformDrawTexture, 0);
     glActiveTexture(GL_TEXTURE0);

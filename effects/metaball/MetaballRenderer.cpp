@@ -8,7 +8,7 @@ namespace {
 
 enum TouchState { none = -1, pressed = 0, released = 1, emitting = 2 };
 
-constexpr float timeStep = 0.2F;
+constexpr float timeStep = 0.2F; // kept: fixed-step
 /// Cosine of the widest angle between a particle's direction and the drag.
 constexpr double minimumCosine = 0.85;
 /// About one candidate in six is acceptable, so only a direction that is none gets that far.
@@ -16,7 +16,7 @@ constexpr int maximumAttempts = 10000;
 
 /// Uniform in [0, 1]: the largest 31-bit integers round up to 1.
 float randomUniform() {
-    return static_cast<float>(lrand48()) * 0x1p-31F;
+    return static_cast<float>(lrand48()) * 0x1p-31F; // kept: random
 }
 
 bool isDirection(Vector2 v) {
@@ -27,7 +27,7 @@ bool isDirection(Vector2 v) {
 Vector2 randomDirection() {
     const float x = randomUniform();
     const float y = randomUniform();
-    Vector2 v = (Vector2(x, y) - Vector2(0.5F, 0.5F)) * 2.0F;
+    Vector2 v = (Vector2(x, y) - Vector2(0.5F, 0.5F)) * 2.0F; // kept: square
     v.normalize();
     return v;
 }
@@ -75,7 +75,7 @@ void MetaballRenderer::push(float x, float y, int action) {
         mParticleManager.addParticle(blob);
     } else if (action == ACTION_RELEASE) {
         mTouchState = released;
-    } else if (action == ACTION_STREAM) {
+    } else if (action == ACTION_STREAM) { // kept: action-7
         mTouchState = emitting;
     }
 }
@@ -91,14 +91,14 @@ void MetaballRenderer::render(float pressRadius, float alphaFactor) {
     update();
     if (mParticleManager.getParticleNumber() == 0) return;
     addToField(pressRadius);
-    float color[4] = {1.0F, 1.0F, 1.0F, 0.08F * alphaFactor};
+    float color[4] = {1.0F, 1.0F, 1.0F, 0.08F * alphaFactor}; // kept: alpha-factor
     mMetaball2DRenderer->render(color);
 }
 
 void MetaballRenderer::addToField(float pressRadius) {
     if (!mInitialized) return;
     std::vector<Particle>& particles = *mParticleManager.getParticleVector();
-    if (!particles.empty()) particles[0].radius = pressRadius;
+    if (!particles.empty()) particles[0].radius = pressRadius; // kept: press-blob
     float* balls = particles.empty() ? nullptr : &particles[0].position.x;
     mMetaball2DRenderer->addMetaballs(balls, static_cast<unsigned int>(particles.size()));
 }
@@ -115,7 +115,7 @@ void MetaballRenderer::emit() {
     const Vector2 origin((mPressX + mCurrentX) * 0.5F, (mPressY + mCurrentY) * 0.5F);
 
     float budget = mEmitBase + mEmitRange * randomUniform();
-    while (budget >= 1.0F && !isFull()) {
+    while (budget >= 1.0F && !isFull()) { // kept: emit-loop
         emitParticle(origin, direction);
         budget -= 1.0F;
     }

@@ -12,7 +12,7 @@ bool ParticleManager::step(float dt) {
 #pragma GCC unroll 4
     for (Particle& particle : mParticles) {
         particle.age += dt;
-        if (particle.age > matureAge) particle.radius -= shrinkPerStep;
+        if (particle.age > matureAge) particle.radius -= shrinkPerStep; // kept: shrinking
         particle.velocity.x *= damping;
         particle.velocity.y *= damping;
         particle.position.x += particle.velocity.x * dt;

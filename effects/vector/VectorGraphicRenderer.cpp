@@ -99,7 +99,7 @@ void VectorGraphicRenderer::setScreenSize(int width, int height) {
     mHeightF = static_cast<float>(height);
     tidalume::buildOrtho(tidalume::screenCamera(mWidthF, mHeightF), &mMatrixView, &mMatrixMVP);
     tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF);
-    tidalume::setQuad(mRectVertices, 0.0F, 0.0F, 1.0F, 1.0F);
+    tidalume::setQuad(mRectVertices, 0.0F, 0.0F, 1.0F, 1.0F); // kept: unused-quad
 }
 
 void VectorGraphicRenderer::GLContextDestroyed() {
@@ -126,9 +126,10 @@ void VectorGraphicRenderer::setBlendColor(float r, float g, float b, float a) {
 
 void VectorGraphicRenderer::setBlend() {
     glBlendEquation(mBlendEquation);
+    // kept: alpha-squared
     glBlendFuncSeparate(mBlendSrcRGB, mBlendDstRGB, mBlendSrcAlpha, mBlendDstAlpha);
     glBlendColor(mBlendColor[0], mBlendColor[1], mBlendColor[2], mBlendColor[3]);
-    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_DEPTH_TEST); // kept: depth-in-blend
 }
 
 void VectorGraphicRenderer::renderRadialGradient(float x, float y, float begin, float* beginColor, float end,
@@ -164,7 +165,7 @@ void VectorGraphicRenderer::renderBitmapCircle(float x, float y, float diameter,
     glUniform2f(mBitmapCircleSize, mWidthF, mHeightF);
     glUniform1i(mBitmapCircleBitmap, 0);
     bindTexture(GL_TEXTURE0, texture);
-    drawDisc(mBitmapCircleVertices, x, y, diameter);
+    drawDisc(mBitmapCircleVertices, x, y, diameter); // kept: diameter
 
     glBindTexture(GL_TEXTURE_2D, 0);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
@@ -176,7 +177,7 @@ void VectorGraphicRenderer::renderBitmapRectangle(float x, float y, float width,
     glUniformMatrix4fv(mBitmapMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform1i(mBitmapTexture, 0);
     bindTexture(GL_TEXTURE0, texture);
-    drawRectangle(mBitmapVertices, mBitmapTexcoords, x, y, width, height);
+    drawRectangle(mBitmapVertices, mBitmapTexcoords, x, y, width, height); // kept: texture-left
     endDrawing();
 }
 
@@ -202,6 +203,7 @@ void VectorGraphicRenderer::renderAlphaMaskedBitmapRectangle(float x, float y, f
     endDrawing();
 }
 
+// kept: rotation-place
 void VectorGraphicRenderer::renderRotatedAlphaMaskedBitmapRectangle(float x, float y, float width, float height,
                                                                     int texture, int rotation, int mask) {
     rotateTexture(rotation);
@@ -210,7 +212,7 @@ void VectorGraphicRenderer::renderRotatedAlphaMaskedBitmapRectangle(float x, flo
 }
 
 void VectorGraphicRenderer::rotateTexture(int rotation) {
-    if (rotation < 0 || rotation >= static_cast<int>(std::size(rotatedTexcoords))) return;
+    if (rotation < 0 || rotation >= static_cast<int>(std::size(rotatedTexcoords))) return; // kept: rotation-code
     const float(&texcoords)[8] = rotatedTexcoords[rotation];
     std::copy(std::begin(texcoords), std::end(texcoords), mRectTexcoords);
 }
@@ -228,10 +230,11 @@ void VectorGraphicRenderer::endDrawing() {
 }
 
 void VectorGraphicRenderer::drawDisc(GLint vertices, float x, float y, float diameter) {
+    // kept: disc-mapping
     mPointVertex[0] = static_cast<float>((static_cast<double>(x / mWidthF) - 0.5) * 2.0);
     mPointVertex[1] = static_cast<float>((0.5 - static_cast<double>(y / mHeightF)) * 2.0);
     mPointVertex[2] = diameter;
-    glEnableVertexAttribArray(vertices); // kept: disc-array
+    glEnableVertexAttribArray(vertices); // kept: disc-array, enable-order
     glVertexAttribPointer(vertices, 3, GL_FLOAT, GL_FALSE, sizeof(mPointVertex), mPointVertex);
     glDrawArrays(GL_POINTS, 0, 1);
 }

@@ -76,7 +76,7 @@ void IntensityMapBuilder::setScreenSize(int width, int height) {
     mHeightF = static_cast<float>(height);
     tidalume::buildOrtho(tidalume::screenCamera(mWidthF, mHeightF), &mMatrixView, &mMatrixMVP);
     tidalume::createTargets(heightTarget, &mTexture, &mFBONormal, mWidth, mHeight);
-    tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF);
+    tidalume::setQuad(mVertices, 0.0F, 0.0F, mWidthF, mHeightF); // kept: unused-quad
 }
 
 void IntensityMapBuilder::beginShape(GLuint program) {
@@ -97,12 +97,13 @@ void IntensityMapBuilder::addDropLine(float* center, float* center2, float radiu
     if (mFBONormal == 0) return;
     if (!tidalume::isDisturbance(radius, {center[0], center[1], center2[0], center2[1], strength})) return;
 
+    // kept: replace
     tidalume::setQuad(mVertices, std::max(0.0F, std::min(center[0], center2[0]) - radius),
                       std::max(0.0F, std::min(center[1], center2[1]) - radius),
                       std::min(mWidthF, std::max(center[0], center2[0]) + radius),
                       std::min(mHeightF, std::max(center[1], center2[1]) + radius));
 
-    beginShape(mProgramDropLine);
+    beginShape(mProgramDropLine); // kept: state-taken
     glUniformMatrix4fv(mDropLineMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     glUniform2fv(mDropLineCenter, 1, center);
     glUniform2fv(mDropLineCenter2, 1, center2);

@@ -78,7 +78,7 @@ void NormalMapBuilder::build(GLuint texture) {
     glUseProgram(mProgram);
     glUniform1i(mUniformHeightTexture, 0);
     glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, texture);
+    glBindTexture(GL_TEXTURE_2D, texture); // kept: texture-left
     glUniform1f(mUniformHeightMax, mHeightMax);
     glUniformMatrix4fv(mUniformMatrixMVP, 1, GL_FALSE, mMatrixMVP.m);
     tidalume::discardTarget(mProgram);

@@ -22,7 +22,7 @@ const tidalume::TargetDescription waterTargets = {
     3,
     GL_R16F,
     "glGenTextures mTexturesWater",
-    "glGenFramebuffers mFBOsWater[0]",
+    "glGenFramebuffers mFBOsWater[0]", // kept: first-of-all
     {{"glTexImage2D mTexturesWater[0]", "glBindFramebuffer mFBOsWater[0]",
       "glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]"},
      // kept: fbo-water
@@ -56,7 +56,7 @@ tidalume::ProgramTable ShallowWater::programs() {
         {
             {&mProgramDrop,
              "ShallowWaterProgramDrop",
-             "createProgram mProgramDrop",
+             "createProgram mProgramDrop", // kept: no-class
              shaders::vertex,
              shaders::dropFragment,
              {},
@@ -90,7 +90,7 @@ ShallowWater::~ShallowWater() {
 
 void ShallowWater::init() {
     const tidalume::ProgramTable table = programs();
-    tidalume::deletePrograms(table);
+    tidalume::deletePrograms(table); // kept: own-programs
     tidalume::buildPrograms(table);
 }
 
@@ -101,7 +101,7 @@ void ShallowWater::setScreenSize(int width, int height) {
     mWidthF = static_cast<float>(width);
     mHeightF = static_cast<float>(height);
     tidalume::OrthoCamera camera = tidalume::screenCamera(mWidthF, mHeightF);
-    camera.bottom = 0.0F;
+    camera.bottom = 0.0F; // kept: y-up
     camera.top = -mHeightF;
     tidalume::buildOrtho(camera, &mMatrixView, &mMatrixMVP);
     tidalume::createTargets(waterTargets, mTexturesWater, mFBOsWater, mWidth, mHeight);
@@ -168,14 +168,14 @@ void ShallowWater::drawDrop(float* center, float radius, float strength) {
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[mCurrentBufferIndex]);
     glEnable(GL_BLEND);
     glBlendEquation(GL_FUNC_ADD);
-    glBlendFunc(GL_SRC_COLOR, GL_DST_COLOR);
+    glBlendFunc(GL_SRC_COLOR, GL_DST_COLOR); // kept: squares
 
     glUseProgram(mProgramDrop);
     glUniform2fv(uniform(mProgramDrop, "center"), 1, center);
-    glUniform1f(uniform(mProgramDrop, "radius"), radius * 0.5F);
+    glUniform1f(uniform(mProgramDrop, "radius"), radius * 0.5F); // kept: half-radius
     glUniform1f(uniform(mProgramDrop, "strength"), strength);
     glUniformMatrix4fv(uniform(mProgramDrop, "mvpMatrix"), 1, GL_FALSE, mMatrixMVP.m);
-    checkGLError("glUniformMatrix4fv mvpMatrix");
+    checkGLError("glUniformMatrix4fv mvpMatrix"); // kept: single-checks
     drawFullScreenQuad(mProgramDrop);
 
     glFlush(); // kept: flush
@@ -186,6 +186,7 @@ void ShallowWater::drawDrop(float* center, float radius, float strength) {
 void ShallowWater::addDrop(float* center, float radius, float strength) {
     const bool draws = mFBOsWater[0] != 0 && tidalume::isDisturbance(radius, {center[0], center[1], strength});
     if (draws) drawDrop(center, radius, strength);
+    // kept: verbose-drop
     __android_log_print(ANDROID_LOG_VERBOSE, className, "addDrop center[%f,%f] radius[%f] strength[%f]",
                         static_cast<double>(center[0]), static_cast<double>(center[1]), static_cast<double>(radius),
                         static_cast<double>(strength));
@@ -197,12 +198,12 @@ void ShallowWater::addDropLine(float* center, float* center2, float radius, floa
     if (!tidalume::isDisturbance(radius, {center[0], center[1], center2[0], center2[1], strength})) return;
 
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[mCurrentBufferIndex]);
-    glUseProgram(mProgramDropLine);
+    glUseProgram(mProgramDropLine); // kept: state-taken
     glUniform1i(uniform(mProgramDropLine, "textureWater"), 0);
     glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, mTexturesWater[(mCurrentBufferIndex + 2) % 3]);
+    glBindTexture(GL_TEXTURE_2D, mTexturesWater[(mCurrentBufferIndex + 2) % 3]); // kept: step-back, texture-left
     glUniform2fv(uniform(mProgramDropLine, "center"), 1, center);
-    glUniform2fv(uniform(mProgramDropLine, "center2"), 1, center2);
+    glUniform2fv(uniform(mProgramDropLine, "center2"), 1, center2); // kept: two-ends
     glUniform1f(uniform(mProgramDropLine, "radius"), radius * 0.5F);
     glUniform1f(uniform(mProgramDropLine, "strength"), strength);
     glUniformMatrix4fv(uniform(mProgramDropLine, "mvpMatrix"), 1, GL_FALSE, mMatrixMVP.m);
@@ -216,7 +217,7 @@ void ShallowWater::addDropLine(float* center, float* center2, float radius, floa
 }
 
 void ShallowWater::update() {
-    mTime += 0.01F;
+    mTime += 0.01F; // kept: float-clock
     while (mTime >= mNextStepTime) {
         if (mFBOsWater[0] != 0) step();
         // At least the next float: late and at a high rate the sum would not grow, and this loop not end.
@@ -228,7 +229,7 @@ void ShallowWater::step() {
     mCurrentBufferIndex = (mCurrentBufferIndex + 1) % 3;
     const int target = mCurrentBufferIndex;
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[target]);
-    checkGLError("glBindFramebuffer mFBOsWater[mCurrentBufferIndex]");
+    checkGLError("glBindFramebuffer mFBOsWater[mCurrentBufferIndex]"); // kept: expression
     // kept: reattach
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexturesWater[target], 0);
     checkGLError("glFramebufferTexture2D mFBOsWater[mCurrentBufferIndex] mTexturesWater[mCurrentBufferIndex]");

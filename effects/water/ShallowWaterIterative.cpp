@@ -20,7 +20,7 @@ const tidalume::TargetDescription waterTargets = {
     2,
     GL_RG16F,
     nullptr,
-    "glGenFramebuffers mFBOsWater[0]",
+    "glGenFramebuffers mFBOsWater[0]", // kept: first-of-all
     {{"glTexImage2D mTexturesWater[0]", "glBindFramebuffer mFBOsWater[0]",
       "glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]"},
      // kept: fbo-water
@@ -36,7 +36,7 @@ const tidalume::ProgramTable ShallowWaterIterative::mPrograms = {
     {
         {&mProgramDrop,
          "ShallowWaterIterativeProgramDrop",
-         "createProgram mProgramDrop",
+         "createProgram mProgramDrop", // kept: no-class
          shaders::vertex,
          shaders::dropFragment,
          {{&mDropMatrixMVP, "matrixMVP"},
@@ -109,12 +109,12 @@ void ShallowWaterIterative::setIterationCount(int count) {
 }
 
 void ShallowWaterIterative::beginDisturbance(GLuint program) {
-    glViewport(0, 0, mWidth, mHeight);
+    glViewport(0, 0, mWidth, mHeight); // kept: state-taken
     glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[0]);
     glUseProgram(program);
     glUniform1i(glGetUniformLocation(program, samplerName), 0); // kept: lookup
     glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]);
+    glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]); // kept: texture-left
 }
 
 void ShallowWaterIterative::finishDisturbance(GLuint program, GLint attribute) {
@@ -179,12 +179,12 @@ void ShallowWaterIterative::update() {
     glViewport(0, 0, mWidth, mHeight);
     for (int i = 0; i < mIterationCount; ++i) {
         glBindFramebuffer(GL_FRAMEBUFFER, mFBOsWater[0]);
-        checkGLError("glBindFramebuffer mFBOsWater[0]");
+        checkGLError("glBindFramebuffer mFBOsWater[0]"); // kept: single-checks
         // kept: reattach
         glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, mTexturesWater[0], 0);
         checkGLError("glFramebufferTexture2D mFBOsWater[0] mTexturesWater[0]");
 
-        glUseProgram(mProgramUpdate);
+        glUseProgram(mProgramUpdate); // kept: rebind
         glUniform1i(mUpdateTexture, 0);
         glActiveTexture(GL_TEXTURE0);
         glBindTexture(GL_TEXTURE_2D, mTexturesWater[1]);

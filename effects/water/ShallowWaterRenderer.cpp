@@ -57,7 +57,7 @@ void ShallowWaterRenderer::setScreenSize(int width, int height) {
     mHalfWidthF = mWidthF * 0.5F;
     mHalfHeightF = mHeightF * 0.5F;
 
-    Vector3 eye(0.0F, 0.0F, mWidthF);
+    Vector3 eye(0.0F, 0.0F, mWidthF); // kept: perspective
     Vector3 at(0.0F, 0.0F, 0.0F);
     Vector3 up(0.0F, 1.0F, 0.0F);
     mMatrixView.LookAtRH(&eye.x, &at.x, &up.x);
@@ -96,7 +96,7 @@ void ShallowWaterRenderer::setBGFlip(bool flip) {
     mBGFlip = flip ? 1.0F : 0.0F;
 }
 
-void ShallowWaterRenderer::setTexture(int texture) {
+void ShallowWaterRenderer::setTexture(int texture) { // kept: texture-types
     mTextureBG = static_cast<GLuint>(texture);
 }
 
@@ -125,7 +125,7 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
     glUniform1f(mUniformTextureFlip, mBGFlip);
     checkGLError("glUniform1b mBGFlip");
 
-    glUniform1i(mUniformTextureNormal, 0);
+    glUniform1i(mUniformTextureNormal, 0); // kept: height-first
     glUniform1i(mUniformTextureHeight, 1);
     glUniform1i(mUniformTextureBG, 2);
     glActiveTexture(GL_TEXTURE0);
@@ -134,7 +134,7 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
     glBindTexture(GL_TEXTURE_2D, textureHeight);
     glActiveTexture(GL_TEXTURE2);
     glBindTexture(GL_TEXTURE_2D, mTextureBG);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR); // kept: picture-filters
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_MIRRORED_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_MIRRORED_REPEAT);
@@ -154,11 +154,11 @@ void ShallowWaterRenderer::render(GLuint textureHeight, GLuint textureNormal) {
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, 0);
     glUseProgram(0);
-    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    glBindFramebuffer(GL_FRAMEBUFFER, 0); // kept: framebuffer-0
 }
 
 void ShallowWaterRenderer::GLContextDestroyed() {
-    tidalume::abandonPrograms(mPrograms);
+    tidalume::abandonPrograms(mPrograms); // kept: stale-names
 }
 
 ShallowWaterRenderer* createShallowWaterRenderer() {

@@ -38,6 +38,7 @@ Options parseOptions(int argc, char** argv) {
         ->check(numberCheck(1, 36000))
         ->capture_default_str();
     addBackgroundOptions(app, options.background, options.ground);
+    addSettingsOptions(app, options.settings);
     app.add_option("--seed", options.seed, "Where chance begins; the same number gives the same pictures")
         ->type_name("N")
         ->check(numberCheck(0, std::numeric_limits<std::uint32_t>::max()))
@@ -47,8 +48,12 @@ Options parseOptions(int argc, char** argv) {
         ->check(namedCheck("folder"))
         ->capture_default_str();
 
+    app.callback([&] {
+        options.scenes = chosenScenes(names);
+        const std::string why = complaint(options.settings, options.scenes);
+        if (!why.empty()) throw CLI::ValidationError(why);
+    });
     parse(app, argc, argv);
-    options.scenes = chosenScenes(names);
     return options;
 }
 

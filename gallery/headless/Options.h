@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gallery/SceneTable.h"
+#include "gallery/Settings.h"
 
 #include <cstdint>
 #include <string>
@@ -18,6 +18,7 @@ struct Options {
     int frames = 120;
     std::string background; ///< a picture file; empty for none
     std::string ground;     ///< the name of one for every scene; empty for each scene's own
+    Settings settings;
     std::uint32_t seed = 1;
     std::string out = "out/gallery";
 };

@@ -36,9 +36,28 @@ auto about(const std::string& argument, Body body) -> decltype(body()) {
     }
 }
 
+void listScene(const SceneEntry& entry) {
+    std::printf("%-12s %s\n", entry.name, entry.sentence);
+    const Player player(entry, 1);
+    std::printf("  presets:");
+    for (const Preset& preset : player.presets())
+        std::printf(" %s", preset.name);
+    std::printf("\n");
+    for (const Parameter& parameter : player.parameters()) {
+        std::printf("  %-14s %s", parameter.name, parameter.sentence);
+        if (parameter.choices.size == 0) {
+            std::printf(" %g to %g %s, %g at first", static_cast<double>(parameter.minimum),
+                        static_cast<double>(parameter.maximum), parameter.unit, static_cast<double>(parameter.initial));
+        }
+        for (const char* choice : parameter.choices)
+            std::printf(" %s", choice);
+        std::printf("\n");
+    }
+}
+
 void listScenes() {
     for (const SceneEntry& entry : sceneTable())
-        std::printf("%-12s %s\n", entry.name, entry.sentence);
+        listScene(entry);
 }
 
 std::ofstream openIndex(const std::filesystem::path& folder) {
@@ -76,6 +95,7 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& c
     const auto start = std::chrono::steady_clock::now();
     const std::string path = (std::filesystem::path(options.out) / entry.name).string();
     Player player(entry, options.seed);
+    apply(options.settings, player);
     player.setUp(options.width, options.height, backgroundOf(entry, options, chosen));
 
     headless::WebPAnimation animation(options.width, options.height);

@@ -4,6 +4,7 @@
 #include "gallery/Blend.h"
 #include "gallery/PictureTexture.h"
 #include "gallery/Scene.h"
+#include "gallery/scenes/Poster.h"
 
 #include <array>
 
@@ -19,7 +20,11 @@ class VectorScene : public Scene {
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
-    std::vector<Touch> demonstration(int frame) const override;
+    Span<Parameter> parameters() const override;
+    bool set(const char* parameter, float value) override;
+    float get(int parameter) const override { return mValues[parameter]; }
+    Span<Preset> presets() const override;
+    bool usePreset(const char* name) override;
 
   private:
     struct Bubble {
@@ -33,9 +38,6 @@ class VectorScene : public Scene {
         float x, y;
         bool down;
     };
-
-    float x(float posterX) const { return mLeft + mScale * posterX; }
-    float y(float posterY) const { return mTop + mScale * posterY; }
 
     void drawBackdrop();
     void drawWindow();
@@ -53,14 +55,9 @@ class VectorScene : public Scene {
     PictureTexture mMask;
     std::array<Bubble, 14> mBubbles = {};
     std::array<Finger, pointerCount> mFingers = {};
-    float mScale = 1; // pixels per unit of the poster, which is 540 x 960
-    float mLeft = 0;
-    float mTop = 0;
+    Poster mPoster;
     float mTime = 0; // in periods
-    float mSpeed = 1;
-    float mLensDiameter = 120;
-    float mBlend = static_cast<float>(Blend::Add);
-    float mHue = 0;
+    float mValues[4] = {};
 };
 
 } // namespace tidalume::gallery

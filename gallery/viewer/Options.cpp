@@ -50,11 +50,16 @@ ViewerOptions parseViewerOptions(int argc, char** argv) {
         ->check(sizeCheck(options.width, options.height))
         ->capture_default_str();
     addBackgroundOptions(app, options.background, options.ground);
+    addSettingsOptions(app, options.settings);
     app.add_option("--script", options.script, "Play recorded events from a file")
         ->type_name("FILE")
         ->check(namedCheck("file"));
+    app.callback([&] {
+        options.scene = placeOf(scene);
+        const std::string why = complaint(options.settings, {&sceneTable()[options.scene]});
+        if (!why.empty()) throw CLI::ValidationError(why);
+    });
     parse(app, argc, argv);
-    options.scene = placeOf(scene);
     return options;
 }
 

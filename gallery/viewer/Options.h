@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gallery/SceneTable.h"
+#include "gallery/Settings.h"
 
 #include <string>
 
@@ -13,7 +13,8 @@ struct ViewerOptions {
     int height = 960;
     std::string background; ///< a picture file; empty for none
     std::string ground;     ///< the name of one for every scene; empty for each scene's own
-    std::string script;     ///< a file for Script; empty for none
+    Settings settings;
+    std::string script; ///< a file for Script; empty for none
 };
 
 /// Reads the command line. Where it asks for help, or is wrong, prints that and ends the process, with status 0 or 2.

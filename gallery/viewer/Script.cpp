@@ -15,15 +15,15 @@ namespace {
 
 using headless::Error;
 
-std::optional<TouchAction> touchAction(const std::string& verb) {
-    if (verb == "down") return TouchAction::Down;
-    if (verb == "move") return TouchAction::Move;
-    if (verb == "up") return TouchAction::Up;
+std::optional<TouchPhase> touchPhase(const std::string& verb) {
+    if (verb == "down") return TouchPhase::Down;
+    if (verb == "move") return TouchPhase::Move;
+    if (verb == "up") return TouchPhase::Up;
     return std::nullopt;
 }
 
-ScriptTouch parseTouch(TouchAction action, std::istream& words) {
-    ScriptTouch touch = {0, 0, action, std::nullopt};
+ScriptTouch parseTouch(TouchPhase phase, std::istream& words) {
+    ScriptTouch touch = {0, 0, phase, std::nullopt};
     if (!(words >> touch.x >> touch.y)) throw Error("two coordinates are expected");
     int finger = 0;
     if (words >> finger) touch.finger = finger;
@@ -60,8 +60,8 @@ ScriptEvent parseLine(const std::string& line) {
     if (!(words >> event.frame >> verb) || event.frame < 0) {
         throw Error("a line begins with the number of a frame and what happens");
     }
-    if (const auto action = touchAction(verb)) {
-        event.what = parseTouch(*action, words);
+    if (const auto phase = touchPhase(verb)) {
+        event.what = parseTouch(*phase, words);
     } else if (verb == "key") {
         event.what = parseKey(rest(words));
     } else if (verb == "resize") {

@@ -28,7 +28,7 @@ struct Quit {};
 struct ScriptTouch {
     float x = 0; ///< in pixels from the left
     float y = 0; ///< in pixels from the top
-    TouchAction action = TouchAction::Down;
+    TouchPhase phase = TouchPhase::Down;
     std::optional<int> finger;
 };
 

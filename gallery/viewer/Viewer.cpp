@@ -49,7 +49,8 @@ std::string freePath(const std::string& scene) {
 
 Viewer::Viewer(const ViewerOptions& options)
     : mScript(options.script.empty() ? std::vector<ScriptEvent>() : readScript(options.script)),
-      mBackground(readBackground(options.background)), mGround(options.ground), mWindow(options.width, options.height) {
+      mBackground(readBackground(options.background)), mGround(options.ground), mSettings(options.settings),
+      mWindow(options.width, options.height) {
     show(options.scene);
 }
 
@@ -84,18 +85,18 @@ void Viewer::play(const ScriptTouch& touch) {
     const float x = touch.x / static_cast<float>(drawable.x);
     const float y = touch.y / static_cast<float>(drawable.y);
     if (touch.finger) {
-        event.type = touch.action == TouchAction::Down ? SDL_FINGERDOWN
-                     : touch.action == TouchAction::Up ? SDL_FINGERUP
-                                                       : SDL_FINGERMOTION;
+        event.type = touch.phase == TouchPhase::Down ? SDL_FINGERDOWN
+                     : touch.phase == TouchPhase::Up ? SDL_FINGERUP
+                                                     : SDL_FINGERMOTION;
         event.tfinger.fingerId = *touch.finger;
         event.tfinger.x = x;
         event.tfinger.y = y;
-    } else if (touch.action == TouchAction::Move) {
+    } else if (touch.phase == TouchPhase::Move) {
         event.type = SDL_MOUSEMOTION;
         event.motion.x = static_cast<int>(x * static_cast<float>(window.x));
         event.motion.y = static_cast<int>(y * static_cast<float>(window.y));
     } else {
-        event.type = touch.action == TouchAction::Down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
+        event.type = touch.phase == TouchPhase::Down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
         event.button.button = SDL_BUTTON_LEFT;
         event.button.x = static_cast<int>(x * static_cast<float>(window.x));
         event.button.y = static_cast<int>(y * static_cast<float>(window.y));
@@ -125,22 +126,22 @@ void Viewer::handle(const SDL_Event& event) {
         if (event.key.repeat == 0) press(event.key.keysym.sym);
         break;
     case SDL_MOUSEBUTTONDOWN:
-        if (event.button.button == SDL_BUTTON_LEFT) touchByMouse(event.button.x, event.button.y, TouchAction::Down);
+        if (event.button.button == SDL_BUTTON_LEFT) touchByMouse(event.button.x, event.button.y, TouchPhase::Down);
         break;
     case SDL_MOUSEMOTION:
-        touchByMouse(event.motion.x, event.motion.y, TouchAction::Move);
+        touchByMouse(event.motion.x, event.motion.y, TouchPhase::Move);
         break;
     case SDL_MOUSEBUTTONUP:
-        if (event.button.button == SDL_BUTTON_LEFT) touchByMouse(event.button.x, event.button.y, TouchAction::Up);
+        if (event.button.button == SDL_BUTTON_LEFT) touchByMouse(event.button.x, event.button.y, TouchPhase::Up);
         break;
     case SDL_FINGERDOWN:
-        touch(event.tfinger.fingerId, TouchAction::Down, fingerX, fingerY);
+        touch(event.tfinger.fingerId, TouchPhase::Down, fingerX, fingerY);
         break;
     case SDL_FINGERMOTION:
-        touch(event.tfinger.fingerId, TouchAction::Move, fingerX, fingerY);
+        touch(event.tfinger.fingerId, TouchPhase::Move, fingerX, fingerY);
         break;
     case SDL_FINGERUP:
-        touch(event.tfinger.fingerId, TouchAction::Up, fingerX, fingerY);
+        touch(event.tfinger.fingerId, TouchPhase::Up, fingerX, fingerY);
         break;
     default:
         break;
@@ -187,27 +188,28 @@ void Viewer::press(SDL_Keycode key) {
     }
 }
 
-void Viewer::touch(SDL_FingerID id, TouchAction action, float x, float y) {
+void Viewer::touch(SDL_FingerID id, TouchPhase phase, float x, float y) {
     const std::optional<SDL_FingerID> none;
     auto slot = std::find(mPointers.begin(), mPointers.end(), id);
-    if (slot == mPointers.end() && action == TouchAction::Down)
+    if (slot == mPointers.end() && phase == TouchPhase::Down)
         slot = std::find(mPointers.begin(), mPointers.end(), none);
     if (slot == mPointers.end()) return;
     *slot = id;
-    if (action == TouchAction::Up) slot->reset();
-    mPlayer->touch({x, y, action, static_cast<int>(slot - mPointers.begin())});
+    if (phase == TouchPhase::Up) slot->reset();
+    mPlayer->touch({x, y, phase, static_cast<int>(slot - mPointers.begin())});
 }
 
-void Viewer::touchByMouse(int x, int y, TouchAction action) {
+void Viewer::touchByMouse(int x, int y, TouchPhase phase) {
     const SDL_Point drawable = mWindow.drawableSize();
     const SDL_Point window = mWindow.windowSize();
-    touch(mouse, action, static_cast<float>(x) * static_cast<float>(drawable.x) / static_cast<float>(window.x),
+    touch(mouse, phase, static_cast<float>(x) * static_cast<float>(drawable.x) / static_cast<float>(window.x),
           static_cast<float>(y) * static_cast<float>(drawable.y) / static_cast<float>(window.y));
 }
 
 void Viewer::show(std::size_t scene) {
     mScene = scene;
     mPlayer = std::make_unique<Player>(sceneTable()[scene], mSeed);
+    apply(mSettings, *mPlayer);
     mSize = {};
     mPointers = {};
     mPausedPicture = {};

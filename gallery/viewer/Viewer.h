@@ -29,8 +29,8 @@ class Viewer {
 
     void handle(const SDL_Event& event);
     void press(SDL_Keycode key);
-    void touch(SDL_FingerID id, TouchAction action, float x, float y);
-    void touchByMouse(int x, int y, TouchAction action);
+    void touch(SDL_FingerID id, TouchPhase phase, float x, float y);
+    void touchByMouse(int x, int y, TouchPhase phase);
 
     void show(std::size_t scene);
     void fitWindow();
@@ -43,6 +43,7 @@ class Viewer {
     std::vector<ScriptEvent> mScript;
     Picture mBackground; // empty for none
     std::string mGround; // empty for each scene's own
+    Settings mSettings;
     Window mWindow;
     std::size_t mScene = 0;
     std::uint32_t mSeed = 1;

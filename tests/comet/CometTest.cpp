@@ -1,54 +1,36 @@
 #include "effects/comet/CometPath.h"
 #include "effects/comet/CometRenderer.h"
 #include "headless/Pixels.h"
+#include "reference/CometLaunch.h"
 #include "reference/CometMesh.h"
 #include "testing/TestPeer.h"
 #include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
 
 #include <cfloat>
-#include <cstdlib>
 #include <iterator>
 #include <random>
 
 namespace {
 
+namespace plain = tidalume::reference::plain;
+
 class CometTest : public CallsTest {
   protected:
     CometTest() { comets.init(); }
 
-    static float range(float a, float b) { return a + static_cast<double>(b - a) * lrand48() / 2147483648.0; }
-
-    /// The path that a launch draws from the random stream, written down independently of the renderer.
-    void replay(int comet, const Vector3& touch) {
-        Vector3 start;
-        bool rejected = true;
-        for (int attempt = 0; rejected && attempt < 10000; ++attempt) {
-            const long side = lrand48() % 4;
-            const float w = range(-1.0F, 1.0F);
-            const float beyond = comet == 0 ? 1.1F : 0.7F;
-            const Vector3 starts[] = {{-1.0F, w, 0.0F}, {1.0F, w, 0.0F}, {w, -beyond, 0.0F}, {w, beyond, 0.0F}};
-            start = starts[side];
-            const float distance = (touch - start).length();
-            rejected =
-                distance < 0.75F || distance > 1.5F || (comet == 1 && paths[0].controlPoints[0].y * start.y > 0.0F);
-        }
-        beyond[comet] = comet == 0 ? range(0.4F, 0.5F) : range(0.7F, 0.8F);
-        const bool isRight = lrand48() % 2 == 1;
-        aside[comet] = range(0.1F, 0.2F) * (isRight ? -1.0F : 1.0F);
-        paths[comet] = tidalume::cometPath(start, touch, beyond[comet], aside[comet]);
-    }
-
-    /// Launches towards the last touch and replays from the same state of the random stream.
-    void expectReplayed(long seed, const Vector3& touch) {
+    /// Launches towards the last touch, and again in plain form from the same state of the random stream.
+    void expectLaunch(long seed, const Vector3& touch) {
         srand48(seed);
         comets.updateControlPoints();
         const long next = lrand48();
         srand48(seed);
-        replay(0, touch);
-        replay(1, touch);
+        launches[0] = plain::drawLaunch(touch, nullptr);
+        launches[1] = plain::drawLaunch(touch, &launches[0]);
         EXPECT_EQ(next, lrand48()) << "as many draws";
         for (const int comet : {0, 1}) {
+            const auto& [start, beyond, aside] = launches[comet];
+            paths[comet] = tidalume::cometPath(start, touch, beyond, aside);
             expectSame(&TestPeer::mControlPoints(comets)[comet][0].x, &paths[comet].controlPoints[0].x, 9);
         }
     }
@@ -67,20 +49,20 @@ class CometTest : public CallsTest {
         const std::string cores =
             "; glUseProgram mProgramCoreOfComet; t0 = " + coresT0 + "; [glUniform1f mCoreOfCometT0]; fillMode = 1;" +
             "[glUniform1f mCoreOfCometFillmode]; radius = " + coresRadius + "; [glUniform1f mCoreOfCometRadius]; ";
-        expectCalls([&] { comets.render(std::stod(t)); },
-                    beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
+        EXPECT_CALLS(comets.render(std::stod(t)),
+                     beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
     }
 
     const std::string drawPoints = R"(; glVertexAttribPointer vertices 2 FLOAT 0 8
         glEnableVertexAttribArray vertices; glDrawArrays POINTS 0 2; )";
     CometRenderer comets;
+    plain::CometLaunch launches[2];
     tidalume::CometPath paths[2];
-    float beyond[2], aside[2]; ///< where they end
 };
 
 /// Paths, meshes and heads, on screens of any size. A flight goes on in a new context.
 TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
-    expectReplayed(0, {FLT_MAX, FLT_MAX, 0.0F}); // never touched: the last of each comet's 10,000 candidates is kept
+    expectLaunch(0, {FLT_MAX, FLT_MAX, 0.0F}); // never touched: the last of each comet's 10,000 candidates is kept
     std::mt19937 random(1);
     for (int seed = 0; seed < 300 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
@@ -90,7 +72,7 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
         const float y = random() % 1000 * 0.001F * height;
         comets.setScreenSize(width, height);
         comets.push(x, y, 1);
-        expectReplayed(seed, Vector3(2.0 * (x / width - 0.5), 2.0 * (0.5 - y / height), 0.0F));
+        expectLaunch(seed, Vector3(2.0 * (x / width - 0.5), 2.0 * (0.5 - y / height), 0.0F));
         const auto& launched = TestPeer::mControlPoints(comets);
         if (seed % 100 == 0) {
             comets.GLContextDestroyed();
@@ -102,12 +84,13 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
         const float heads[2][2] = {{comets.getCore1X(), comets.getCore1Y()}, {comets.getCore2X(), comets.getCore2Y()}};
         for (int comet = 0; comet < 2; ++comet) {
             const auto& [start, touch, end] = launched[comet];
+            const auto& [from, beyond, aside] = launches[comet];
             const auto& path = paths[comet].coefficients;
             const Vector3 way = touch - start, behind = end - touch;
             const float length = Vector3(way).length();
-            EXPECT_NEAR((behind.x * way.x + behind.y * way.y) / length, beyond[comet] * length, 1e-6);
-            EXPECT_NEAR((behind.y * way.x - behind.x * way.y) / length, aside[comet], 1e-6);
-            for (const auto& [s, passed] : {std::pair(0.0F, start), {1 / (1 + beyond[comet]), touch}, {1.0F, end}})
+            EXPECT_NEAR((behind.x * way.x + behind.y * way.y) / length, beyond * length, 1e-6);
+            EXPECT_NEAR((behind.y * way.x - behind.x * way.y) / length, aside, 1e-6);
+            for (const auto& [s, passed] : {std::pair(0.0F, start), {1 / (1 + beyond), touch}, {1.0F, end}})
                 EXPECT_LE((tidalume::pointOnPath(path, s) - passed).length(), 2e-6) << s;
 
             const Vector3 head = tidalume::pointOnPath(path, t, t * t);
@@ -115,7 +98,7 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
             EXPECT_EQ(heads[comet][1], static_cast<float>((1.0 - (0.5 + head.y * 0.5)) * height));
             for (const int mesh : {2 * comet, 2 * comet + 1}) {
                 float expected[3 * 303];
-                tidalume::reference::plain::computeTailMesh(path, width, height, t, mesh % 2 ? 0.15F : 0.25F, expected);
+                plain::computeTailMesh(path, width, height, t, mesh % 2 ? 0.15F : 0.25F, expected);
                 expectSame(comets.getVertices(mesh), expected, std::size(expected));
             }
         }
@@ -136,9 +119,9 @@ TEST_F(CometTest, MeshTopology) {
 }
 
 TEST_F(CometTest, Frame) {
-    expectCalls([&] { comets.setScreenSize(1080, 1920); }, "");
-    expectCalls([&] { comets.render(0.5); }, ""); // before the first push
-    expectCalls([&] { comets.push(500.0F, 900.0F, 0); }, "");
+    EXPECT_CALLS(comets.setScreenSize(1080, 1920), "");
+    EXPECT_CALLS(comets.render(0.5), ""); // before the first push
+    EXPECT_CALLS(comets.push(500.0F, 900.0F, 0), "");
     const std::string ring = "glUseProgram mProgramCoreOfComet; fillMode = 0; t0 = ";
     expectFrame("0.1", "0.0618034", "43.0634", "");
     const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
@@ -148,7 +131,7 @@ TEST_F(CometTest, Frame) {
                 ring + "0.2; radius = 54" + drawPoints + ring + "0.2; radius = 19.0588" + drawPoints);
     EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
-    expectCalls([&] { comets.render(0.5); }, ""); // hidden
+    EXPECT_CALLS(comets.render(0.5), ""); // hidden
     comets.push(500.0F, 900.0F, 0);
     comets.render(0.5);
     EXPECT_NE(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched again";
@@ -162,10 +145,10 @@ TEST_F(CometTest, DrawsCoresAndRingsWithoutTheTailsProgram) {
     log.take();
     comets.setScreenSize(width, height);
     comets.push(48, 30, CometRenderer::ACTION_LAUNCH);
-    expectCalls([&] { comets.render(0.8); }, R"(glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
+    EXPECT_CALLS(comets.render(0.8), R"(glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
         glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawElements TRIANGLES 1200 UNSIGNED_SHORT
         glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; glDrawArrays POINTS 0 2; glDrawArrays POINTS 0 2)",
-                "glDraw");
+                 "glDraw");
     log.take();
     const std::vector<float> pixels = tidalume::headless::readFramebuffer(width, height).rgba;
     EXPECT_THAT(pixels, testing::Contains(testing::Gt(0.3F))) << "a ring";
@@ -178,7 +161,7 @@ TEST_F(CometTest, ShowsNothingWithoutOneOfItsArrays) {
         failingMalloc(refused);
         incomplete.init();
         EXPECT_TRUE(failingMalloc(-1)) << refused;
-        expectCalls([&] { incomplete.render(0.5); }, "");
+        EXPECT_CALLS(incomplete.render(0.5), "");
         incomplete.updateMesh(0.5F); // writes nowhere
     }
 }

@@ -55,6 +55,10 @@ find "$HOME/tidalume/include/tidalume" -name '*.h' | while IFS= read -r header; 
     fail "an installed header needs what is not installed: $header"
 done
 
+grep -rhoE 'docs/[a-z-]+\.md' "$HOME/tidalume/include/tidalume" | sort -u | while IFS= read -r page; do
+  [ -e "$HOME/tidalume/share/tidalume/$page" ] || fail "an installed header points to what is not installed: $page"
+done
+
 calls=
 methods=
 for fragment in "$work"/fragments/*; do

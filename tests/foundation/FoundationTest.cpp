@@ -134,15 +134,14 @@ TEST_F(FoundationTest, CallsTheDriverInOrder) {
         glLinkProgram; glDeleteShader; glDeleteShader; glGetProgramiv 0x8b82; )";
     const std::string save = "glGetProgramiv 0x8741; [glGetProgramiv]; glGetProgramBinary; [glGetProgramBinary]; ";
     const auto buildWithoutName = [] { glDeleteProgram(createProgram(vertexSource, fragmentSource, nullptr)); };
-    expectCalls(buildWithoutName, textBuild + "glDeleteProgram program 1");
-    expectCalls([&] { build(); }, textBuild + save + "glDeleteProgram program 2");
+    EXPECT_CALLS(buildWithoutName(), textBuild + "glDeleteProgram program 1");
+    EXPECT_CALLS(build(), textBuild + save + "glDeleteProgram program 2");
     const std::string size = std::to_string(std::filesystem::file_size("Program.dat"));
     const std::string load =
         "glCreateProgram; glProgramBinary 0x8740 " + size + "; [glProgramBinary]; glGetProgramiv 0x8b82; ";
-    expectCalls([&] { build(); },
-                load + "glDeleteProgram program 3; " + textBuild + save + "glDeleteProgram program 4");
+    EXPECT_CALLS(build(), load + "glDeleteProgram program 3; " + textBuild + save + "glDeleteProgram program 4");
     glRecorder().faults.acceptsProgramBinaries = true;
-    expectCalls([&] { build(); }, load + "glDeleteProgram program 5");
+    EXPECT_CALLS(build(), load + "glDeleteProgram program 5");
 }
 
 /// Whatever stands in the file's place, and whichever allocation fails, nothing is lost but the cache.

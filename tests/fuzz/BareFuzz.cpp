@@ -1,15 +1,8 @@
-// A hostile caller on a GL that costs next to nothing: objects of all classes and calls of their functions, in any
+// A hostile caller on a GL that costs next to nothing: objects of all classes and calls of all their functions, in any
 // order and with odd arguments, on contexts that are lost now and then. Reads beyond arrays and leaked memory are the
 // sanitizers' to see.
 
-#include "effects/comet/CometRenderer.h"
-#include "effects/metaball/MetaballRenderer.h"
-#include "effects/vector/VectorGraphicRenderer.h"
-#include "effects/water/IntensityMapBuilder.h"
-#include "effects/water/NormalMapBuilder.h"
-#include "effects/water/ShallowWater.h"
-#include "effects/water/ShallowWaterIterative.h"
-#include "effects/water/ShallowWaterRenderer.h"
+#include "EffectHeaders.inc"
 #include "foundation/GlobalProperty.h"
 #include "testing/BareGL.h"
 
@@ -23,6 +16,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 #include <limits>
 #include <memory>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -66,64 +60,58 @@ struct Argument<float*> {
 /// A function of an effect, called with chosen arguments.
 using Call = std::function<void(void* effect, Choices&)>;
 
+/// An array holds a point where something is dropped, elsewhere a color.
 template <typename Effect, typename Result, typename... Types>
-Call call(Result (Effect::*function)(Types...), int floats = 0) {
+Call call(Result (Effect::*function)(Types...), const std::string& name) {
+    const int floats = name.rfind("addDrop", 0) == 0 ? 2 : 4;
     return [=](void* effect, Choices& choices) {
         const std::tuple<Argument<Types>...> arguments{Argument<Types>(choices, floats)...};
         std::apply([&](const auto&... each) { (static_cast<Effect*>(effect)->*function)(each.value...); }, arguments);
     };
 }
 
-struct Kind {
-    std::shared_ptr<void> (*make)();
-    Call forget;
-    std::vector<Call> calls; ///< `init` and `setScreenSize` first
-};
-
-template <typename Effect>
-Kind kind(std::vector<Call> others) {
-    std::vector<Call> calls = {call(&Effect::init), call(&Effect::setScreenSize)};
-    calls.insert(calls.end(), others.begin(), others.end());
-    return {[]() -> std::shared_ptr<void> { return std::make_shared<Effect>(); }, call(&Effect::GLContextDestroyed),
-            calls};
-}
-
 /// Floats for no more balls than there are; the last ball's two unused ones are not there.
-void addMetaballs(void* effect, Choices& choices) {
-    const auto count = choices.ConsumeIntegralInRange<unsigned int>(1, 3);
-    const Argument<float*> balls(choices, static_cast<int>(6 * count - 2));
-    static_cast<Metaball2DRenderer*>(effect)->addMetaballs(balls.value, count);
+Call call(void (Metaball2DRenderer::*addMetaballs)(float*, unsigned int), const std::string& /*name*/) {
+    return [=](void* effect, Choices& choices) {
+        const auto count = choices.ConsumeIntegralInRange<unsigned int>(1, 3);
+        const Argument<float*> balls(choices, static_cast<int>(6 * count - 2));
+        (static_cast<Metaball2DRenderer*>(effect)->*addMetaballs)(balls.value, count);
+    };
 }
 
 /// A huge number of passes is no error, only long.
-void setIterationCount(void* effect, Choices& choices) {
-    static_cast<ShallowWaterIterative*>(effect)->setIterationCount(choices.ConsumeIntegralInRange(-2, 16));
+Call call(void (ShallowWaterIterative::*setIterationCount)(int), const std::string& /*name*/) {
+    return [=](void* effect, Choices& choices) {
+        (static_cast<ShallowWaterIterative*>(effect)->*setIterationCount)(choices.ConsumeIntegralInRange(-2, 16));
+    };
 }
 
-const std::vector<Kind> kinds = {
-    kind<Metaball2DRenderer>(
-        {addMetaballs, call(&Metaball2DRenderer::render, 4), call(&Metaball2DRenderer::getTexture)}),
-    kind<MetaballRenderer>(
-        {call(&MetaballRenderer::push), call(&MetaballRenderer::update), call(&MetaballRenderer::render)}),
-    kind<CometRenderer>({call(&CometRenderer::push), call(&CometRenderer::render), call(&CometRenderer::updateMesh),
-                         call(&CometRenderer::getCore1X), call(&CometRenderer::getCore2Y)}),
-    kind<VectorGraphicRenderer>(
-        {call(&VectorGraphicRenderer::setBlendEquation), call(&VectorGraphicRenderer::setBlendFunction),
-         call(&VectorGraphicRenderer::renderRadialGradient, 4), call(&VectorGraphicRenderer::renderCircle, 4),
-         call(&VectorGraphicRenderer::renderBitmapCircle, 4), call(&VectorGraphicRenderer::renderBitmapRectangle),
-         call(&VectorGraphicRenderer::renderRotatedAlphaMaskedBitmapRectangle)}),
-    kind<IntensityMapBuilder>({call(&IntensityMapBuilder::addDropLine, 2),
-                               call(&IntensityMapBuilder::addHorizontalWave), call(&IntensityMapBuilder::getTexture)}),
-    kind<NormalMapBuilder>({call(&NormalMapBuilder::setHeightMax), call(&NormalMapBuilder::build)}),
-    kind<ShallowWater>({call(&ShallowWater::addDrop, 2), call(&ShallowWater::addDropLine, 2),
-                        call(&ShallowWater::update), call(&ShallowWater::getTexture)}),
-    kind<ShallowWaterIterative>({setIterationCount, call(&ShallowWaterIterative::addDrop, 2),
-                                 call(&ShallowWaterIterative::addDropLine, 2),
-                                 call(&ShallowWaterIterative::addHorizontalWave), call(&ShallowWaterIterative::update),
-                                 call(&ShallowWaterIterative::getTexture)}),
-    kind<ShallowWaterRenderer>({call(&ShallowWaterRenderer::setTexture), call(&ShallowWaterRenderer::setBGFlip),
-                                call(&ShallowWaterRenderer::render)}),
+struct Kind {
+    std::shared_ptr<void> (*make)();
+    Call init;
+    Call setScreenSize;
+    Call forget;
+    std::vector<Call> calls; ///< but to forget
 };
+
+template <typename Effect>
+Kind kind() {
+    return {[]() -> std::shared_ptr<void> { return std::make_shared<Effect>(); },
+            call(&Effect::init, "init"),
+            call(&Effect::setScreenSize, "setScreenSize"),
+            call(&Effect::GLContextDestroyed, "GLContextDestroyed"),
+            {}};
+}
+
+std::vector<Kind> allKinds() {
+    std::vector<Kind> kinds;
+#define KIND(Class) kinds.push_back(kind<Class>());
+#define CALL(Class, function) kinds.back().calls.push_back(call(&Class::function, #function));
+#include "EffectCalls.inc"
+    return kinds;
+}
+
+const std::vector<Kind> kinds = allKinds();
 
 template <typename Value>
 auto& pick(Choices& choices, Value& values) {
@@ -141,8 +129,8 @@ void step(std::vector<Object>& objects, Choices& choices) {
         const Kind& kind = pick(choices, kinds);
         objects.push_back({&kind, kind.make()});
         const int steps = choices.ConsumeIntegralInRange(0, 5); // below 2 calls come too early
-        for (int i = 0; i < std::min(steps, 2); ++i)
-            kind.calls[static_cast<size_t>(i)](objects.back().effect.get(), choices);
+        if (steps > 0) kind.init(objects.back().effect.get(), choices);
+        if (steps > 1) kind.setScreenSize(objects.back().effect.get(), choices);
     } else if (choice < 6) {
         objects.erase(objects.begin());
     } else if (choice < 7) {

@@ -119,9 +119,9 @@ TEST_P(EveryScene, DrawsAtAnySizeAndThroughAnyTouch) {
     setUp(1, 1);
     drawFrames(10);
     setUp(width, height);
-    for (const TouchAction action : {TouchAction::Down, TouchAction::Move, TouchAction::Up}) {
+    for (const TouchPhase phase : {TouchPhase::Down, TouchPhase::Move, TouchPhase::Up}) {
         for (const int pointer : {-1, 0, 9, 10})
-            player.touch({-500, 1e6F, action, pointer});
+            player.touch({-500, 1e6F, phase, pointer});
         drawFrames(4);
     }
     expectDrawing();
@@ -176,7 +176,7 @@ TEST(Player, TheFirstTouchEndsTheDemonstration) {
     const auto picture = [](int touchedAt, int frames, int finger = 9) {
         Player player = metaballs();
         for (int frame = 0; frame < frames; ++frame) {
-            if (frame == touchedAt) player.touch({0, 0, TouchAction::Up, finger});
+            if (frame == touchedAt) player.touch({0, 0, TouchPhase::Up, finger});
             player.drawStep();
         }
         return headless::framebufferPicture(width, height).rgba;

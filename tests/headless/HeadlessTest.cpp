@@ -16,10 +16,11 @@ using namespace testing;
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
-    context.resize(1, 2);
-    EXPECT_THROW(context.resize(1000000, 10), Error) << "and stays as it was";
     HeadlessContext(3, 3).makeCurrent();
     context.makeCurrent();
+    context.resize(1, 2);
+    EXPECT_THROW(context.resize(1000000, 10), Error);
+    EXPECT_EQ(std::pair(context.width(), context.height()), std::pair(1, 2)) << "as it was";
     glClearColor(0, 0, 1, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_SCISSOR_TEST);

@@ -245,6 +245,12 @@ public final class PictureTest {
             renderer.render(height, normal);
             assertPixel(RED, 20, 10);
             assertPixel(GREEN, 80, 50);
+            // The light stands over the tilt, 45 degrees from the viewer: half of cos(22.5 degrees)^2 is added.
+            renderer.setLight(-1, 0, 1);
+            renderer.setSpecular(0.5f, 2);
+            renderer.render(height, normal);
+            assertPixel(new float[] {1, 0.426777f, 0.426777f, 1}, 20, 10);
+            renderer.setSpecular(0, 2);
             renderer.setDrawFrameBuffer(1000);
             renderer.render(height, normal);
             assertThrows("nothing is attached", IllegalStateException.class, context::readFramebuffer);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Compares what a release build exports with the list of exports, both ways, and with the native methods of the Java
-# classes; and checks what Android asks of a library.
+# Fails where a release build does not export what is listed (nothing else can be: the linker takes the list), where the
+# natives are not those of the Java classes, and where the library is not what Android asks for.
 # usage: check-exports.sh LIBRARY EXPORTS_MAP [JAR]
 set -euo pipefail
 library=$1
@@ -18,9 +18,6 @@ while IFS= read -r name; do
     *) grep -qxF -- "$name" <<<"$exported" || fail "listed but not exported: $name" ;;
   esac
 done <<<"$listed"
-while IFS= read -r name; do
-  grep -qxF -- "$name" <<<"$listed" || grep -q "^${name%%(*}\*$" <<<"$listed" || fail "exported but not listed: $name"
-done <<<"$exported"
 
 if [ -n "$jar" ]; then
   classes=$(jar tf "$jar" | sed -n 's/\.class$//p')

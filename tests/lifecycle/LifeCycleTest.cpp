@@ -226,7 +226,7 @@ TEST_P(LifeCycleTest, MakesTheSameCallsOnABareGL) {
         const std::string points = "glDrawArrays POINTS 0 2\n";
         calls = std::regex_replace(calls, std::regex(points), points + "glDisableVertexAttribArray vertices\n");
     }
-    expectCalls(life, calls);
+    EXPECT_CALLS(life(), calls);
     using Count = decltype(&bareGLLiveObjects);
     EXPECT_EQ(reinterpret_cast<Count>(dlsym(glRecorder().driver, "bareGLLiveObjects"))(), 0) << "GL objects leaked";
     glRecorder().reset();

@@ -43,8 +43,7 @@ TEST_F(MetaballTest, AnotherQualityReplacesTheFieldAtTheNextSize) {
     metaballs.setScreenSize(width, height);
     metaballs.init(2.0F);
     // 48.5 and 30.5 texels are rounded away from 0.
-    expectCalls([&] { metaballs.setScreenSize(width, height); }, "glTexImage2D R16F 169 151 RED HALF_FLOAT",
-                "glTexImage2D");
+    EXPECT_CALLS(metaballs.setScreenSize(width, height), "glTexImage2D R16F 169 151 RED HALF_FLOAT", "glTexImage2D");
     // A field of no texel is no error.
     for (const auto& [impossible, lines] : {std::pair{0.0F, 1U}, {-1.0F, 1}, {NAN, 1}, {1e-30F, 1}, {1e30F, 0}}) {
         metaballs.init(impossible);
@@ -60,7 +59,7 @@ TEST_F(MetaballTest, CallsInOrder) {
     metaballs.init(1.0F);
     // Fallback formats, until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
-    expectCalls([&] { metaballs.setScreenSize(width, height); }, R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
+    EXPECT_CALLS(metaballs.setScreenSize(width, height), R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
         glBindTexture texture 1; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]
         glTexParameteri TEXTURE_MIN_FILTER LINEAR; glTexParameteri TEXTURE_MAG_FILTER LINEAR
         glTexParameteri TEXTURE_WRAP_S CLAMP_TO_EDGE; glTexParameteri TEXTURE_WRAP_T CLAMP_TO_EDGE
@@ -73,14 +72,14 @@ TEST_F(MetaballTest, CallsInOrder) {
         glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer 0)");
     glRecorder().roles[{"program", TestPeer::mProgramMetaball(metaballs)}] = "mProgramMetaball";
     glRecorder().roles[{"program", TestPeer::mProgramDraw(metaballs)}] = "mProgramDraw";
-    expectCalls([&] { metaballs.addMetaballs(balls, 2); },
-                R"(glBindFramebuffer mFBONormal; glFramebufferTexture2D mTexture
+    EXPECT_CALLS(metaballs.addMetaballs(balls, 2),
+                 R"(glBindFramebuffer mFBONormal; glFramebufferTexture2D mTexture
         glViewport 0 0 337 301; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT
         glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 1 1; glUseProgram mProgramMetaball
         radiusMultiplyFactor = 1.20933; qualityMultiplyFactor = 1; matrixMVP = ...
         glEnableVertexAttribArray metaballs; glVertexAttribPointer metaballs 4 FLOAT 0 24; glDrawArrays POINTS 0 2; glFlush
         glDisableVertexAttribArray metaballs; glUseProgram 0; glDisable BLEND; glBindFramebuffer 0)");
-    expectCalls([&] { metaballs.render(color); }, R"(
+    EXPECT_CALLS(metaballs.render(color), R"(
         glViewport 0 0 97 61; glDisable DEPTH_TEST; glEnable BLEND; glBlendEquation FUNC_ADD
         glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA
         glUseProgram mProgramDraw; color = 1 0.5 0.25 1; cut = 0.1; matrixMVP = ...; textureField = 0
@@ -91,7 +90,7 @@ TEST_F(MetaballTest, CallsInOrder) {
         glBindTexture 0; glUseProgram 0; glDisable BLEND)");
 }
 
-/// Particles to the bit, beside a replay of the stream.
+/// Particles to the bit, beside their plain form on the same stream.
 TEST_F(MetaballTest, EmitsWhatTheSeededStreamSays) {
     constexpr int frames = 2000;
     drag(100.0F, 200.0F, 130.0F, 160.0F);
@@ -100,22 +99,9 @@ TEST_F(MetaballTest, EmitsWhatTheSeededStreamSays) {
     const long next = lrand48();
 
     srand48(11);
-    const auto draw = [] { return lrand48() / 2147483648.0F; };
-    Vector2 direction(30.0F / 50.0F, -40.0F / 50.0F);
     std::vector<Particle> replayed = {{Vector2(100.0F, 200.0F), 0.0F, 0.0F, Vector2()}};
     for (int frame = 0; frame < frames; ++frame) {
-        const float chance = 0.15F + 0.1F * draw();
-        if (chance > draw()) {
-            Vector2 heading;
-            while (Vector2::dot(&heading.x, &direction.x) < 0.85) {
-                heading.x = (draw() - 0.5F) * 2.0F;
-                heading.y = (draw() - 0.5F) * 2.0F;
-                heading.normalize();
-            }
-            const float speed = 20.0F + 55.0F * draw();
-            const float radius = 10.0F + 80.0F * draw();
-            replayed.push_back({Vector2(115.0F, 180.0F), radius, 0.0F, heading * speed});
-        }
+        tidalume::reference::plain::emit(replayed, Vector2(115.0F, 180.0F), Vector2(30.0F / 50.0F, -40.0F / 50.0F));
         tidalume::reference::plain::step(replayed, 0.2F);
     }
     EXPECT_EQ(next, lrand48()) << "as many draws";
@@ -144,7 +130,7 @@ TEST_F(MetaballTest, WithoutADirectionNothingIsDrawnFromTheStream) {
 
 TEST_F(MetaballTest, TouchesAndFrames) {
     EXPECT_THAT(render(20.0F), IsEmpty()) << "nothing before a press";
-    expectCalls([&] { drag(40.0F, 30.0F, 90.0F, 30.0F); }, "");
+    EXPECT_CALLS(drag(40.0F, 30.0F, 90.0F, 30.0F), "");
     EXPECT_THAT(render(20.0F), IsEmpty()) << "not sized yet";
     EXPECT_EQ(particles()[0].age, 0.2F) << "but the particles move";
     renderer.setScreenSize(width, height);
@@ -170,7 +156,7 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     renderer.GLContextDestroyed();
     renderer.push(1.0F, 1.0F, press);
     EXPECT_THAT(render(10.0F), IsEmpty());
-    expectCalls([&] { renderer.addToField(10.0F); }, "");
+    EXPECT_CALLS(renderer.addToField(10.0F), "");
     EXPECT_EQ(particles()[0].position.x, 5.0F) << "frozen until init";
     EXPECT_NEAR(particles()[0].age, 201 * 0.2, 1e-3);
 }

@@ -66,17 +66,15 @@ constexpr Tolerance fieldTolerance = {0.02, "precision of gl_PointCoord times ov
 constexpr Tolerance crowdTolerance = {0.2, "a sum of up to 16 has steps of 1/128, and some 25 balls overlap", 0.3};
 constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
-} // namespace
+const PictureTable table = {
+    {"metaball_field_97x61", [] { return field(97, 61, 1, 12); }, fieldTolerance},
+    {"metaball_field_64x160_quality2", [] { return field(64, 160, 2, 12); }, fieldTolerance},
+    {"metaball_field_97x61_quality3", [] { return field(97, 61, 3, 12); }, fieldTolerance},
+    {"metaball_field_400_balls", [] { return field(64, 160, 1, 400); }, crowdTolerance},
+    {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
+    {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
+};
 
-PictureTable metaballPictures() {
-    return {
-        {"metaball_field_97x61", [] { return field(97, 61, 1, 12); }, fieldTolerance},
-        {"metaball_field_64x160_quality2", [] { return field(64, 160, 2, 12); }, fieldTolerance},
-        {"metaball_field_97x61_quality3", [] { return field(97, 61, 3, 12); }, fieldTolerance},
-        {"metaball_field_400_balls", [] { return field(64, 160, 1, 400); }, crowdTolerance},
-        {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
-        {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
-    };
-}
+} // namespace
 
 } // namespace tidalume::pictures

@@ -7,6 +7,18 @@
 #include <cstring>
 
 namespace tidalume::pictures {
+namespace {
+
+std::vector<PictureCase>& all() {
+    static std::vector<PictureCase> pictures;
+    return pictures;
+}
+
+} // namespace
+
+PictureTable::PictureTable(std::initializer_list<PictureCase> pictures) {
+    all().insert(all().end(), pictures.begin(), pictures.end());
+}
 
 Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -33,12 +45,8 @@ double toleranceHere(const PictureCase& picture) {
     return std::strstr(renderer, "softpipe") ? std::max(tolerance.value, tolerance.coarsePoints) : tolerance.value;
 }
 
-PictureTable allPictures() {
-    PictureTable all;
-    for (const auto table : pictureTables)
-        for (const PictureCase& picture : table())
-            all.push_back(picture);
-    return all;
+const std::vector<PictureCase>& allPictures() {
+    return all();
 }
 
 } // namespace tidalume::pictures

@@ -49,16 +49,11 @@ struct PictureCase {
 /// How far from its formula a picture may be on the driver of the current context.
 double toleranceHere(const PictureCase& picture);
 
-using PictureTable = std::vector<PictureCase>;
+/// Adds its pictures to all: every file with pictures has one.
+struct PictureTable {
+    PictureTable(std::initializer_list<PictureCase> pictures);
+};
 
-PictureTable metaballPictures();
-PictureTable vectorPictures();
-PictureTable cometPictures();
-PictureTable waterPictures();
-
-/// All tables; add a line for a new one.
-inline PictureTable (*const pictureTables[])() = {metaballPictures, vectorPictures, cometPictures, waterPictures};
-
-PictureTable allPictures();
+const std::vector<PictureCase>& allPictures();
 
 } // namespace tidalume::pictures

@@ -12,15 +12,6 @@ class VectorGraphicRendererTest : public CallsTest {
     VectorGraphicRenderer graphics;
     float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
     float other[4] = {0.0F, 0.5F, 0.0F, 0.5F};
-
-    const std::function<void()> draws[7] = {
-        [&] { graphics.renderRadialGradient(40.0F, 30.0F, 5.0F, color, 25.5F, other); },
-        [&] { graphics.renderCircle(40.0F, 30.0F, 12.0F, color); },
-        [&] { graphics.renderBitmapCircle(40.0F, 30.0F, 12.0F, color, 7); },
-        [&] { graphics.renderBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7); },
-        [&] { graphics.renderRotatedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 3); },
-        [&] { graphics.renderAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 8); },
-        [&] { graphics.renderRotatedAlphaMaskedBitmapRectangle(1.0F, 2.0F, 30.0F, 40.0F, 7, 5, 8); }};
 };
 
 TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
@@ -45,28 +36,28 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
     const std::string masked = "glUseProgram mProgramAlphaMaskedBitmap;" + bitmap +
                                "textureMask = 1; glActiveTexture TEXTURE1; glBindTexture 8;" + corners +
                                "glBindTexture 0; glActiveTexture TEXTURE0; glBindTexture 0;";
-    const std::string steps[7] = {gradient + quad, circle, bitmapCircle, rectangle, rectangle, masked, masked};
-    const auto expectDraws = [&](const std::string& blend) {
-        for (size_t i = 0; i < 7; ++i) {
-            expectCalls(draws[i],
-                        "glViewport 0 0 97 61; glEnable BLEND;" + blend + steps[i] + "glUseProgram 0; glDisable BLEND");
-        }
+    std::string blend = R"(glBlendEquation FUNC_ADD
+        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA
+        glBlendColor 0 0 0 1; glDisable DEPTH_TEST;)";
+    const auto drawn = [&](const std::string& steps) {
+        return "glViewport 0 0 97 61; glEnable BLEND;" + blend + steps + "glUseProgram 0; glDisable BLEND";
     };
     graphics.setScreenSize(width, height);
-    expectDraws(R"(glBlendEquation FUNC_ADD
-        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA SRC_ALPHA ONE_MINUS_SRC_ALPHA
-        glBlendColor 0 0 0 1; glDisable DEPTH_TEST;)");
-    expectCalls(
-        [&] {
-            graphics.setBlendEquation(GL_MAX);
-            graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO);
-            graphics.setBlendColor(0.125F, 0.25F, 0.5F, 0.75F);
-            graphics.setScreenSize(width, height);
-            graphics.rotateTexture(2);
-        },
-        "");
-    expectDraws(R"(glBlendEquation 0x8008; glBlendFuncSeparate 1 SRC_COLOR DST_COLOR 0
-        glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)");
+    EXPECT_CALLS(graphics.renderRadialGradient(40, 30, 5, color, 25.5F, other), drawn(gradient + quad));
+    EXPECT_CALLS(graphics.renderCircle(40, 30, 12, color), drawn(circle));
+    EXPECT_CALLS(graphics.renderBitmapCircle(40, 30, 12, color, 7), drawn(bitmapCircle));
+    EXPECT_CALLS(graphics.renderBitmapRectangle(1, 2, 30, 40, 7), drawn(rectangle));
+    EXPECT_CALLS(graphics.renderRotatedBitmapRectangle(1, 2, 30, 40, 7, 3), drawn(rectangle));
+    EXPECT_CALLS(graphics.renderAlphaMaskedBitmapRectangle(1, 2, 30, 40, 7, 8), drawn(masked));
+    EXPECT_CALLS(graphics.renderRotatedAlphaMaskedBitmapRectangle(1, 2, 30, 40, 7, 5, 8), drawn(masked));
+    EXPECT_CALLS(graphics.setBlendEquation(GL_MAX), "");
+    EXPECT_CALLS(graphics.setBlendFunction(GL_ONE, GL_SRC_COLOR, GL_DST_COLOR, GL_ZERO), "");
+    EXPECT_CALLS(graphics.setBlendColor(0.125F, 0.25F, 0.5F, 0.75F), "");
+    EXPECT_CALLS(graphics.rotateTexture(2), "");
+    graphics.setScreenSize(width, height);
+    blend = R"(glBlendEquation 0x8008; glBlendFuncSeparate 1 SRC_COLOR DST_COLOR 0
+        glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)";
+    EXPECT_CALLS(graphics.renderCircle(40, 30, 12, color), drawn(circle));
 }
 
 TEST_F(VectorGraphicRendererTest, UnknownCodesKeepTheRotation) {

@@ -51,7 +51,7 @@ public final class ShallowWater implements AutoCloseable {
 
     /**
      * Sets the parameters of the damped wave equation, from the next step on. They are set together, since a step is
-     * stable only where (waveSpeed timeStep / gridSpacing)² is at most 0.5. Lengths and times are in units of your own.
+     * stable only where (waveSpeed timeStep / gridSpacing)^2 is at most 0.5. Lengths and times are in units of your own.
      *
      * @param waveSpeed length per time; 2 by default
      * @param viscosity damping per time, at least 0; 0.05 by default
@@ -65,7 +65,7 @@ public final class ShallowWater implements AutoCloseable {
         Arguments.requirePositive("gridSpacing", gridSpacing);
         Arguments.requirePositive("timeStep", timeStep);
         if (!setPhysics(open, waveSpeed, viscosity, gridSpacing, timeStep)) {
-            throw new IllegalArgumentException("waveSpeed must keep (waveSpeed timeStep / gridSpacing)² at or below"
+            throw new IllegalArgumentException("waveSpeed must keep (waveSpeed timeStep / gridSpacing)^2 at or below"
                     + " 0.5, is " + waveSpeed + " with timeStep " + timeStep + " and gridSpacing " + gridSpacing);
         }
     }
