@@ -1,87 +1,77 @@
 package com.vyn.effect.tidalume.sample;
 
+import static android.view.MotionEvent.*;
 import static org.junit.Assert.*;
 
+import android.opengl.GLSurfaceView;
+import android.view.MotionEvent;
 import com.vyn.effect.tidalume.headless.HeadlessContext;
-import java.util.Arrays;
 import org.junit.*;
 
-/** The sample application's drawing, driven as its activity drives it. */
+/** The sample application from the events of Android to pixels. Of Android itself there are declarations only. */
 public class RipplesTest {
     private static final int WIDTH = 96;
     private static final int HEIGHT = 64;
-    private static final long SECOND = 1_000_000_000L;
+    private static final float[] FIRST_LEFT = {0, 10, 32};
+    private static final float[] FIRST_RIGHT = {0, 86, 32};
+    private static final float[] SECOND_RIGHT = {5, 86, 32};
 
     private final HeadlessContext context = HeadlessContext.create(WIDTH, HEIGHT);
-    private final Ripples ripples = new Ripples();
-    private final float[] still = drawNewSurface();
+    private final RipplesActivity activity = new RipplesActivity();
+    private GLSurfaceView.Renderer renderer;
+
+    @Before
+    public void start() {
+        activity.onCreate(null);
+        renderer = ((GLSurfaceView) activity.contentView).renderer;
+    }
 
     @After
     public void finish() {
-        ripples.close();
+        ((RipplesRenderer) renderer).close();
         context.close();
     }
 
-    private float[] drawNewSurface() {
-        // Red above green; the first row is the top, as of a bitmap.
-        ripples.contextCreated(
-                context.createTexture(HeadlessContext.GL_RGBA8, 1, 2, new float[] {1, 0, 0, 1, 0, 1, 0, 1}));
-        ripples.touchDown(0, 10, 10); // before there is a surface: ignored
-        ripples.sizeChanged(WIDTH, HEIGHT);
-        return draw(0);
-    }
-
-    private float[] draw(long now) {
-        ripples.drawFrame(now);
+    /** After at least one step of the water, which runs by the clock. */
+    private float[] draw() throws InterruptedException {
+        Thread.sleep(20);
+        renderer.onDrawFrame(null);
         return context.readFramebuffer();
     }
 
-    /** A drop at 0 and the water a fifth of a second later, on a display of so many frames per second. */
-    private float[] dropAt(int frequency) {
-        drawNewSurface();
-        ripples.touchDown(0, 48, 32);
-        for (int frame = 1; frame < frequency / 5; frame++) {
-            draw(frame * SECOND / frequency);
+    /** Where there are ripples shortly after the events, in a new context. */
+    private String ripplesAfter(MotionEvent... events) throws InterruptedException {
+        context.recreate();
+        renderer.onSurfaceCreated(null, null);
+        renderer.onSurfaceChanged(null, WIDTH, HEIGHT);
+        final float[] still = draw();
+        for (MotionEvent event : events) {
+            assertTrue(activity.onTouchEvent(event));
         }
-        return draw(SECOND / 5);
-    }
-
-    @Test
-    public void touchesRippleAPictureThatIsUpright() {
-        assertArrayEquals("the lower left corner", new float[] {0, 1, 0, 1}, Arrays.copyOf(still, 4), 1.01f / 255);
-        ripples.touchDown(0, 48, 32);
-        final float[] drop = draw(0);
-        assertFalse(Arrays.equals(still, drop));
-        ripples.touchMove(0, 60, 40);
-        final float[] line = draw(0);
-        assertFalse(Arrays.equals(drop, line));
-        final float[] afterAnHour = draw(3600 * SECOND);
-        assertFalse("the water moves on", Arrays.equals(line, afterAnHour));
-        assertArrayEquals("and has no time to make up for", afterAnHour, draw(3600 * SECOND), 0);
-        for (int loss = 0; loss < 3; loss++) {
-            context.recreate();
-            assertArrayEquals(still, drawNewSurface(), 0);
-            ripples.touchDown(0, 48, 32);
-            assertArrayEquals(drop, draw(0), 0);
+        final float[] picture = draw();
+        String places = "";
+        for (int i = 0; i < picture.length; i++) {
+            final int column = i / 4 % WIDTH;
+            final String place = column < WIDTH / 3 ? "left " : column > 2 * WIDTH / 3 ? "right " : "";
+            if (picture[i] != still[i] && !places.contains(place)) {
+                places += place;
+            }
         }
+        return places;
     }
 
     @Test
-    public void everyFingerLeavesATrailOfItsOwn() {
-        ripples.touchDown(0, 48, 32);
-        ripples.touchDown(1, 10, 50);
-        ripples.touchMove(0, 60, 40);
-        ripples.touchMove(1, 10, 50); // rests
-        final float[] trails = draw(0);
-        drawNewSurface();
-        ripples.touchDown(1, 10, 50);
-        ripples.touchDown(0, 48, 32);
-        ripples.touchMove(0, 60, 40);
-        assertArrayEquals(trails, draw(0), 1.01f / 255);
-    }
-
-    @Test
-    public void wavesAreAsFastOnEveryDisplay() {
-        assertArrayEquals(dropAt(60), dropAt(120), 0);
+    public void fingersRippleWhereTheyAreFromDownToUp() throws InterruptedException {
+        final MotionEvent down = new MotionEvent(ACTION_DOWN, 0, FIRST_LEFT);
+        final MotionEvent move = new MotionEvent(ACTION_MOVE, 0, FIRST_RIGHT, SECOND_RIGHT);
+        assertEquals("", ripplesAfter(move));
+        assertEquals("left ", ripplesAfter(down));
+        assertEquals("left right ", ripplesAfter(down, move));
+        assertEquals("left ", ripplesAfter(down, new MotionEvent(ACTION_UP, 0, FIRST_LEFT), move));
+        assertEquals("left ", ripplesAfter(down, new MotionEvent(ACTION_CANCEL, 0, SECOND_RIGHT, FIRST_LEFT), move));
+        final MotionEvent secondDown = new MotionEvent(ACTION_POINTER_DOWN, 1, FIRST_LEFT, SECOND_RIGHT);
+        assertEquals("right ", ripplesAfter(secondDown));
+        assertEquals("left ",
+                ripplesAfter(down, new MotionEvent(ACTION_POINTER_UP, 1, SECOND_RIGHT, FIRST_LEFT), move));
     }
 }

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Checks of the Android module what can be checked without Android's SDK: XML, resources and manifest by the platform's
 # own packaging tool, the syntax of the Gradle files, and the sample's Java against declarations of the few platform
-# classes that it uses, which are written down here from memory of their documentation.
-# usage: check-android.sh SOURCE_DIR TIDALUME_JAR WORK_DIR
+# classes that it uses, which are written down here from memory of their documentation. Leaves the sample's
+# classes and their test in WORK_DIR/classes.
+# usage: check-android.sh SOURCE_DIR TIDALUME_JAR CLASS_PATH_OF_TEST WORK_DIR
 set -euo pipefail
 source=$1
 jar=$2
-work=$3
+test_class_path=$3
+work=$4
 here=$(cd "$(dirname "$0")" && pwd)
 sample=$source/android/sample/src/main
 rm -rf "$work"
@@ -33,4 +35,5 @@ awk '/^=== / { file = "stubs/" $2; folder = file; sub("/[^/]*$", "", folder); sy
   "$here/platform-stubs.txt"
 find stubs generated "$sample/java" -name '*.java' >sources
 javac -Xlint:all -Werror -implicit:none -d classes -cp "$jar" @sources
+javac -d classes -cp "classes:$jar:$test_class_path" "$here/RipplesTest.java"
 echo "check-android: manifests, resources, Gradle files and the sample's Java pass"

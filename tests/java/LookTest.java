@@ -71,6 +71,26 @@ public final class LookTest {
         }
     }
 
+    /** Android reports all fingers when one of them moves. */
+    @Test
+    public void fingersThatRestRippleOnce() {
+        context.resize(WIDTH, HEIGHT);
+        final float[][] pictures = new float[2][];
+        for (int moves = 0; moves < 2; moves++) {
+            try (WaterLook water = new WaterLook()) {
+                water.contextCreated();
+                water.setSize(WIDTH, HEIGHT);
+                water.touch(1, 20, 30, TouchPhase.DOWN);
+                draw(water, 0);
+                if (moves > 0) {
+                    water.touch(1, 20, 30, TouchPhase.MOVE);
+                }
+                pictures[moves] = draw(water, 1);
+            }
+        }
+        assertArrayEquals(pictures[0], pictures[1], 0);
+    }
+
     @Test
     public void picturesComeFromFilesAndAreUpright() throws Exception {
         context.resize(2, 2);

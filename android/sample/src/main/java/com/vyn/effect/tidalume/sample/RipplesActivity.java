@@ -4,8 +4,9 @@ import android.app.Activity;
 import android.opengl.GLSurfaceView;
 import android.os.Bundle;
 import android.view.MotionEvent;
+import com.vyn.effect.tidalume.looks.TouchPhase;
 
-/** Water over pebbles. Rotation makes a new activity, and so a new renderer and new effects. */
+/** Water over pebbles. Rotation makes a new activity, and so a new renderer and new water. */
 public final class RipplesActivity extends Activity {
     private GLSurfaceView view;
     private RipplesRenderer renderer;
@@ -41,27 +42,34 @@ public final class RipplesActivity extends Activity {
         switch (event.getActionMasked()) {
             case MotionEvent.ACTION_DOWN:
             case MotionEvent.ACTION_POINTER_DOWN:
-                queue(renderer::touchDown, event, event.getActionIndex());
+                touch(event, event.getActionIndex(), TouchPhase.DOWN);
+                return true;
+            case MotionEvent.ACTION_UP:
+            case MotionEvent.ACTION_POINTER_UP:
+                touch(event, event.getActionIndex(), TouchPhase.UP);
                 return true;
             case MotionEvent.ACTION_MOVE:
-                for (int i = 0; i < event.getPointerCount(); i++) {
-                    queue(renderer::touchMove, event, i);
-                }
+                touchAll(event, TouchPhase.MOVE);
+                return true;
+            case MotionEvent.ACTION_CANCEL:
+                touchAll(event, TouchPhase.CANCEL);
                 return true;
             default:
                 return super.onTouchEvent(event);
         }
     }
 
-    private interface Touch {
-        void at(int finger, float x, float y);
+    private void touchAll(MotionEvent event, TouchPhase phase) {
+        for (int i = 0; i < event.getPointerCount(); i++) {
+            touch(event, i, phase);
+        }
     }
 
     /** Hands a finger of the event to the GL thread. The event itself is Android's again before that thread runs. */
-    private void queue(Touch touch, MotionEvent event, int index) {
+    private void touch(MotionEvent event, int index, TouchPhase phase) {
         final int finger = event.getPointerId(index);
         final float x = event.getX(index);
         final float y = event.getY(index);
-        view.queueEvent(() -> touch.at(finger, x, y));
+        view.queueEvent(() -> renderer.touch(finger, x, y, phase));
     }
 }

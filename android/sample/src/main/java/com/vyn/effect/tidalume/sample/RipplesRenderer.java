@@ -6,13 +6,16 @@ import android.graphics.BitmapFactory;
 import android.opengl.GLES30;
 import android.opengl.GLSurfaceView;
 import android.opengl.GLUtils;
+import com.vyn.effect.tidalume.looks.PictureTop;
+import com.vyn.effect.tidalume.looks.TouchPhase;
+import com.vyn.effect.tidalume.looks.WaterLook;
 import javax.microedition.khronos.egl.EGLConfig;
 import javax.microedition.khronos.opengles.GL10;
 
-/** Joins {@link Ripples} to a GLSurfaceView. Every method runs on the GL thread. */
+/** Water over pebbles. Every method runs on the GL thread. */
 final class RipplesRenderer implements GLSurfaceView.Renderer {
     private final Resources resources;
-    private final Ripples ripples = new Ripples();
+    private final WaterLook water = new WaterLook();
 
     RipplesRenderer(Resources resources) {
         this.resources = resources;
@@ -20,32 +23,30 @@ final class RipplesRenderer implements GLSurfaceView.Renderer {
 
     @Override
     public void onSurfaceCreated(GL10 unused, EGLConfig config) {
-        ripples.contextCreated(loadPicture());
+        water.contextLost(); // the one before, of which Android says nothing
+        water.contextCreated();
+        showPebbles();
     }
 
     @Override
     public void onSurfaceChanged(GL10 unused, int width, int height) {
-        ripples.sizeChanged(width, height);
+        water.setSize(width, height);
     }
 
     @Override
     public void onDrawFrame(GL10 unused) {
-        ripples.drawFrame(System.nanoTime());
+        water.draw(System.nanoTime() / 1e9);
     }
 
-    void touchDown(int finger, float x, float y) {
-        ripples.touchDown(finger, x, y);
-    }
-
-    void touchMove(int finger, float x, float y) {
-        ripples.touchMove(finger, x, y);
+    void touch(int finger, float x, float y, TouchPhase phase) {
+        water.touch(finger, x, y, phase);
     }
 
     void close() {
-        ripples.close();
+        water.close();
     }
 
-    private int loadPicture() {
+    private void showPebbles() {
         BitmapFactory.Options options = new BitmapFactory.Options();
         options.inScaled = false;
         Bitmap bitmap = BitmapFactory.decodeResource(resources, R.drawable.pebbles, options);
@@ -53,7 +54,7 @@ final class RipplesRenderer implements GLSurfaceView.Renderer {
         GLES30.glGenTextures(1, texture, 0);
         GLES30.glBindTexture(GLES30.GL_TEXTURE_2D, texture[0]);
         GLUtils.texImage2D(GLES30.GL_TEXTURE_2D, 0, bitmap, 0);
+        water.setPicture(texture[0], bitmap.getWidth(), bitmap.getHeight(), PictureTop.FIRST_ROW);
         bitmap.recycle();
-        return texture[0];
     }
 }
