@@ -71,28 +71,44 @@ std::string list(const Items& items, Describe describe) {
     return json.empty() ? "[]" : json + ']';
 }
 
-std::string describe(const Parameter& parameter) {
-    char range[96];
-    std::snprintf(range, sizeof range, R"("minimum":%g,"maximum":%g,"initial":%g)",
-                  static_cast<double>(parameter.minimum), static_cast<double>(parameter.maximum),
-                  static_cast<double>(parameter.initial));
+std::string number(float value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
+    return text;
+}
+
+std::string describe(const Parameter& parameter, float initial) {
     return "{\"name\":" + quoted(parameter.name) + ",\"label\":" + quoted(parameter.label) +
-           ",\"choices\":" + list(parameter.choices, quoted) + ',' + range + '}';
+           ",\"unit\":" + quoted(parameter.unit) + ",\"sentence\":" + quoted(parameter.sentence) +
+           ",\"choices\":" + list(parameter.choices, quoted) + ",\"minimum\":" + number(parameter.minimum) +
+           ",\"maximum\":" + number(parameter.maximum) + ",\"initial\":" + number(initial) + '}';
+}
+
+// With the values of all parameters, in their order.
+std::string describe(const Preset& preset, Player& player) {
+    player.usePreset(preset.name);
+    int index = 0;
+    return "{\"name\":" + quoted(preset.name) + ",\"title\":" + quoted(preset.title) +
+           ",\"values\":" + list(player.parameters(), [&](const Parameter&) { return number(player.get(index++)); }) +
+           '}';
 }
 
 std::string describe(const SceneEntry& entry) {
-    const Player player(entry, 1);
+    Player player(entry, 1);
+    int index = 0;
     return "{\"name\":" + quoted(entry.name) + ",\"title\":" + quoted(entry.title) +
-           ",\"sentence\":" + quoted(entry.sentence) +
-           ",\"showsBackground\":" + (entry.showsBackground ? "true" : "false") + ",\"parameters\":" +
-           list(player.parameters(), [](const Parameter& parameter) { return describe(parameter); }) + '}';
+           ",\"sentence\":" + quoted(entry.sentence) + ",\"parameters\":" +
+           list(player.parameters(),
+                [&](const Parameter& parameter) { return describe(parameter, player.get(index++)); }) +
+           ",\"presets\":" + list(player.presets(), [&](const Preset& preset) { return describe(preset, player); }) +
+           '}';
 }
 
 } // namespace
 
 extern "C" {
 
-/// The scene table with each scene's parameters, as JSON.
+/// The scene table with each scene's parameters and presets, as JSON.
 EMSCRIPTEN_KEEPALIVE const char* stageScenes() {
     static const std::string text = list(sceneTable(), [](const SceneEntry& entry) { return describe(entry); });
     return text.c_str();
@@ -108,9 +124,9 @@ EMSCRIPTEN_KEEPALIVE void stageSet(int scene, const char* name, float value) {
     runningScene(scene).player->set(name, value);
 }
 
-/// @param action  0 down, 1 move, 2 up
-EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int action, int pointer) {
-    runningScene(scene).player->touch({x, y, static_cast<TouchPhase>(action), pointer});
+/// @param phase  0 down, 1 move, 2 up, 3 cancelled
+EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int phase, int pointer) {
+    runningScene(scene).player->touch({x, y, static_cast<TouchPhase>(phase), pointer});
 }
 
 /// Draws the next step of a scene that fills a canvas of width x height pixels.

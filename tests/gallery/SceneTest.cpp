@@ -127,25 +127,6 @@ TEST_P(EveryScene, DrawsAtAnySizeAndThroughAnyTouch) {
     expectDrawing();
 }
 
-// On a smaller screen the particles cover everything, whatever the settings.
-TEST_P(EveryScene, ShowsEverySetting) {
-    const std::vector<Parameter> parameters = player.parameters();
-    ASSERT_FALSE(parameters.empty());
-    for (const Parameter& parameter : parameters) {
-        const float step = parameter.choices.empty() ? 0.4F * (parameter.maximum - parameter.minimum) : 1;
-        std::set<std::vector<std::uint8_t>> pictures;
-        std::size_t values = 0;
-        for (float value = parameter.minimum; value <= parameter.maximum; value += step, ++values) {
-            player = Player(GetParam(), 7);
-            setUp(270, 400);
-            player.set(parameter.name, value);
-            drawFrames(24);
-            pictures.insert(headless::framebufferPicture(270, 400).rgba);
-        }
-        EXPECT_EQ(pictures.size(), values) << parameter.name;
-    }
-}
-
 Player metaballs() {
     Player player(sceneTable()[3], 1);
     player.setUp(width, height, {});

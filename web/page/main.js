@@ -14,7 +14,7 @@ class Page {
     this.time = performance.now();
     stage.scenes.forEach((_, scene) => stage.start(scene, this.seed));
     this.gallery = new Gallery(part('cards'), stage);
-    this.view = new View(stage, (name, value) => this.#set(name, value));
+    this.view = new View(stage, (name, value) => this.#set(name, value), (values) => this.#setAll(values));
     this.#setPaused(matchMedia('(prefers-reduced-motion: reduce)').matches);
     this.#listen();
     this.#showAddress();
@@ -85,8 +85,8 @@ class Page {
     this.#applySettings();
   }
 
-  #reset() {
-    this.values[this.scene] = initialValues(this.stage.scenes[this.scene]);
+  #setAll(values) {
+    this.values[this.scene] = values;
     this.#applySettings();
   }
 
@@ -102,8 +102,7 @@ class Page {
   async #showBackground(file) {
     try {
       await this.stage.showBackground(file);
-      const titles = this.stage.scenes.filter((entry) => entry.showsBackground).map((entry) => entry.title);
-      showMessage(`${file.name} is the background now, in ${titles.join(', ')}.`);
+      showMessage(`${file.name} is the background now.`);
     } catch {
       showMessage(`${file.name} is not a picture that this browser can read.`);
     }
@@ -133,7 +132,7 @@ class Page {
       button.addEventListener('click', () => this.#setPaused(!this.paused));
     }
     part('restart').addEventListener('click', () => this.#restart());
-    part('reset').addEventListener('click', () => this.#reset());
+    part('reset').addEventListener('click', () => this.#setAll(initialValues(this.stage.scenes[this.scene])));
     part('copy').addEventListener('click', () => this.#copyLink());
     part('own-ground').addEventListener('click', () => this.stage.showOwnGrounds());
     part('file').addEventListener('change', ({ target }) => {

@@ -13,6 +13,7 @@ export class Settings {
   #row(parameter, value) {
     const label = document.createElement('label');
     const controls = parameter.choices.length > 0 ? this.#list(parameter, value) : this.#slider(parameter, value);
+    label.title = parameter.unit ? `${parameter.sentence} In ${parameter.unit}.` : parameter.sentence;
     label.append(parameter.label, ...controls);
     return label;
   }

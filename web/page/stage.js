@@ -61,9 +61,9 @@ export class Stage {
     this.module.ccall('stageSet', null, ['number', 'string', 'number'], [scene, name, value]);
   }
 
-  /** @param action  'down', 'move' or 'up';  x, y in pixels of the canvas from the upper left;  pointer from 0 */
-  touch(scene, action, x, y, pointer) {
-    this.module._stageTouch(scene, x, y, ['down', 'move', 'up'].indexOf(action), pointer);
+  /** @param phase  'down', 'move', 'up' or 'cancel';  x, y in pixels of the canvas from the upper left;  pointer from 0 */
+  touch(scene, phase, x, y, pointer) {
+    this.module._stageTouch(scene, x, y, ['down', 'move', 'up', 'cancel'].indexOf(phase), pointer);
   }
 
   /** Advances a scene by a time in seconds. Returns whether the canvas shows a new picture. */

@@ -8,8 +8,11 @@ const part = (id) => document.getElementById(id);
 
 /** One scene in the full view, to be touched. */
 export class View {
-  /** @param changed  called with (name, value) when a person changes a setting */
-  constructor(stage, changed) {
+  /**
+   * @param changed  called with (name, value) when a person changes a setting
+   * @param chosen   called with the values of all settings, by name, when a person chooses a preset
+   */
+  constructor(stage, changed, chosen) {
     this.stage = stage;
     this.scene = -1;
     this.needsRedraw = false; // the scene or a setting is new
@@ -19,6 +22,7 @@ export class View {
       this.needsRedraw = true;
       changed(name, value);
     });
+    this.chosen = chosen;
     this.clock = new FrameClock();
     part('driver').textContent = stage.driver;
     const { canvas } = stage;
@@ -49,10 +53,10 @@ export class View {
     this.scale = 1;
     part('title').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
-    part('background').hidden = !entry.showsBackground;
     part('previous').href = neighbour(-1);
     part('next').href = neighbour(1);
     canvas.setAttribute('aria-label', `${entry.title}. ${entry.sentence}`);
+    this.#showPresets(entry);
     this.settings.show(entry.parameters, values);
     this.#fitCanvas(); // before the first touch, which is in pixels of the canvas
     this.#showTime('–');
@@ -70,6 +74,19 @@ export class View {
     if (milliseconds === null) return;
     this.#showTime(milliseconds.toFixed(1));
     if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
+  }
+
+  #showPresets({ parameters, presets }) {
+    part('presets').hidden = presets.length < 2;
+    part('presets').replaceChildren(...presets.map(({ title, values }) => {
+      const button = document.createElement('button');
+      button.type = 'button';
+      button.textContent = title;
+      button.addEventListener('click', () => {
+        this.chosen(Object.fromEntries(parameters.map(({ name }, index) => [name, values[index]])));
+      });
+      return button;
+    }));
   }
 
   #showTime(milliseconds) {
@@ -91,8 +108,8 @@ export class View {
     if (isStart) canvas.setPointerCapture(event.pointerId);
     const isEnd = event.type === 'pointerup' || event.type === 'pointercancel';
     this.pointers[slot] = isEnd ? null : event.pointerId;
-    const action = isStart ? 'down' : isEnd ? 'up' : 'move';
-    this.stage.touch(this.scene, action, event.offsetX * canvas.width / canvas.clientWidth,
+    const phase = { pointerdown: 'down', pointermove: 'move', pointerup: 'up', pointercancel: 'cancel' }[event.type];
+    this.stage.touch(this.scene, phase, event.offsetX * canvas.width / canvas.clientWidth,
       event.offsetY * canvas.height / canvas.clientHeight, slot);
   }
 
