@@ -58,7 +58,7 @@ jfloatArray toJava(JNIEnv* env, const PixelArray& pixels) {
 std::string toString(JNIEnv* env, jstring text) {
     const char* utf8 = env->GetStringUTFChars(text, nullptr);
     if (utf8 == nullptr) return {};
-    const std::string copy = utf8;
+    std::string copy = utf8;
     env->ReleaseStringUTFChars(text, utf8);
     return copy;
 }
