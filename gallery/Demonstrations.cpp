@@ -35,18 +35,18 @@ TouchPhase phaseOf(int frame, int first, int last) {
 
 } // namespace
 
-// Three drops fall, which the picture shows at its clearest; then a finger is drawn in an arc across the surface.
+// A finger is drawn in an arc across the surface. When its waves have calmed down, three drops fall, whose rings the
+// last picture of two seconds shows at their clearest.
 std::vector<Touch> demonstrateWater(int frame, float width, float height) {
-    constexpr int period = 240;
-    constexpr int first = 130;
-    constexpr int last = 190;
-    constexpr Tap drops[] = {{4, 0.28F, 0.22F}, {18, 0.70F, 0.66F}, {38, 0.22F, 0.82F}, {215, 0.60F, 0.30F}};
+    constexpr int period = 120;
+    constexpr int last = 34;
+    constexpr Tap drops[] = {{74, 0.28F, 0.22F}, {88, 0.70F, 0.66F}, {107, 0.22F, 0.82F}};
     const int step = frame % period;
     std::vector<Touch> touches = tap(drops, step, width, height, 1);
-    if (step >= first && step <= last) {
-        const float t = static_cast<float>(step - first) / (last - first);
-        touches.push_back({width * (0.12F + 0.76F * t), height * (0.62F + 0.13F * std::sin(twoPi * t)),
-                           phaseOf(step, first, last), 0});
+    if (step >= 2 && step <= last) {
+        const float t = static_cast<float>(step - 2) / (last - 2);
+        touches.push_back(
+            {width * (0.12F + 0.76F * t), height * (0.62F + 0.13F * std::sin(twoPi * t)), phaseOf(step, 2, last), 0});
     }
     return touches;
 }

@@ -40,4 +40,15 @@ const std::vector<SceneEntry>& sceneTable() {
     return table;
 }
 
+const char* groundOf(const SceneEntry& entry, std::string_view preset) {
+    static constexpr struct {
+        std::string_view preset;
+        const char* ground;
+    } bright[] = {{"ink", "sand"}, {"dew", "teal"}};
+    for (const auto& row : bright) {
+        if (preset == row.preset) return row.ground;
+    }
+    return entry.ground;
+}
+
 } // namespace tidalume::gallery

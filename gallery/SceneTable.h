@@ -3,6 +3,7 @@
 #include "gallery/Demonstrations.h"
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace tidalume::gallery {
@@ -20,5 +21,8 @@ struct SceneEntry {
 
 /// Every scene, in the order in which galleries show them. Front ends reach scenes through this table alone.
 const std::vector<SceneEntry>& sceneTable();
+
+/// The ground that a preset shows on best: its scene's, but for presets that a dark one would hide.
+const char* groundOf(const SceneEntry& entry, std::string_view preset);
 
 } // namespace tidalume::gallery

@@ -9,6 +9,7 @@
 
 #include <GLES3/gl3.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -75,8 +76,9 @@ Picture readBackground(const std::string& path) {
     return about("--background", [&] { return headless::readPicture(path); });
 }
 
-Picture backgroundOf(const SceneEntry& entry, const Options& options, const Picture& chosen) {
-    const std::string ground = options.ground.empty() ? entry.ground : options.ground;
+Picture backgroundOf(const SceneEntry& entry, const std::string& preset, const Options& options,
+                     const Picture& chosen) {
+    const std::string ground = options.ground.empty() ? groundOf(entry, preset) : options.ground;
     return about("--size " + options.size,
                  [&] { return makeBackground(chosen, ground, options.width, options.height, options.seed); });
 }
@@ -91,12 +93,18 @@ int shownMilliseconds(int frame) {
     return (frame + 2) * 1000 / 60 - frame * 1000 / 60;
 }
 
-void drawScene(const SceneEntry& entry, const Options& options, const Picture& chosen) {
+void checkErrors(const SceneEntry& entry) {
+    const GLenum error = glGetError();
+    if (error != GL_NO_ERROR) throw Error("--scene " + std::string(entry.name) + ": GL error " + std::to_string(error));
+}
+
+// Two files a scene: an animation, and its last frame.
+void drawScene(const SceneEntry& entry, const Options& options, const Picture& background) {
     const auto start = std::chrono::steady_clock::now();
     const std::string path = (std::filesystem::path(options.out) / entry.name).string();
     Player player(entry, options.seed);
     apply(options.settings, player);
-    player.setUp(options.width, options.height, backgroundOf(entry, options, chosen));
+    player.setUp(options.width, options.height, background);
 
     headless::WebPAnimation animation(options.width, options.height);
     for (int frame = 0; frame < options.frames; ++frame) {
@@ -109,13 +117,31 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& c
         headless::writePng(path + ".png", headless::framebufferPicture(options.width, options.height));
         animation.write(path + ".webp");
     });
-
-    const GLenum error = glGetError();
-    if (error != GL_NO_ERROR) throw Error("--scene " + std::string(entry.name) + ": GL error " + std::to_string(error));
+    checkErrors(entry);
 
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     std::printf("%-12s %d frames in %.1f s: %s.png, %s.webp\n", entry.name, options.frames, elapsed.count(),
                 path.c_str(), path.c_str());
+    std::fflush(stdout);
+}
+
+// A file a preset: the last frame, at half the size.
+void drawPresets(const PresetRow& row, const Options& options, const Picture& chosen, HeadlessContext& context) {
+    const int width = std::max(1, options.width / 2);
+    const int height = std::max(1, options.height / 2);
+    context.resize(width, height);
+    for (const Preset& preset : row.presets) {
+        Player player(*row.scene, options.seed);
+        player.usePreset(preset.name);
+        player.setUp(width, height, backgroundOf(*row.scene, preset.name, options, chosen));
+        for (int frame = 0; frame < options.frames; ++frame)
+            player.drawStep();
+        const auto path = std::filesystem::path(options.out) / pictureOf(row, preset);
+        about("--out", [&] { headless::writePng(path.string(), headless::framebufferPicture(width, height)); });
+        checkErrors(*row.scene);
+    }
+    context.resize(options.width, options.height);
+    std::printf("%-12s %zu presets\n", row.scene->name, row.presets.size);
     std::fflush(stdout);
 }
 
@@ -126,9 +152,12 @@ void drawGallery(const Options& options) {
     std::ofstream index = about("--out", [&] { return openIndex(options.out); });
     std::printf("Driver: %s\n", context->driver().c_str());
     for (const SceneEntry* scene : options.scenes)
-        drawScene(*scene, options, chosen);
+        drawScene(*scene, options, backgroundOf(*scene, options.settings.preset, options, chosen));
+    const std::vector<PresetRow> presets = presetRows(options);
+    for (const PresetRow& row : presets)
+        drawPresets(row, options, chosen, *context);
     about("--out " + options.out, [&] {
-        index << indexPage(options, context->driver()) << std::flush;
+        index << indexPage(options, presets, context->driver()) << std::flush;
         if (!index) throw Error(std::strerror(errno));
     });
     std::printf("Open %s\n", (std::filesystem::path(options.out) / "index.html").c_str());

@@ -218,7 +218,7 @@ void Viewer::show(std::size_t scene) {
 void Viewer::fitWindow() {
     const SDL_Point size = mWindow.drawableSize();
     if ((size.x == mSize.x && size.y == mSize.y) || size.x < 1 || size.y < 1) return;
-    const std::string ground = mGround.empty() ? sceneTable()[mScene].ground : mGround;
+    const std::string ground = mGround.empty() ? groundOf(sceneTable()[mScene], mSettings.preset) : mGround;
     mPlayer->setUp(size.x, size.y, makeBackground(mBackground, ground, size.x, size.y));
     mSize = size;
     mNeedsRedraw = true;
