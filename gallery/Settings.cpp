@@ -98,7 +98,7 @@ std::string complaint(const Settings& settings, const std::vector<const SceneEnt
     }
     if (!hasPreset) return "--preset: there is no preset \"" + settings.preset + "\"; the presets are " + presets;
     for (const std::string& setting : settings.values) {
-        const std::string why = complaintAbout(setting, scenes);
+        std::string why = complaintAbout(setting, scenes);
         if (!why.empty()) return why;
     }
     return "";

@@ -42,6 +42,8 @@ class BlobsLook final : public Look {
 
     BlobsLook();
     ~BlobsLook() override;
+    BlobsLook(const BlobsLook&) = delete;
+    BlobsLook& operator=(const BlobsLook&) = delete;
 
     /// Balls that are added to those that move by themselves, until the next call. A ball alone is a disc of its
     /// radius. Not drawn: balls that are not finite, with a radius of 0 or less, or with a centre further outside than

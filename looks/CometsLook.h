@@ -33,6 +33,8 @@ class CometsLook final : public Look {
 
     CometsLook();
     ~CometsLook() override;
+    CometsLook(const CometsLook&) = delete;
+    CometsLook& operator=(const CometsLook&) = delete;
 
     bool setDuration(float seconds) { return set(DURATION, seconds); }
     bool setBrightness(float layers) { return set(BRIGHTNESS, layers); }

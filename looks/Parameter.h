@@ -22,26 +22,26 @@ struct Span {
 
 /// What may be set about a look: a row of the look's table, for typed setters, command lines, pages and layouts alike.
 struct Parameter {
-    const char* name;          ///< in camel case, as in the setter: "touchRadius" for `setTouchRadius`
-    const char* label;         ///< for people: "Width of a finger"
-    const char* unit;          ///< for people; empty for a share from nothing to all, and for a choice
-    float minimum;             ///< smallest value
-    float maximum;             ///< largest value
-    float initial;             ///< the value before anything is set
-    const char* sentence;      ///< what a larger value does
+    const char* name = "";     ///< in camel case, as in the setter: "touchRadius" for `setTouchRadius`
+    const char* label = "";    ///< for people: "Width of a finger"
+    const char* unit = "";     ///< for people; empty for a share from nothing to all, and for a choice
+    float minimum = 0;         ///< smallest value
+    float maximum = 0;         ///< largest value
+    float initial = 0;         ///< the value before anything is set
+    const char* sentence = ""; ///< what a larger value does
     Span<const char*> choices; ///< of a choice: the names of the values 0, 1, 2, ...; empty for a number
 };
 
 /// A parameter and the value that a preset gives it.
 struct Setting {
-    const char* parameter; ///< its name
-    float value;
+    const char* parameter = ""; ///< its name
+    float value = 0;
 };
 
 /// Settings that go together. What a preset does not name has its initial value.
 struct Preset {
-    const char* name;  ///< in camel case, for command lines and layouts: "calmLake"
-    const char* title; ///< for people
+    const char* name = "";  ///< in camel case, for command lines and layouts: "calmLake"
+    const char* title = ""; ///< for people
     Span<Setting> settings;
 };
 

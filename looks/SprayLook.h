@@ -36,6 +36,8 @@ class SprayLook final : public Look {
 
     SprayLook();
     ~SprayLook() override;
+    SprayLook(const SprayLook&) = delete;
+    SprayLook& operator=(const SprayLook&) = delete;
 
     bool setPalette(Palette palette) { return set(PALETTE, static_cast<float>(palette)); }
     bool setFieldScale(float texelsPerPixel) { return set(FIELD_SCALE, texelsPerPixel); }

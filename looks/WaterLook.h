@@ -40,6 +40,8 @@ class WaterLook final : public Look {
 
     WaterLook();
     ~WaterLook() override;
+    WaterLook(const WaterLook&) = delete;
+    WaterLook& operator=(const WaterLook&) = delete;
 
     /// The picture on the ground, a texture of the caller's that has to live until the next picture is set or the
     /// context is lost, which forgets it. It is copied, as it is at the next `draw` and after a change of size; call

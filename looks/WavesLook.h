@@ -24,6 +24,8 @@ class WavesLook final : public Look {
 
     WavesLook();
     ~WavesLook() override;
+    WavesLook(const WavesLook&) = delete;
+    WavesLook& operator=(const WavesLook&) = delete;
 
     /// As WaterLook::setPicture.
     void setPicture(GLuint texture, int width, int height, PictureTop top);

@@ -8,7 +8,7 @@ namespace tidalume::gallery {
 
 /// The presets of a look, as a scene shows them.
 struct PresetRow {
-    const SceneEntry* scene;
+    const SceneEntry* scene = nullptr;
     Span<Preset> presets;
 };
 

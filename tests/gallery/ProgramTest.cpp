@@ -88,24 +88,26 @@ TEST_F(Programs, ShowTheSamePictures) {
     EXPECT_EQ(waters.size(), 3U) << "a picture for each choice of background";
 }
 
-// The drops' motion repeats after 120 frames, and the demonstration's finger is up in the last of them.
+// Only fingers make blobs then, which shrink away when they lift.
 TEST_F(Programs, ViewerTakesMouseAndFingers) {
+    const std::string empty = " --set drops=0 --set pools=0";
     runsWell(viewer("20 down 48 30\n20 down 15 100 0\n20 down 80 100 7\n30 move 48 60\n30 move 80 60 7\n"
-                    "60 save down.png\n61 up 48 60\n61 up 15 100 0\n61 up 80 60 7\n119 save up.png\n120 quit\n"));
+                    "60 save down.png\n61 up 48 60\n61 up 15 100 0\n61 up 80 60 7\n119 save up.png\n120 quit\n",
+                    "--scene metaballs" + empty));
     const Picture down = readPicture("down.png");
-    const Picture untouched = headlessPicture("metaballs", 61);
+    const Picture untouched = headlessPicture("metaballs", 10, empty);
     for (const auto& [x, y] : {std::pair(48, 60), {15, 100}, {80, 60}}) {
         EXPECT_GT(down.pixel(x, y)[0], 140) << x << ", " << y;
         EXPECT_LT(untouched.pixel(x, y)[0], 140) << x << ", " << y;
     }
-    EXPECT_EQ(readPicture("up.png").rgba, headlessPicture("metaballs", 120).rgba);
+    EXPECT_EQ(readPicture("up.png").rgba, untouched.rgba);
 }
 
 // What the window is made to show during a pause adds no step to the two as it begins and ends.
 TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
     runsWell(viewer("10 key Space\n15 save paused.png\n16 key c\n20 resize 120x90\n60 save wide.png\n"
                     "61 resize 97x161\n99 save still.png\n100 key Space\n100 save on.png\n110 key Right\n"
-                    "112 save right.png\n113 key Left\n120 key c\n130 key c\n142 save left.png\n143 key r\n"
+                    "112 save right.png\n113 key Left\n120 key c\n124 key c\n142 save left.png\n143 key r\n"
                     "172 save restarted.png\n173 key s\n180 key q\n"));
     const std::tuple<const char*, const char*, int, const char*> rows[] = {
         {"paused.png", "metaballs", 11, ""},
@@ -153,6 +155,11 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
     isRefused(gallery("--ground moss"), "--ground: there is no ground \"moss\"; the grounds are: sand, tiles");
     isRefused(gallery("--ground sand --background a.png"), "--background excludes --ground");
+    isRefused(gallery("--preset tea"), "--preset: there is no preset \"tea\"; the presets are water: brook, pool");
+    isRefused(gallery("--scene water --set depth=2"),
+              "--set depth=2: \"2\" is not a number from 0 to 0.3 shorter sides");
+    isRefused(gallery("--scene water --set simulation=sea"), "\"sea\" is not one of brook, pond");
+    isRefused(gallery("--scene pond --set salt=1"), "--set salt=1: scene pond has simulation, fieldScale");
     isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");
     EXPECT_FALSE(std::filesystem::exists("out")) << "bad input leaves no folder behind";
 
