@@ -34,6 +34,16 @@ int indexOf(const Span<Row>& rows, const char* name) {
     return -1;
 }
 
+// Some drivers answer a texture that is too large by ending the process.
+bool hasTexturesOf(int width, int height) {
+    GLint limit = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
+    if (limit <= 0 || std::max(width, height) <= limit) return true;
+    __android_log_print(ANDROID_LOG_ERROR, logTag, "%d x %d is beyond this driver's textures, which end at %d", width,
+                        height, limit);
+    return false;
+}
+
 // What a host may have left, and a pass over the whole surface cannot do with.
 void prepareState() {
     glBindVertexArray(0);
@@ -123,6 +133,10 @@ void Look::touch(int finger, float x, float y, TouchPhase phase) {
 void Look::draw(double seconds, GLuint framebuffer) {
     LookImplementation& look = *mImplementation;
     if (!look.mHasContext || look.mWidth < 1 || look.mHeight < 1) return;
+    if (!look.mFits && !hasTexturesOf(look.mWidth, look.mHeight)) {
+        look.mWidth = look.mHeight = 0;
+        return;
+    }
     prepareState();
     if (!look.mFits) look.fitSurface();
     look.mFits = true;

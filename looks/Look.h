@@ -68,8 +68,8 @@ class Look {
     void contextLost();
 
     /// The surface has this size now, in pixels. Makes no GL call; textures follow with the next `draw`. Below 1 in
-    /// either: nothing is drawn until there is a size again. A size beyond the driver's textures is logged by the
-    /// effects, which then draw nothing.
+    /// either: nothing is drawn until there is a size again. So it is with a size beyond the driver's textures, which
+    /// the next `draw` logs.
     void setSize(int width, int height);
 
     /// Takes a touch, which shows from the next step on. Makes no GL call. Ignored before `setSize`, with a finger out

@@ -36,7 +36,7 @@ constexpr Parameter parameters[] = {
      {}},
     {"touchRadius", "Width of a finger", "shorter sides", 0.01F, 0.12F, 0.03F, "A touch raises wider rings.", {}},
     {"touchStrength", "Strength of a touch", "", 0, 1, 0.5F, "A touch raises higher rings.", {}},
-    {"depth", "Depth of the water", "shorter sides", 0, 0.3F, 0.07F, "The picture is bent further.", {}},
+    {"depth", "Depth of the water", "shorter sides", 0, 0.5F, 0.07F, "The picture is bent further.", {}},
     {"steepness", "Steepness of the ripples", "", 0, 1, 0.4F, "Rings bend light and sky more.", {}},
     {"sky", "Reflection of the sky", "", 0, 1, 1, "Rings are brighter on one side and darker on the other.", {}},
     {"light", "Highlights", "", 0, 1, 0, "Crests glint where they face the light.", {}},

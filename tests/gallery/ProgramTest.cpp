@@ -157,7 +157,7 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(gallery("--ground sand --background a.png"), "--background excludes --ground");
     isRefused(gallery("--preset tea"), "--preset: there is no preset \"tea\"; the presets are water: brook, pool");
     isRefused(gallery("--scene water --set depth=2"),
-              "--set depth=2: \"2\" is not a number from 0 to 0.3 shorter sides");
+              "--set depth=2: \"2\" is not a number from 0 to 0.5 shorter sides");
     isRefused(gallery("--scene water --set simulation=sea"), "\"sea\" is not one of brook, pond");
     isRefused(gallery("--scene pond --set salt=1"), "--set salt=1: scene pond has simulation, fieldScale");
     isRefused(gallery("--out broken.png"), "--out: broken.png: Not a directory");

@@ -25,7 +25,8 @@ class CometsTest : public CallsTest {
         tidalume::ColorTarget target;
         for (int frame = 0; frame < frames; ++frame) {
             if (frame == lossAt) {
-                expectCalls("contextLost", [&] { comets.contextLost(); }, "");
+                expectCalls(
+                    "contextLost", [&] { comets.contextLost(); }, "");
                 target.abandon();
                 context.recreate();
             }

@@ -277,6 +277,9 @@ TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {
         look->setSize(size, surfaceHeight);
         EXPECT_EQ(silence(), "");
     }
+    look->setSize(100000, 1);
+    look->draw(1);
+    EXPECT_THAT(log.take(), ElementsAre(StartsWith("6 Look: 100000 x 1 is beyond")));
     look->contextLost();
     look->setSize(surfaceWidth, surfaceHeight);
     EXPECT_EQ(glRecorder().record([&] { look->draw(2); }), "");
