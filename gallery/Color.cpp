@@ -24,18 +24,6 @@ Color mix(const Color& from, const Color& to, float t) {
             from.blue + (to.blue - from.blue) * t, from.alpha + (to.alpha - from.alpha) * t};
 }
 
-Color rotateHue(const Color& color, float degrees) {
-    const float angle = degrees * pi / 180;
-    const float along = std::cos(angle);
-    const float across = std::sin(angle) / std::sqrt(3.0F);
-    const auto& [red, green, blue, alpha] = color;
-    const float grey = (red + green + blue) / 3 * (1 - along);
-    const auto rotate = [&](float channel, float next, float last) {
-        return std::clamp(channel * along + grey + (last - next) * across, 0.0F, 1.0F);
-    };
-    return {rotate(red, green, blue), rotate(green, blue, red), rotate(blue, red, green), alpha};
-}
-
 Color over(const Color& below, const Color& color) {
     return mix(below, {color.red, color.green, color.blue}, color.alpha);
 }

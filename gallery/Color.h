@@ -21,10 +21,6 @@ Color operator*(const Color& color, float factor);
 /// As in GLSL: from at t = 0, to at t = 1, linear in between, alpha too.
 Color mix(const Color& from, const Color& to, float t);
 
-/// The color rotated about the grey axis (Rodrigues' formula), then clamped: 120 degrees turn red into green, 0 changes
-/// no bit. Alpha stays, and so does brightness, as the mean of the other three.
-Color rotateHue(const Color& color, float degrees);
-
 /// A color laid over an opaque one by its alpha; the result is opaque.
 Color over(const Color& below, const Color& color);
 

@@ -99,7 +99,7 @@ class Look {
     /// Sets a parameter by its index.
     bool set(int parameter, float value);
 
-    /// Sets a parameter by its name.
+    /// Sets a parameter by its name, which is not null.
     bool set(const char* parameter, float value);
 
     /// The value of a parameter; 0 for an index out of range.
@@ -110,6 +110,7 @@ class Look {
 
     /// Gives every parameter the value that the preset gives it, or its initial one. An unknown name is refused as
     /// setters refuse a value.
+    /// @param name  not null
     bool usePreset(const char* name);
 
   protected:

@@ -20,14 +20,13 @@ constexpr float windowX = 270;
 constexpr float windowY = 232;
 constexpr float windowRadius = 176;
 
-enum { SPEED, LENS, BLEND, HUE };
+enum { SPEED, LENS, BLEND };
 
 constexpr Parameter rows[] = {
     {"speed", "Speed", "times", 0, 3, 1, "All of it moves faster.", {}},
     {"lens", "Size of the lens", "pixels of 540 across", 40, 200, 120, "A finger's lens is larger.", {}},
     {"blend", "Blend of the lights", "", 0, 5, static_cast<float>(Blend::Add), "How lights change what is below.",
      blendNames},
-    {"hue", "Shift of the colours", "degrees", -180, 180, 0, "Colours turn from red towards green.", {}},
 };
 
 constexpr Preset shows[] = {{"poster", "Poster", {}}};
@@ -104,12 +103,12 @@ bool VectorScene::usePreset(const char* name) {
 }
 
 void VectorScene::drawBackdrop() {
-    Color dawn = rotateHue({0.99F, 0.74F, 0.58F, 1}, mValues[HUE]);
-    Color night = rotateHue({0.09F, 0.08F, 0.20F, 1}, mValues[HUE]);
+    Color dawn = {0.99F, 0.74F, 0.58F, 1};
+    Color night = {0.09F, 0.08F, 0.20F, 1};
     mGraphics.renderRadialGradient(mPoster.x(windowX), mPoster.y(-60), 120 * mPoster.scale, dawn.data(),
                                    980 * mPoster.scale, night.data());
-    Color glow = rotateHue({0.85F, 0.30F, 0.45F, 0.40F}, mValues[HUE]);
-    Color none = rotateHue({0.60F, 0.20F, 0.50F, 0}, mValues[HUE]);
+    Color glow = {0.85F, 0.30F, 0.45F, 0.40F};
+    Color none = {0.60F, 0.20F, 0.50F, 0};
     mGraphics.renderRadialGradient(mPoster.x(windowX), mPoster.y(560), 0, glow.data(), 430 * mPoster.scale,
                                    none.data());
 }
@@ -142,12 +141,12 @@ void VectorScene::drawBoats() {
 void VectorScene::drawLights() {
     constexpr float radius = 58;
     constexpr float orbit = 36;
-    constexpr Color colors[3] = {{0.95F, 0.12F, 0.20F, 0.9F}, {0.10F, 0.85F, 0.30F, 0.9F}, {0.15F, 0.30F, 1.00F, 0.9F}};
+    Color colors[3] = {{0.95F, 0.12F, 0.20F, 0.9F}, {0.10F, 0.85F, 0.30F, 0.9F}, {0.15F, 0.30F, 1.00F, 0.9F}};
     setBlend(mGraphics, static_cast<Blend>(mValues[BLEND]));
     for (int i = 0; i < 3; ++i) {
         const float angle = twoPi * (mTime + static_cast<float>(i) / 3 - 0.25F);
         mGraphics.renderCircle(mPoster.x(140 + orbit * std::cos(angle)), mPoster.y(845 + orbit * std::sin(angle)),
-                               radius * mPoster.scale, rotateHue(colors[i], mValues[HUE]).data());
+                               radius * mPoster.scale, colors[i].data());
     }
     setBlend(mGraphics, Blend::Over);
 }

@@ -57,7 +57,7 @@ class VectorScene : public Scene {
     std::array<Finger, pointerCount> mFingers = {};
     Poster mPoster;
     float mTime = 0; // in periods
-    float mValues[4] = {};
+    float mValues[3] = {};
 };
 
 } // namespace tidalume::gallery
