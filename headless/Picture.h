@@ -31,4 +31,14 @@ struct Picture {
     }
 };
 
+/// Multiplies the colours by their alpha, for a texture that is filtered or blended as premultiplied. To be done once;
+/// files are written of pictures that are not premultiplied.
+inline void premultiply(Picture& picture) {
+    for (std::size_t pixel = 0; pixel < picture.rgba.size(); pixel += 4) {
+        const int alpha = picture.rgba[pixel + 3];
+        for (std::size_t channel = pixel; channel < pixel + 3; ++channel)
+            picture.rgba[channel] = static_cast<std::uint8_t>((picture.rgba[channel] * alpha + 127) / 255);
+    }
+}
+
 } // namespace tidalume

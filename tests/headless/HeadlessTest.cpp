@@ -34,6 +34,13 @@ TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(readTexture(texture, 1, 1), Error) << "its name is gone";
 }
 
+TEST(Picture, IsPremultipliedByEachPixelsAlpha) {
+    Picture picture(3, 1);
+    picture.rgba = {255, 100, 1, 128, 255, 100, 0, 255, 255, 100, 0, 0};
+    premultiply(picture);
+    EXPECT_THAT(picture.rgba, ElementsAre(128, 50, 1, 128, 255, 100, 0, 255, 0, 0, 0, 0));
+}
+
 // Every format, odd sizes, floats and bytes: each texel comes back where it was put, absent channels as 0 and alpha 1.
 TEST(Pixels, TexturesComeBackAsTheyWent) {
     const HeadlessContext context(4, 4);
