@@ -81,8 +81,7 @@ class Look {
 
     /// Runs the steps that are due and draws. Draws nothing before `contextCreated` and `setSize`.
     /// @param seconds      now, of a clock that does not jump, such as that of the display's frames; where it goes
-    /// back,
-    ///                     or on by more than a quarter of a second, a single step is run
+    ///                     back, or on by more than four steps, a single step is run
     /// @param framebuffer  to draw into; its size is that of `setSize`
     void draw(double seconds, GLuint framebuffer = 0);
 

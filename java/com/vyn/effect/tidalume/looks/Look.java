@@ -122,7 +122,7 @@ public abstract class Look implements AutoCloseable {
      * Runs the steps that are due and draws. Draws nothing before {@link #setSize}.
      *
      * @param seconds now, of a clock that does not jump, such as {@code System.nanoTime() / 1e9}; where it goes back,
-     *     or on by more than a quarter of a second, a single step is run
+     *     or on by more than four steps, a single step is run
      * @param framebuffer GL name of the one to draw into; its size is that of {@link #setSize}
      * @throws IllegalStateException if no GL context is current on this thread, or before {@link #contextCreated}
      */
