@@ -37,6 +37,8 @@ for step in Java CMake pkg-config; do
   mv "$work/project/water.png" "$work/water-$step.png" || fail "\"$step\" draws no water.png"
   cmp "$work/water-$step.png" "$work/water-Java.png" || fail "\"$step\" draws other water than Java"
 done
+run looks
+[ -s "$work/project/layers.png" ] || fail "\"looks\" draws no layers.png"
 # However a program is built, it and the library have one copy of the settings.
 for flags in "" -fvisibility=hidden "-fPIE -pie" "-fno-pie -no-pie"; do
   CXXFLAGS=$flags run cache 2>&1 | tee "$work/log"
@@ -70,6 +72,7 @@ $(cat "$fragment")
     }"$'\n'
 done
 mkdir "$work/samples"
+cp "$work/files/picture.webp" "$work/samples"
 template=$(<"$here/Samples.java.in")
 template=${template/@CALLS@/"$calls"}
 echo "${template/@METHODS@/"$methods"}" >"$work/samples/Samples.java"
@@ -77,4 +80,4 @@ cd "$work/samples"
 echo "== fragments"
 java -Xcheck:jni -cp "$HOME/tidalume/share/java/*" -Djava.library.path="$HOME/tidalume/lib" Samples.java 2>&1 | tee log
 if grep -E 'glError|Could not|WARNING|FATAL' log; then fail "the samples' log has errors"; fi
-echo "check-samples: $(ls "$work/fragments" | wc -l) fragments and 3 programs draw"
+echo "check-samples: $(ls "$work/fragments" | wc -l) fragments and 4 programs draw"
