@@ -6,7 +6,8 @@ namespace tidalume::shaders::cometPainter {
 
 /// The meshes keep their vertical coordinate in z; `texcoords.x` runs along a tail, from 0 at its head. `layers` layers
 /// of an opacity, which fades along the tail, lie over one another. Near the head, within the distance that `nearness`
-/// makes 1, the colour is that of its light. Meshes are so fine that all of it is interpolated from the vertices.
+/// makes 1, the colour is that of its light. Meshes are so fine that all of it is interpolated from the vertices, in
+/// half floats, which hold colours of 8 bits.
 inline constexpr auto vertex = join(prologue, R"(
 uniform vec2 head;
 uniform vec2 nearness;
@@ -16,7 +17,7 @@ uniform float opacity;
 uniform float layers;
 layout(location = 0) in vec3 vertices;
 layout(location = 1) in vec2 texcoords;
-out vec4 color;
+out mediump vec4 color;
 
 void main() {
     float ball = max(1.0 - length((vertices.xz - head) * nearness), 0.0);
@@ -28,7 +29,7 @@ void main() {
 )");
 
 inline constexpr auto fragment = join(prologue, R"(
-in vec4 color;
+in mediump vec4 color;
 layout(location = 0) out vec4 outColor;
 
 void main() {
