@@ -25,6 +25,7 @@ struct Run {
 
 void registerComparisons(Run& run);
 void registerScaling(Run& run);
+void registerFieldScales(Run& run);
 void registerStartUp(Run& run);
 void registerFrameCosts(Run& run);
 

@@ -1,5 +1,6 @@
 #include "bench/BallField.h"
 #include "bench/Benchmarks.h"
+#include "bench/LookFrames.h"
 #include "bench/Particles.h"
 #include "effects/comet/CometRenderer.h"
 #include "reference/CometMesh.h"
@@ -76,6 +77,17 @@ Pair againstCalls(Screen& screen, const MeasuredOperation& operation) {
             inForm(screen, Form::Library, [calls = record(action)] { calls.replay(); })};
 }
 
+/// Two frames, which have the same number of passes on any screen. The calls are those of the frames before.
+Pair lookAgainstCalls(Screen& screen, const LookCase& look) {
+    const auto frames = std::make_shared<LookFrames>(look.make(), screen.width(), screen.height());
+    const auto calls = std::make_shared<GLCalls>();
+    const auto two = [=] {
+        frames->draw();
+        frames->draw();
+    };
+    return {{[] {}, two}, {[=] { *calls = record(two); }, [=] { calls->replay(); }}};
+}
+
 Pair pointsAgainstLoop(Screen& screen) {
     const auto field =
         std::make_shared<BallField>(screen.width(), screen.height(), 64, 0.08F * static_cast<float>(screen.width()));
@@ -117,11 +129,13 @@ void addOnScreen(Run& run, int width, int height) {
                 [=] { return againstPlain(screen(), operation); });
             if (name == "Metaball2DRenderer::addMetaballs, 64 balls")
                 add(run, {name, size, "loop over the balls", 0.25}, [=] { return pointsAgainstLoop(screen()); });
-        } else if (operation.measured.canReplay) {
-            add(run, {name, size, "its GL calls alone", 1.10}, [=] { return againstCalls(screen(), operation); });
         } else {
-            add(run, {name, size, "plain form", 1.10}, [=] { return againstPlain(screen(), operation); });
+            add(run, {name, size, "its GL calls alone", 1.10}, [=] { return againstCalls(screen(), operation); });
         }
+    }
+    for (const LookCase& look : lookCases) {
+        add(run, {std::string(look.name) + "::draw, two frames", size, "its GL calls alone", 1.10},
+            [=, &run, &look] { return lookAgainstCalls(run.screen(width, height), look); });
     }
 }
 

@@ -1,6 +1,8 @@
 #include "bench/Benchmarks.h"
+#include "bench/LookFrames.h"
 
 #include <benchmark/benchmark.h>
+#include <deque>
 
 /// Allocations of the linked objects while this is not null; see the linker's --wrap in CMakeLists.txt.
 static int* allocations = nullptr;
@@ -25,11 +27,16 @@ namespace tidalume::bench {
 
 /// On a screen where everything has been drawn before: whatever grows has grown.
 void registerFrameCosts(Run& run) {
-    benchmark::RegisterBenchmark("frame of all effects", [&](benchmark::State& state) {
+    benchmark::RegisterBenchmark("frame of all effects and looks", [&](benchmark::State& state) {
         const Screen& screen = run.screen(64, 64);
+        std::deque<LookFrames> looks;
+        for (const LookCase& look : lookCases)
+            looks.emplace_back(look.make(), screen.width(), screen.height());
         const auto frame = [&] {
             for (const Operation& operation : screen.operations())
                 operation.run();
+            for (LookFrames& look : looks)
+                look.draw();
         };
         int count = 0;
         allocations = &count;
@@ -37,7 +44,11 @@ void registerFrameCosts(Run& run) {
             frame();
         allocations = nullptr;
 
-        run.results.frame = {count, record(frame).transfers};
+        const GLCalls calls = record([&] {
+            for (int i = 0; i < FrameCosts::frames; ++i)
+                frame();
+        });
+        run.results.frame = {count, calls.transfers};
         state.counters["allocations"] = run.results.frame->allocations;
         state.counters["transfers"] = run.results.frame->transfers;
     })->Iterations(FrameCosts::frames);

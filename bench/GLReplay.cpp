@@ -2,6 +2,8 @@
 
 #include "testing/DriversOwn.h"
 
+#include <algorithm>
+
 namespace tidalume::bench {
 namespace {
 
@@ -10,6 +12,26 @@ bool acceptsProgramBinaries = false;
 
 void note(std::function<void()> call) {
     recording->calls.push_back(std::move(call));
+}
+
+/// Copies what a draw reads from the caller's arrays, which hold other vertices by the time of the replay.
+void keepVertices(int count) {
+    for (const GLuint index : {0U, 1U}) {
+        GLint enabled = 0;
+        GLint size = 0;
+        GLint stride = 0;
+        void* pointer = nullptr;
+        glGetVertexAttribiv(index, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &enabled);
+        glGetVertexAttribiv(index, GL_VERTEX_ATTRIB_ARRAY_SIZE, &size);
+        glGetVertexAttribiv(index, GL_VERTEX_ATTRIB_ARRAY_STRIDE, &stride);
+        glGetVertexAttribPointerv(index, GL_VERTEX_ATTRIB_ARRAY_POINTER, &pointer);
+        if (!enabled || !pointer) continue;
+        const auto* first = static_cast<const float*>(pointer);
+        const int step = stride == 0 ? size : stride / static_cast<int>(sizeof(float));
+        note([=, copy = std::vector<float>(first, first + step * (count - 1) + size)] {
+            glVertexAttribPointer(index, size, GL_FLOAT, GL_FALSE, stride, copy.data());
+        });
+    }
 }
 
 } // namespace
@@ -71,14 +93,29 @@ extern "C" {
     }
 
 #include "testing/DrawingCalls.inc"
-PASS_ON(void, glDrawArrays, (GLenum mode, GLint first, GLsizei count), (mode, first, count))
-PASS_ON(void, glDrawElements, (GLenum mode, GLsizei count, GLenum type, const void* indices),
-        (mode, count, type, indices))
+PASS_ON(void, glUniform3f, (GLint location, GLfloat x, GLfloat y, GLfloat z), (location, x, y, z))
+PASS_ON(void, glUniform4f, (GLint location, GLfloat x, GLfloat y, GLfloat z, GLfloat w), (location, x, y, z, w))
 PASS_ON(GLint, glGetAttribLocation, (GLuint program, const GLchar* name), (program, name))
 PASS_ON(GLenum, glGetError, (), ())
 PASS_ON(GLint, glGetUniformLocation, (GLuint program, const GLchar* name), (program, name))
 PASS_ON(void, glTexParameteri, (GLenum target, GLenum parameter, GLint value), (target, parameter, value))
 PASS_ON(void, glUseProgram, (GLuint program), (program))
+
+void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
+    static const auto real = DRIVERS_OWN(glDrawArrays);
+    if (recording) tidalume::bench::keepVertices(first + count);
+    if (recording) note([=] { real(mode, first, count); });
+    real(mode, first, count);
+}
+
+/// Indices stay as they are.
+void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
+    static const auto real = DRIVERS_OWN(glDrawElements);
+    const auto* list = static_cast<const GLushort*>(indices);
+    if (recording) tidalume::bench::keepVertices(1 + *std::max_element(list, list + count));
+    if (recording) note([=] { real(mode, count, type, indices); });
+    real(mode, count, type, indices);
+}
 
 // Their parameters are named by the first letters.
 TRANSFER(void, glBufferData, (GLenum t, GLsizeiptr s, const void* d, GLenum u), (t, s, d, u))

@@ -16,7 +16,7 @@ struct Storage {
     int height;
 };
 
-/// What an action did. The data of uniforms is copied, vertices stay where they are.
+/// What an action did. The data of uniforms and vertices is copied.
 struct GLCalls {
     std::vector<std::function<void()>> calls; ///< those that draw, with their arguments
     std::map<GLuint, Storage> storages;       ///< by texture

@@ -79,6 +79,10 @@ std::string seriesRow(const Series& s) {
                duration(s.seconds.front()), duration(s.seconds.back()), format("%.2f", exponent(s)));
 }
 
+std::string fieldScaleRow(const FieldScale& s) {
+    return row(s.name, duration(s.seconds), format("%.1f", s.difference));
+}
+
 std::string startUpRow(const StartUp& s) {
     const bool counted = s.instructions != 0.0;
     return row(s.name, duration(s.seconds), counted ? format("%.1f", 1e-6 * s.instructions) : "not counted");
@@ -95,8 +99,9 @@ std::string table(const std::string& head, const std::vector<Entry>& entries, st
 
 std::string frameCosts(const std::optional<FrameCosts>& frame) {
     if (!frame) return "";
-    return format("\n### Per frame\n\nHeap allocations in %d frames of all effects: %d. Uploads and read-backs: %d.\n",
-                  FrameCosts::frames, frame->allocations, frame->transfers);
+    return format(
+        "\n### Per frame\n\nHeap allocations in %d frames of all effects and looks: %d. Uploads and read-backs: %d.\n",
+        FrameCosts::frames, frame->allocations, frame->transfers);
 }
 
 // Pixels of the plot, in which each axis has two decades, for factors of 1 to 100.
@@ -147,6 +152,9 @@ std::string markdownTables(const Results& results) {
            table("\n### Scaling\n\n| Operation | Against | From | To | Cost from | Cost to | Exponent |\n"
                  "|---|---|---:|---:|---:|---:|---:|\n",
                  measured(results.series), seriesRow) +
+           table("\n### Field scales\n\n| WaterLook, 540x960, texels a pixel | A frame | Steps of 8 bits from 1, on "
+                 "average |\n|---|---:|---:|\n",
+                 results.fieldScales, fieldScaleRow) +
            table("\n### Start-up\n\n| `init` of all effects | Time | Instructions, in millions |\n|---|---:|---:|\n",
                  results.startUps, startUpRow) +
            frameCosts(results.frame);

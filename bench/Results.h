@@ -28,6 +28,13 @@ struct Series {
     std::vector<double> seconds;
 };
 
+/// Frames of WaterLook with a height field of some size.
+struct FieldScale {
+    std::string name;
+    double seconds;    ///< of a frame
+    double difference; ///< of a channel from the first, on average, in steps of 8 bits
+};
+
 /// The `init` calls of all effects.
 struct StartUp {
     std::string name;
@@ -35,11 +42,11 @@ struct StartUp {
     double instructions; ///< 0: not counted
 };
 
-/// What frames of all effects do beside drawing.
+/// What frames of all effects and looks do beside drawing.
 struct FrameCosts {
     static constexpr int frames = 100;
     int allocations; ///< on the heap, in so many frames
-    int transfers;   ///< uploads and read-backs in one
+    int transfers;   ///< uploads and read-backs in as many
 };
 
 struct Results {
@@ -47,6 +54,7 @@ struct Results {
     std::string clock; ///< what the seconds are
     std::vector<Comparison> comparisons;
     std::vector<Series> series;
+    std::vector<FieldScale> fieldScales;
     std::vector<StartUp> startUps;
     std::optional<FrameCosts> frame;
 };

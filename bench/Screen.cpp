@@ -53,7 +53,7 @@ void fillWithNoise(GLuint texture, const Storage& storage) {
 
 std::vector<MeasuredOperation> measuredOperations() {
     const Inputs none = {1, 1, 1, 1, 1}; // they are not run, and make nothing where there are textures
-    std::vector<MeasuredOperation> operations = {{waterFrame, {1.0, true}}};
+    std::vector<MeasuredOperation> operations = {{waterFrame, {1.0, true}}, {"FieldPainter::paint", {1.0}}};
     for (const EffectCase& effectCase : effectCases())
         for (const Operation& operation : effectCase.make().operations(none))
             if (operation.measured) operations.push_back({operation.name, *operation.measured});
@@ -67,6 +67,7 @@ Screen::Screen(int width, int height) : mContext(width, height) {
             effect.init();
             effect.setScreenSize(width, height);
         }
+        mFieldPainter.createPrograms();
     };
     mTables = tablesBuiltBy([&] { mTargets = record(makeEffects).storages; });
     mPrograms[Form::Library] = current(mTables);
@@ -80,6 +81,9 @@ Screen::Screen(int width, int height) : mContext(width, height) {
         const std::vector<Operation> operations = effect.operations(inputs);
         mOperations.insert(mOperations.end(), operations.begin(), operations.end());
     }
+    const FieldPainter::Colors sunset = {{1.0F, 0.85F, 0.4F}, {1.0F, 0.44F, 0.46F}, {0.58F, 0.26F, 0.62F}};
+    mFieldScreen.fit(width, height);
+    mOperations.push_back({"FieldPainter::paint", [=] { mFieldPainter.paint(inputs.heights, mFieldScreen, sunset); }});
     mOperations.push_back({waterFrame, [pass = operation("ShallowWaterIterative::update, a pass"),
                                         build = operation("NormalMapBuilder::build"),
                                         render = operation("ShallowWaterRenderer::render")] {

@@ -3,6 +3,7 @@
 #include "bench/GLReplay.h"
 #include "foundation/ProgramTable.h"
 #include "headless/HeadlessContext.h"
+#include "looks/FieldPainter.h"
 #include "testing/Effects.h"
 
 #include <map>
@@ -15,7 +16,7 @@ namespace tidalume::bench {
 /// Eight passes of the water, the normal map and the renderer.
 constexpr char waterFrame[] = "water frame: 8 passes, normals, render";
 
-/// What is measured: such operations of the effects, and the water frame.
+/// What is measured: such operations of the effects, the painting of a field, and the water frame.
 struct MeasuredOperation {
     std::string name;
     Measured measured;
@@ -39,7 +40,7 @@ class Screen {
     int width() const { return mContext.width(); }
     int height() const { return mContext.height(); }
 
-    /// All operations of all effects, and the water frame, which is made of some of them.
+    /// All operations of all effects, the painting of a field, and the water frame, which is made of some of them.
     const std::vector<Operation>& operations() const { return mOperations; }
 
     /// What runs the operation of this name; throws std::logic_error where there is none.
@@ -62,6 +63,8 @@ class Screen {
     std::vector<ProgramTable> mTables;
     std::map<GLuint, Storage> mTargets;
     std::map<std::string, AnyEffect> mEffects;
+    FieldPainter mFieldPainter;
+    FieldScreen mFieldScreen{540};
     std::vector<Operation> mOperations;
     std::map<Form, Programs> mPrograms;
 };

@@ -59,6 +59,7 @@ void runBenchmarks(const Options& options) {
     std::cout << "Driver: " << run.results.driver << "\n";
     registerComparisons(run);
     registerScaling(run);
+    registerFieldScales(run);
     registerFrameCosts(run);
     registerStartUp(run);
     if (benchmark::RunSpecifiedBenchmarks() == 0)

@@ -1,8 +1,8 @@
 #include "looks/CometsLook.h"
 
-#include "effects/comet/CometRenderer.h"
 #include "effects/vector/VectorGraphicRenderer.h"
 #include "foundation/ColorTarget.h"
+#include "looks/CometPainter.h"
 #include "looks/LookImplementation.h"
 
 #include <algorithm>
@@ -44,7 +44,6 @@ constexpr float margin = 0.15F; // around the points of meteors, as a share of t
 
 constexpr float headSaturation = 0.45F;
 constexpr float tailSaturation = 0.7F;
-constexpr float warmthWidth = 0.5F; // of the tail that the head colours, in shorter sides
 
 // Of sparks, in shorter sides and seconds.
 constexpr float sparkLife = 0.9F;
@@ -54,16 +53,12 @@ constexpr float sparkSpeed = 0.1F;
 constexpr float sparkDrag = 0.12F; // share of its comet's velocity
 constexpr float gravity = 0.3F;
 
-struct Tint {
-    float channels[3];
-};
-
-Tint fromHue(float degrees, float saturation) {
+Color fromHue(float degrees, float saturation) {
     const auto channel = [&](float sixths) {
         const float turned = std::fmod(sixths + degrees / 60, 6.0F);
         return 1 - saturation * std::clamp(std::min(turned, 4 - turned), 0.0F, 1.0F);
     };
-    return {{channel(5), channel(3), channel(1)}};
+    return {channel(5), channel(3), channel(1)};
 }
 
 // Light around a head: how opaque it is and how white, by the distance from the middle as a share of the radius.
@@ -85,14 +80,14 @@ Light emberAt(float distance) {
 }
 
 // A square bitmap of light that fades towards its edges, premultiplied.
-void paintLight(ColorTarget& target, int size, Light (*lightAt)(float), const Tint& color) {
+void paintLight(ColorTarget& target, int size, Light (*lightAt)(float), const Color& color) {
     std::vector<std::uint8_t> pixels;
     const auto toByte = [](float channel) { return static_cast<std::uint8_t>(std::lround(255 * channel)); };
     const auto fromMiddle = [size](int i) { return (2 * static_cast<float>(i) + 1) / static_cast<float>(size) - 1; };
     for (int y = 0; y < size; ++y) {
         for (int x = 0; x < size; ++x) {
             const Light light = lightAt(std::min(std::hypot(fromMiddle(x), fromMiddle(y)), 1.0F));
-            for (const float channel : color.channels)
+            for (const float channel : {color.red, color.green, color.blue})
                 pixels.push_back(toByte(light.alpha * (channel + light.whiteness * (1 - channel))));
             pixels.push_back(toByte(light.alpha));
         }
@@ -136,14 +131,13 @@ class Comets final : public LookImplementation {
     void addSpark(const Flight& flight, int comet, float t);
     void moveSparks();
     void fitLights();
-    void paintTails();
-    void drawTails();
-    void drawAtHeads(float shorterSides, const ColorTarget& light);
+    void drawComets();
+    void drawGlow();
     void drawSparks();
     void drawLight(float x, float y, float shorterSides, const ColorTarget& light);
 
     VectorGraphicRenderer mGraphics;
-    ColorTarget mTails; // their colour everywhere, whose alpha is where they are
+    CometPainter mPainter;
     ColorTarget mGlow;
     ColorTarget mEmber;
     float mLightHue = -1; // that both show; -1 before they are made
@@ -155,15 +149,16 @@ class Comets final : public LookImplementation {
 
 void Comets::createPrograms() {
     mGraphics.init();
+    mPainter.createPrograms();
     for (Flight& flight : mFlights)
         flight.comets.init();
 }
 
 void Comets::abandon() {
     mGraphics.GLContextDestroyed();
+    mPainter.abandon();
     for (Flight& flight : mFlights)
         flight.comets.GLContextDestroyed();
-    mTails.abandon();
     mGlow.abandon();
     mEmber.abandon();
     mLightHue = -1;
@@ -173,7 +168,6 @@ void Comets::fitSurface() {
     mGraphics.setScreenSize(width(), height());
     for (Flight& flight : mFlights)
         flight.comets.setScreenSize(width(), height());
-    mTails.resize(width(), height());
 }
 
 void Comets::touch(int, float x, float y, TouchPhase phase) {
@@ -243,56 +237,42 @@ void Comets::moveSparks() {
 
 void Comets::draw(GLuint framebuffer) {
     if (mLightHue != value(CometsLook::HEAD_HUE)) fitLights();
-    if (isFlying()) paintTails();
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    if (isFlying()) drawTails();
+    glViewport(0, 0, width(), height());
+    drawComets();
     mGraphics.setBlendFunction(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     drawSparks();
-    drawAtHeads(value(CometsLook::GLOW), mGlow);
+    drawGlow();
 }
 
 void Comets::fitLights() {
     constexpr int glowSize = 128;
     constexpr int emberSize = 32;
     mLightHue = value(CometsLook::HEAD_HUE);
-    const Tint color = fromHue(mLightHue, headSaturation);
+    const Color color = fromHue(mLightHue, headSaturation);
     paintLight(mGlow, glowSize, glowAt, color);
     paintLight(mEmber, emberSize, emberAt, color);
 }
 
-// The comets are white, and so faint that they have to be drawn several times. They give the alpha alone; the colour is
-// that of the tails, and nearer to the heads theirs.
-void Comets::paintTails() {
-    const auto [red, green, blue] = fromHue(value(CometsLook::TAIL_HUE), tailSaturation).channels;
-    glBindFramebuffer(GL_FRAMEBUFFER, mTails.framebuffer());
-    glViewport(0, 0, width(), height());
-    glClearColor(red, green, blue, 0);
-    glClear(GL_COLOR_BUFFER_BIT);
-    glBlendEquation(GL_FUNC_ADD);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
-    const auto layers = static_cast<int>(std::lround(value(CometsLook::BRIGHTNESS)));
+// One layer is faint.
+void Comets::drawComets() {
+    const CometPainter::Style style = {fromHue(value(CometsLook::TAIL_HUE), tailSaturation),
+                                       fromHue(value(CometsLook::HEAD_HUE), headSaturation),
+                                       std::round(value(CometsLook::BRIGHTNESS))};
     for (Flight& flight : mFlights) {
-        for (int i = 0; flight.progress < 1 && i < layers; ++i)
-            flight.comets.render(static_cast<double>(flight.progress));
+        if (flight.progress >= 1) continue;
+        mPainter.paint(flight.comets, flight.progress, style, static_cast<float>(width()),
+                       static_cast<float>(height()));
     }
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
-    mGraphics.setBlendFunction(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-    drawAtHeads(warmthWidth, mEmber);
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-}
-
-void Comets::drawTails() {
-    mGraphics.setBlendFunction(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-    mGraphics.renderBitmapRectangle(0, 0, static_cast<float>(width()), static_cast<float>(height()), mTails.texture());
 }
 
 // Widest in the middle of a flight.
-void Comets::drawAtHeads(float shorterSides, const ColorTarget& light) {
+void Comets::drawGlow() {
     for (const Flight& flight : mFlights) {
         if (flight.progress >= 1) continue;
         for (const int comet : {0, 1}) {
             const Vector2 core = flight.comets.getDrawnCore(comet, flight.progress);
-            drawLight(core.x, core.y, shorterSides * std::sqrt(std::sin(pi * flight.progress)), light);
+            drawLight(core.x, core.y, value(CometsLook::GLOW) * std::sqrt(std::sin(pi * flight.progress)), mGlow);
         }
     }
 }

@@ -434,6 +434,38 @@ void main() {
 }
 )");
 
+// The looks
+
+inline constexpr auto paintedFieldVertex = join(prologue, R"(
+uniform vec4 area;
+layout(location = 0) in vec3 vertices;
+out vec2 texcoord;
+out vec2 position;
+
+void main() {
+    texcoord = mix(area.xy, area.zw, vertices.xy * 0.5 + 0.5);
+    position = vertices.xy;
+    gl_Position = vec4(vertices, 1.0);
+}
+)");
+
+inline constexpr auto paintedField = join(prologue, R"(
+uniform sampler2D textureField;
+uniform float cut;
+uniform vec4 bottom;
+uniform vec4 middle;
+uniform vec4 top;
+in vec2 texcoord;
+in vec2 position;
+layout(location = 0) out vec4 outColor;
+
+void main() {
+    vec4 color = mix(middle, position.y < 0.0 ? bottom : top, abs(position.y));
+    float field = texture(textureField, texcoord).r;
+    outColor = color * clamp((field - cut) / max(fwidth(field), 1e-4) + 0.5, 0.0, 1.0);
+}
+)");
+
 inline const std::vector<ProgramForm> programs = {
     {"Metaball2DRendererProgramMetaball", ballVertex, ballFragment},
     {"Metaball2DRendererProgramDraw", texturedQuad, fieldDraw},
@@ -455,6 +487,7 @@ inline const std::vector<ProgramForm> programs = {
     {"VectorGraphicRendererProgramBitmapCircle", discVertex, bitmapDisc},
     {"CometRendererProgramCoreOfComet", cometCoreVertex, cometCore},
     {"CometRendererProgramTailOfComet", cometTailVertex, cometTail},
+    {"FieldPainterProgram", paintedFieldVertex, paintedField},
 };
 
 } // namespace plain

@@ -6,7 +6,7 @@ namespace tidalume::shaders::fieldPainter {
 
 /// `area` is the part of the field that covers the target: left, bottom, right, top in texture coordinates. Colours,
 /// premultiplied, are linear below and above the middle, each of which has to be a quad of its own: in the fragment
-/// stage they would cost more than the rest of it.
+/// stage they would cost more than the rest of it. Half floats hold colours of 8 bits, at half the varyings.
 inline constexpr auto vertex = join(prologue, R"(
 uniform vec4 area;
 uniform vec4 bottom;
@@ -14,7 +14,7 @@ uniform vec4 middle;
 uniform vec4 top;
 layout(location = 0) in vec3 vertices;
 out vec2 texcoord;
-out vec4 color;
+out mediump vec4 color;
 
 void main() {
     texcoord = mix(area.xy, area.zw, vertices.xy * 0.5 + 0.5);
@@ -29,7 +29,7 @@ inline constexpr auto fragment = join(prologue, R"(
 uniform sampler2D textureField;
 uniform float cut;
 in vec2 texcoord;
-in vec4 color;
+in mediump vec4 color;
 layout(location = 0) out vec4 outColor;
 
 void main() {

@@ -84,7 +84,7 @@ Operations operations(const std::shared_ptr<CometRenderer>& effect, const Shared
                  srand48(1);
                  effect->push(0.5F * a->width, 0.45F * a->height, 0);
              }},
-            {"CometRenderer::render", [=] { effect->render(0.95); }, Measured{0.0, false, false}}};
+            {"CometRenderer::render", [=] { effect->render(0.95); }, Measured{}}};
 }
 
 Operations operations(const std::shared_ptr<IntensityMapBuilder>& effect, const Shared& a) {

@@ -21,7 +21,6 @@ struct Inputs {
 struct Measured {
     double goal = 0.0;     ///< largest share of the plain form's time; 0: none is set
     bool hasFloor = false; ///< reference::floors has a form for it
-    bool canReplay = true; ///< its vertices stay where they are after the call
 };
 
 /// A call of an effect that draws, disturbs or builds.

@@ -5,6 +5,7 @@
 #include "headless/Pixels.h"
 #include "reference/Shaders.h"
 #include "testing/Effects.h"
+#include "testing/Looks.h"
 
 #include <EGL/egl.h>
 
@@ -98,6 +99,14 @@ void printCompilation(bool plain) {
             operation.run();
             operations[operation.name] = operation.run;
         }
+    }
+    for (const LookCase& lookCase : lookCases) {
+        const std::unique_ptr<Look> look = lookCase.make();
+        look->contextCreated();
+        look->setSize(width, height);
+        look->touch(0, 0.5F * width, 0.5F * height, TouchPhase::Down);
+        for (int frame = 0; frame < 8; ++frame)
+            look->draw(frame / 60.0);
     }
     begin("");
     printCalls(operations, width, height);

@@ -18,6 +18,8 @@ constexpr struct {
     {"Adreno 540", "ShallowWaterProgramUpdate", "coordinates are put together between the reads"},
     {"Adreno 330", "ShallowWaterIterativeProgramUpdate", "coordinates are put together between the reads"},
     {"Adreno 330", "ShallowWaterProgramUpdate", "coordinates are put together between the reads"},
+    {"Adreno 540", "FieldPainterProgram", "it computes less while it waits: both add up to as much"},
+    {"Adreno 330", "FieldPainterProgram", "it computes less while it waits: both add up to as much"},
 };
 
 /// Why a program may have more than its plain form; empty: it must not.

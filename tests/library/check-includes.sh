@@ -19,7 +19,7 @@ commandline: commandline
 gallery: gallery commandline headless looks effects foundation math
 reference: reference effects math shaders
 testing: testing headless looks effects foundation math
-bench: bench commandline reference testing headless effects foundation math shaders'
+bench: bench commandline reference testing headless looks effects foundation math shaders'
 while IFS=': ' read -r folder may; do
   [ -d "$folder" ] || continue
   pattern=$(tr ' ' '|' <<<"$may")
