@@ -47,8 +47,9 @@ void listScene(const SceneEntry& entry) {
     for (const Parameter& parameter : player.parameters()) {
         std::printf("  %-14s %s", parameter.name, parameter.sentence);
         if (parameter.choices.size == 0) {
-            std::printf(" %g to %g %s, %g at first", static_cast<double>(parameter.minimum),
-                        static_cast<double>(parameter.maximum), parameter.unit, static_cast<double>(parameter.initial));
+            std::printf(" %g to %g%s%s, %g at first", static_cast<double>(parameter.minimum),
+                        static_cast<double>(parameter.maximum), *parameter.unit ? " " : "", parameter.unit,
+                        static_cast<double>(parameter.initial));
         }
         for (const char* choice : parameter.choices)
             std::printf(" %s", choice);

@@ -84,8 +84,8 @@ public abstract class Look implements AutoCloseable {
 
     /**
      * Fits the look to a surface, with the next {@code draw}. Makes no GL call. Below 1 in either direction, nothing is
-     * drawn until there is a size again. A size beyond the driver's textures is logged by the effects, which then draw
-     * nothing.
+     * drawn until there is a size again; so it is with a size beyond the driver's textures, which the next {@code draw}
+     * logs.
      *
      * @param width in pixels
      * @param height in pixels
