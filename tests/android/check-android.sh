@@ -18,7 +18,7 @@ cd "$work"
 find "$source/android" -name '*.xml' -not -path '*/build/*' -exec xmllint --noout {} +
 
 # The manifest's package is the namespace of build.gradle, which Gradle puts in.
-package=$(sed -n "s/^    namespace '\(.*\)'/\1/p" "$source/android/sample/build.gradle")
+package=$(sed -n "s/^    namespace \(= \)\?'\(.*\)'/\2/p" "$source/android/sample/build.gradle")
 for module in sample tidalume; do
   sed "s/<manifest /<manifest package=\"$package\" /" "$source/android/$module/src/main/AndroidManifest.xml" >AndroidManifest.xml
   aapt package -f -m -M AndroidManifest.xml -S "$sample/res" -J generated -F "$module.apk" --min-sdk-version 21 \

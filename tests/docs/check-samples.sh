@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
 # Builds and runs what the documentation shows: the README's programs from an empty folder against an installed
 # library, the pages' fragments in a context without a window; and looks excerpts up in the files that they are from.
-# usage: check-samples.sh SOURCE_DIR BUILD_DIR WORK_DIR
+# usage: check-samples.sh SOURCE_DIR WORK_DIR
 set -euo pipefail
 source=$1
-build=$2
-work=$3
+work=$2
 here=$(cd "$(dirname "$0")" && pwd)
 fail() { echo "check-samples: $1" >&2; exit 1; }
 
@@ -24,7 +23,8 @@ for excerpt in "$work"/excerpts/*; do
 done
 
 export HOME=$work
-ln -s "$build" "$work/repository/build"
+ln -s "$source"/* "$work/repository"
+rm -f "$work"/repository/build* # what the source folder has built is not what its commands build here
 run() { # step: its commands in a fresh folder that holds the sample files
   echo "== $1"
   rm -rf "$work/project"

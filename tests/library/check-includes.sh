@@ -30,7 +30,7 @@ done <<<"$allowed"
 bad=$(grep -rnE '\bgl(Gen|Create|Delete)[A-Za-z]+\(' math effects looks jni --include='*.h' --include='*.cpp' || true)
 [ -z "$bad" ] || fail "GL names are made and deleted in foundation/ only: $bad"
 
-for header in $(find math shaders foundation effects looks reference testing -name '*.h'); do
+for header in $(find math shaders foundation effects looks tidalume reference testing -name '*.h'); do
   "${compiler[@]}" -fsyntax-only -x c++ -I. "$header" || fail "does not compile alone: $header"
 done
 echo "check-includes: all headers compile alone, no upward include"
