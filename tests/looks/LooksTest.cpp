@@ -244,7 +244,7 @@ TEST_P(LooksTest, PresetsDiffer) {
     EXPECT_EQ(pictureAfter(*ready(), 0.8, 60), pictures[0]) << "the first preset is what a new look shows";
 }
 
-TEST_P(LooksTest, SurvivesTheLossOfTheContext) {
+TEST_P(LooksTest, SurvivesTheLossOfTheContextTheSmallestSizeAndAnyTouch) {
     const auto look = ready();
     const auto other = ready();
     for (int time = 0; time < 2; ++time) {
@@ -257,6 +257,11 @@ TEST_P(LooksTest, SurvivesTheLossOfTheContext) {
         const Pixels anew = pictureAfter(*look, 0.5, 60);
         EXPECT_THAT(anew, Contains(Gt(0.1F)));
     }
+    other->setSize(1, 1);
+    other->touch(9, -500, 1e6F, TouchPhase::Down);
+    pictureAfter(*other, 0.2, 60);
+    other->setSize(surfaceWidth, surfaceHeight);
+    EXPECT_THAT(pictureAfter(*other, 0.5, 60), Contains(Gt(0.1F)));
 }
 
 TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {
