@@ -69,12 +69,8 @@ std::string objects(const char* kind, const GLuint* names, int count) {
 }
 
 template <typename... Values>
-std::string valuesOf(GLint /*location*/, Values... values) {
-    return text(values...);
-}
-
-std::string uniform(GLint location) {
-    return recorder.uniforms[{recorder.current["program"], location}] + " =";
+std::string uniform(GLint location, Values... values) {
+    return recorder.uniforms[{recorder.current["program"], location}] + " =" + text(values...);
 }
 
 template <typename... Values>
@@ -154,7 +150,7 @@ int __wrap___android_log_print(int priority, const char* tag, const char* format
     }
 #define UNIFORM(function, parameters, arguments)                                                                       \
     void function parameters {                                                                                         \
-        recorder.call(uniform(location), valuesOf arguments);                                                          \
+        recorder.call(uniform arguments);                                                                              \
         DRIVER(function) arguments;                                                                                    \
     }
 #define UNIFORM_DATA(function, parameters, floats, arguments)                                                          \

@@ -4,8 +4,8 @@
 #include "reference/CometLaunch.h"
 #include "reference/CometMesh.h"
 #include "testing/TestPeer.h"
-#include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
+#include "tests/support/GLTest.h"
 
 #include <cfloat>
 #include <iterator>
@@ -15,7 +15,7 @@ namespace {
 
 namespace plain = tidalume::reference::plain;
 
-class CometTest : public CallsTest {
+class CometTest : public GLTest {
   protected:
     CometTest() { comets.init(); }
 

@@ -1,10 +1,9 @@
 #include "foundation/Diagnostics.h"
 #include "foundation/ProgramBuilder.h"
 #include "foundation/ProgramTable.h"
-#include "tests/support/CallsTest.h"
 #include "tests/support/FailingMalloc.h"
 #include "tests/support/Files.h"
-#include "tests/support/LiveNames.h"
+#include "tests/support/GLTest.h"
 
 #include <EGL/egl.h>
 
@@ -29,14 +28,9 @@ constexpr char notOpened[] = "6 EGLUtils: in saveProgram() FILENAME fopen error"
 constexpr char outOfMemory[] = "6 EGLUtils: in createProgram() malloc fail";
 constexpr char noPath[] = "6 EGLUtils: Null string error in appendString\n";
 
-class FoundationTest : public CallsTest {
+class FoundationTest : public GLTest {
   protected:
     FoundationTest() { std::strcpy(GlobalProperty::ROOT_DIR, "./"); }
-
-    void TearDown() override {
-        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
-        CallsTest::TearDown();
-    }
 
     /// Builds through the cache and returns what is logged, without GL errors, which a rejected binary of a foreign
     /// format may raise, as the driver pleases.

@@ -1,5 +1,6 @@
 package com.vyn.effect.tidalume;
 
+import static java.lang.Float.*;
 import static org.junit.Assert.*;
 
 import com.vyn.effect.tidalume.headless.*;
@@ -71,26 +72,6 @@ public final class LookTest {
         }
     }
 
-    /** Android reports all fingers when one of them moves. */
-    @Test
-    public void fingersThatRestRippleOnce() {
-        context.resize(WIDTH, HEIGHT);
-        final float[][] pictures = new float[2][];
-        for (int moves = 0; moves < 2; moves++) {
-            try (WaterLook water = new WaterLook()) {
-                water.contextCreated();
-                water.setSize(WIDTH, HEIGHT);
-                water.touch(1, 20, 30, TouchPhase.DOWN);
-                draw(water, 0);
-                if (moves > 0) {
-                    water.touch(1, 20, 30, TouchPhase.MOVE);
-                }
-                pictures[moves] = draw(water, 1);
-            }
-        }
-        assertArrayEquals(pictures[0], pictures[1], 0);
-    }
-
     @Test
     public void picturesComeFromFilesAndAreUpright() throws Exception {
         context.resize(2, 2);
@@ -124,12 +105,12 @@ public final class LookTest {
         blobs.setSize(WIDTH, HEIGHT);
         blobs.setDrops(0);
         blobs.setPools(0);
-        blobs.setBalls(new float[] {20, 70, 8, 40, 30, 8}, 1);
+        final float[] balls = {20, 70, 8, NaN, 5, 5, 30, 30, POSITIVE_INFINITY, 30, 40, -1, 40, 30, 8};
+        blobs.setBalls(balls, 4);
         final float[] pixels = draw(blobs, 0);
         assertEquals(1, pixels[4 * ((HEIGHT - 70) * WIDTH + 20) + 3], 0.02f);
         assertEquals(0, pixels[4 * ((HEIGHT - 30) * WIDTH + 40) + 3], 0);
-        assertRefused(IllegalArgumentException.class, "count must be 0 to 1, .*",
-                () -> blobs.setBalls(new float[5], 2));
+        assertRefused(IllegalArgumentException.class, "count must be 0 to 5, .*", () -> blobs.setBalls(balls, 6));
     }
 
     @Test

@@ -1,9 +1,8 @@
 #include "foundation/Diagnostics.h"
 #include "testing/BareGL.h"
 #include "testing/Effects.h"
-#include "tests/support/CallsTest.h"
 #include "tests/support/Files.h"
-#include "tests/support/LiveNames.h"
+#include "tests/support/GLTest.h"
 
 #include <climits>
 #include <cstdio>
@@ -30,15 +29,10 @@ const std::set<GLint> allFormats = {GL_R16F, GL_RG16F, GL_RGB16F, GL_RGBA16F};
 const std::vector<GLenum> someErrors = {GL_OUT_OF_MEMORY, GL_INVALID_ENUM, GL_INVALID_FRAMEBUFFER_OPERATION};
 const auto isLit = Contains(Gt(0.0F));
 
-class LifeCycleTest : public CallsTest, public testing::WithParamInterface<EffectCase> {
+class LifeCycleTest : public GLTest, public testing::WithParamInterface<EffectCase> {
   protected:
     const EffectCase& effectCase = GetParam();
     const int programs = static_cast<int>(effectCase.programNames.size());
-
-    void TearDown() override {
-        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
-        GLTest::TearDown();
-    }
 
     AnyEffect ready() const { return effectCase.make().prepare(); }
 
@@ -207,6 +201,24 @@ TEST_P(LifeCycleTest, DrawsTheSameInWiderFormats) {
     const std::vector<float> expected = picture(ready());
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};
     EXPECT_EQ(picture(ready()), expected);
+}
+
+/// The hint to tile-based GPUs changes no picture, whatever blending and scissor the caller has left on.
+TEST_P(LifeCycleTest, WhatIsDiscardedWasToBeOverwritten) {
+    for (const GLenum state : {GL_DITHER, GL_SCISSOR_TEST, GL_BLEND}) {
+        std::set<std::vector<float>> pictures;
+        for (const char* driver : {"llvmpipe", "a GPU"}) {
+            glRecorder().faults.renderer = driver;
+            const AnyEffect effect = ready();
+            glScissor(10, 10, 50, 30);
+            glBlendFunc(GL_ONE, GL_ONE);
+            glEnable(state);
+            effect.draw();
+            pictures.insert(picture(effect));
+            glDisable(state);
+        }
+        EXPECT_THAT(pictures, SizeIs(1)) << std::hex << state;
+    }
 }
 
 /// On a driver with attribute locations of its own that leaves optional queries unanswered, the same calls go out; the

@@ -1,7 +1,7 @@
 #include "foundation/ColorTarget.h"
 #include "headless/Pixels.h"
 #include "looks/CometsLook.h"
-#include "tests/support/CallsTest.h"
+#include "tests/support/GLTest.h"
 
 #include <cstdlib>
 
@@ -10,7 +10,7 @@ namespace {
 using Comets = tidalume::CometsLook;
 using Values = std::vector<float>;
 
-class CometsTest : public CallsTest {
+class CometsTest : public GLTest {
   protected:
     /// A picture after frames of 15 Hz. The context is lost before one of them.
     /// @param values  from the second parameter on

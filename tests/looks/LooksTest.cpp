@@ -1,8 +1,8 @@
 #include "testing/Looks.h"
 
+#include "foundation/ColorTarget.h"
 #include "headless/Pixels.h"
 #include "tests/support/GLTest.h"
-#include "tests/support/LiveNames.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,19 +56,21 @@ class LooksTest : public GLTest, public WithParamInterface<LookCase> {
     }
 
     /// A finger strokes the surface between frames 6 and 30 of 60 a second, and lifts.
-    static void touchAt(Look& look, int frame) {
+    /// @param reports  of each move: Android reports all fingers when one of them moves
+    static void touchAt(Look& look, int frame, int reports) {
         const auto along = static_cast<float>(frame);
         if (frame == 6) look.touch(0, 20, 30, TouchPhase::Down);
-        if (frame > 6 && frame < 30) look.touch(0, 20 + along, 30 + 2 * along, TouchPhase::Move);
+        for (int i = 0; i < reports && frame > 6 && frame < 30; ++i)
+            look.touch(0, 20 + along, 30 + 2 * along, TouchPhase::Move);
         if (frame == 30) look.touch(0, 50, 90, TouchPhase::Up);
     }
 
     /// The picture after some seconds at a display's rate, of a look that was stroked on the way.
-    static Pixels pictureAfter(Look& look, double seconds, int rate) {
+    static Pixels pictureAfter(Look& look, double seconds, int rate, int reports = 1) {
         int touched = 0;
         for (int frame = 0; frame < static_cast<int>(seconds * rate); ++frame) {
             for (; touched * rate <= frame * 60; touched += 6)
-                touchAt(look, touched);
+                touchAt(look, touched, reports);
             look.draw(static_cast<double>(frame) / rate);
         }
         return picture(look, seconds);
@@ -76,9 +78,9 @@ class LooksTest : public GLTest, public WithParamInterface<LookCase> {
 };
 
 TEST_P(LooksTest, MovesAlikeAtEveryRateOfADisplay) {
-    const Pixels at60 = pictureAfter(*ready(), 3, 60);
-    EXPECT_EQ(pictureAfter(*ready(), 3, 90), at60);
-    EXPECT_EQ(pictureAfter(*ready(), 3, 120), at60);
+    const Pixels at60 = pictureAfter(*ready(), 2, 60);
+    EXPECT_EQ(pictureAfter(*ready(), 2, 90), at60);
+    EXPECT_EQ(pictureAfter(*ready(), 2, 120, 2), at60) << "a finger that rests changes nothing";
 }
 
 TEST_P(LooksTest, SkipsAPauseAndDrawsTheSameTwice) {
@@ -97,45 +99,41 @@ TEST_P(LooksTest, SkipsAPauseAndDrawsTheSameTwice) {
            "moves";
 }
 
-// Of a preset that is still from the beginning, or after a touch.
+// Of a preset that is still before a touch. All steps are run, though few are drawn.
 TEST_P(LooksTest, ComesToRest) {
-    int resting = 0;
+    constexpr int rate = 15;
+    bool rests = false;
     for (const tidalume::Preset& preset : GetParam().make()->presets()) {
         const auto look = ready(preset.name);
-        int frame = 0;
-        for (; frame < 31 * 60 && (frame <= 30 || look->isMoving()); ++frame) {
-            touchAt(*look, frame);
-            look->draw(frame / 60.0);
-        }
+        const Pixels undisturbed = picture(*look, 0);
         if (look->isMoving()) continue;
-        ++resting;
-        const Pixels before = picture(*look, frame / 60.0);
-        EXPECT_LE(largestDifference(picture(*ready(preset.name), 0), before), 2.5F * level)
-            << preset.name << " is undisturbed";
-        for (int later = 1; later < 600; ++later)
-            look->draw((frame + later) / 60.0);
-        EXPECT_LE(largestDifference(picture(*look, frame / 60.0 + 10), before), level) << preset.name;
+        rests = true;
+        pictureAfter(*look, 1, rate);
+        int frame = rate;
+        for (; frame < 31 * rate && look->isMoving(); ++frame)
+            look->draw(1.0 * frame / rate);
+        EXPECT_FALSE(look->isMoving()) << preset.name;
+        const Pixels before = picture(*look, 1.0 * frame / rate);
+        EXPECT_LE(largestDifference(undisturbed, before), 2.5F * level) << preset.name;
+        for (const int end = frame + 10 * rate; frame < end; ++frame)
+            look->draw(1.0 * frame / rate);
+        EXPECT_LE(largestDifference(picture(*look, 1.0 * frame / rate), before), level) << preset.name;
         look->touch(0, 30, 30, TouchPhase::Down);
         EXPECT_TRUE(look->isMoving()) << preset.name;
     }
-    EXPECT_EQ(resting > 0, GetParam().rests);
+    EXPECT_EQ(rests, GetParam().rests);
 }
 
 TEST_P(LooksTest, LeavesTheStateThatItSays) {
     const auto look = ready();
-    const GLuint texture = tidalume::headless::makeTexture(GL_RGBA8, surfaceWidth, surfaceHeight,
-                                                           Pixels(std::size_t{4} * surfaceWidth * surfaceHeight));
-    GLuint framebuffer = 0;
+    tidalume::ColorTarget target;
+    target.resize(surfaceWidth, surfaceHeight, Pixels(std::size_t{surfaceWidth} * surfaceHeight).data());
     GLuint array = 0;
     GLuint buffer = 0;
-    glGenFramebuffers(1, &framebuffer);
     glGenVertexArrays(1, &array);
     glGenBuffers(1, &buffer);
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
 
     // All that a host may have left.
-    glBindFramebuffer(GL_FRAMEBUFFER, 0);
     glBindVertexArray(array);
     glBindBuffer(GL_ARRAY_BUFFER, buffer);
     for (const GLenum capability : {GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE})
@@ -146,42 +144,40 @@ TEST_P(LooksTest, LeavesTheStateThatItSays) {
     glActiveTexture(GL_TEXTURE5);
     look->touch(0, 30, 60, TouchPhase::Down);
     for (int frame = 0; frame < 30; ++frame)
-        look->draw(frame / 60.0, framebuffer);
+        look->draw(frame / 60.0, target.framebuffer());
 
-    const auto integer = [](GLenum name) {
-        GLint value = -1;
-        glGetIntegerv(name, &value);
-        return value;
+    const std::pair<GLenum, std::vector<GLint>> left[] = {
+        {GL_FRAMEBUFFER_BINDING, {static_cast<GLint>(target.framebuffer())}},
+        {GL_VIEWPORT, {0, 0, surfaceWidth, surfaceHeight}},
+        {GL_COLOR_WRITEMASK, {GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE}},
+        {GL_COLOR_CLEAR_VALUE, {0, 0, 0, 0}},
+        {GL_ACTIVE_TEXTURE, {GL_TEXTURE0}},
+        {GL_BLEND_EQUATION_RGB, {GL_FUNC_ADD}},
+        {GL_VERTEX_ARRAY_BINDING, {0}},
+        {GL_ARRAY_BUFFER_BINDING, {0}},
+        {GL_ELEMENT_ARRAY_BUFFER_BINDING, {0}},
+        {GL_CURRENT_PROGRAM, {0}},
+        {GL_SCISSOR_TEST, {GL_FALSE}},
+        {GL_STENCIL_TEST, {GL_FALSE}},
+        {GL_DEPTH_TEST, {GL_FALSE}},
+        {GL_BLEND, {GL_FALSE}},
+        {GL_CULL_FACE, {GL_FALSE}},
     };
-    EXPECT_EQ(integer(GL_FRAMEBUFFER_BINDING), static_cast<GLint>(framebuffer));
-    for (const GLenum zero :
-         {GL_VERTEX_ARRAY_BINDING, GL_ARRAY_BUFFER_BINDING, GL_ELEMENT_ARRAY_BUFFER_BINDING, GL_CURRENT_PROGRAM,
-          GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE})
-        EXPECT_EQ(integer(zero), 0) << std::hex << zero;
-    EXPECT_EQ(integer(GL_ACTIVE_TEXTURE), GL_TEXTURE0);
-    EXPECT_EQ(integer(GL_BLEND_EQUATION_RGB), GL_FUNC_ADD);
-    for (const GLenum unit : {GL_TEXTURE2, GL_TEXTURE1, GL_TEXTURE0}) {
-        glActiveTexture(unit);
-        EXPECT_EQ(integer(GL_TEXTURE_BINDING_2D), 0);
+    for (const auto& [name, expected] : left) {
+        std::vector<GLint> values(expected.size(), -1);
+        glGetIntegerv(name, values.data());
+        EXPECT_EQ(values, expected) << std::hex << name;
     }
-    for (const GLuint attribute : {0U, 1U}) {
+    for (const GLuint i : {2U, 1U, 0U}) {
+        GLint texture = -1;
         GLint isEnabled = -1;
-        glGetVertexAttribiv(attribute, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &isEnabled);
-        EXPECT_EQ(isEnabled, 0);
+        glActiveTexture(GL_TEXTURE0 + i);
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture);
+        glGetVertexAttribiv(i, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &isEnabled);
+        EXPECT_THAT(std::pair(texture, isEnabled), Pair(0, 0)) << "of unit and array " << i;
     }
-    GLint viewport[4] = {};
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    EXPECT_THAT(viewport, ElementsAre(0, 0, surfaceWidth, surfaceHeight));
-    GLboolean mask[4] = {};
-    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
-    EXPECT_THAT(mask, Each(GL_TRUE));
-    GLfloat clear[4] = {1, 1, 1, 1};
-    glGetFloatv(GL_COLOR_CLEAR_VALUE, clear);
-    EXPECT_THAT(clear, Each(0));
-    EXPECT_THAT(tidalume::headless::readTexture(texture, surfaceWidth, surfaceHeight).rgba, Contains(Gt(0.1F)))
+    EXPECT_THAT(tidalume::headless::readTexture(target.texture(), surfaceWidth, surfaceHeight).rgba, Contains(Gt(0.1F)))
         << "whatever the host has left, it draws";
-    glDeleteTextures(1, &texture);
-    glDeleteFramebuffers(1, &framebuffer);
     glDeleteVertexArrays(1, &array);
     glDeleteBuffers(1, &buffer);
 }
@@ -248,7 +244,7 @@ TEST_P(LooksTest, PresetsDiffer) {
     EXPECT_EQ(pictureAfter(*ready(), 0.8, 60), pictures[0]) << "the first preset is what a new look shows";
 }
 
-TEST_P(LooksTest, SurvivesTheLossOfTheContext) {
+TEST_P(LooksTest, SurvivesTheLossOfTheContextTheSmallestSizeAndAnyTouch) {
     const auto look = ready();
     const auto other = ready();
     for (int time = 0; time < 2; ++time) {
@@ -261,6 +257,11 @@ TEST_P(LooksTest, SurvivesTheLossOfTheContext) {
         const Pixels anew = pictureAfter(*look, 0.5, 60);
         EXPECT_THAT(anew, Contains(Gt(0.1F)));
     }
+    other->setSize(1, 1);
+    other->touch(9, -500, 1e6F, TouchPhase::Down);
+    pictureAfter(*other, 0.2, 60);
+    other->setSize(surfaceWidth, surfaceHeight);
+    EXPECT_THAT(pictureAfter(*other, 0.5, 60), Contains(Gt(0.1F)));
 }
 
 TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {
@@ -281,6 +282,7 @@ TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {
     look->draw(1);
     EXPECT_THAT(log.take(), ElementsAre(StartsWith("6 Look: 100000 x 1 is beyond")));
     look->contextLost();
+    context.recreate();
     look->setSize(surfaceWidth, surfaceHeight);
     EXPECT_EQ(glRecorder().record([&] { look->draw(2); }), "");
     look->contextCreated();
@@ -292,11 +294,6 @@ TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {
     look->setSeed(1);
     const Pixels touched = pictureAfter(*look, 0.2, 60);
     EXPECT_EQ(touched, pictureAfter(*ready(), 0.2, 60)) << "these touches are ignored";
-}
-
-TEST_P(LooksTest, LeavesNoObjectBehind) {
-    pictureAfter(*ready(), 0.5, 60);
-    EXPECT_EQ(liveObjects(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, LooksTest, ValuesIn(tidalume::lookCases),

@@ -2,7 +2,7 @@
 #include "headless/Pixels.h"
 #include "reference/ParticleStep.h"
 #include "testing/TestPeer.h"
-#include "tests/support/CallsTest.h"
+#include "tests/support/GLTest.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -13,7 +13,7 @@ using namespace testing;
 
 constexpr int press = 0, release = 1, stream = 7;
 
-class MetaballTest : public CallsTest {
+class MetaballTest : public GLTest {
   protected:
     MetaballTest() { renderer.init(1.0F); }
 
@@ -154,6 +154,7 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew, and emits nothing";
 
     renderer.GLContextDestroyed();
+    context.recreate();
     renderer.push(1.0F, 1.0F, press);
     EXPECT_THAT(render(10.0F), IsEmpty());
     EXPECT_CALLS(renderer.addToField(10.0F), "");

@@ -1,4 +1,6 @@
 #include "effects/metaball/Metaball2DRenderer.h"
+#include "looks/FieldPainter.h"
+#include "looks/FieldScreen.h"
 #include "tests/pictures/Field.h"
 
 namespace tidalume::pictures {
@@ -60,10 +62,45 @@ Comparison disc(int width, int height, int quality, float x, float y, float radi
     });
 }
 
+/// A ball in the middle, painted by a look in colours that run from the bottom to the top. The change of the field from
+/// pixel to pixel is taken along both axes, so an outline of a pixel is wider where it is oblique.
+Comparison blob(int width, int height, float radius) {
+    Ball ball = {0.5F * width, 0.5F * height, radius};
+    constexpr FieldPainter::Colors colors = {{0.8F, 0.4F, 0.2F, 0.5F}, {0, 1, 0.4F, 0.25F}, {1, 0.9F, 0.6F, 0.5F}};
+    const auto premultiplied = [](const Color& c) -> Values {
+        return Values{c.red, c.green, c.blue, 1} * Values(c.alpha, 4);
+    };
+    const Values ground = {0.1, 0.2, 1.0, 0.8};
+    FieldScreen screen(height);
+    screen.fit(width, height);
+    screen.fitQuality(1, radius);
+    Metaball2DRenderer metaballs;
+    metaballs.init(screen.quality());
+    metaballs.setScreenSize(screen.width(), screen.height());
+    metaballs.addMetaballs(&ball.x, 1);
+    FieldPainter painter;
+    painter.createPrograms();
+    glViewport(0, 0, width, height);
+    glClearColor(0.1F, 0.2F, 1.0F, 0.8F);
+    glClear(GL_COLOR_BUFFER_BIT);
+    painter.paint(metaballs.getTexture(), screen, colors);
+
+    return compare(headless::readFramebuffer(width, height), [&](int column, int row) -> Values {
+        const double x = column + 0.5 - 0.5 * width, y = row + 0.5 - 0.5 * height, distance = std::hypot(x, y);
+        const double breadth = (std::fabs(x) + std::fabs(y)) / std::max(distance, 1.0);
+        const double coverage = std::clamp((radius - distance) / breadth + 0.5, 0.0, 1.0);
+        const Color& end = y < 0.0 ? colors.bottom : colors.top;
+        const Values paint =
+            mix(premultiplied(colors.middle), premultiplied(end), std::fabs(y) / height * 2.0) * coverage;
+        return ground * (1.0 - paint[3]) + paint;
+    });
+}
+
 // The kernel changes by at most 3.08 per unit of gl_PointCoord, which has about 10 bits, and a centre is snapped to
 // 1/256 pixel: 0.006 for a sprite of 10 texels; up to four balls overlap, and every sum rounds to a half float.
 constexpr Tolerance fieldTolerance = {0.02, "precision of gl_PointCoord times overlapping balls, and half floats", 0.1};
 constexpr Tolerance crowdTolerance = {0.2, "a sum of up to 16 has steps of 1/128, and some 25 balls overlap", 0.3};
+constexpr Tolerance outline = {0.03, "an outline's width comes from the differences of neighbouring pixels", 0.08};
 constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
 const PictureTable table = {
@@ -73,6 +110,8 @@ const PictureTable table = {
     {"metaball_field_400_balls", [] { return field(64, 160, 1, 400); }, crowdTolerance},
     {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
     {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
+    {"metaball_blob_97x61", [] { return blob(97, 61, 20.3F); }, outline},
+    {"metaball_blob_larger_than_97x61", [] { return blob(97, 61, 100); }, outline},
 };
 
 } // namespace

@@ -22,6 +22,7 @@ TEST_P(PictureTest, MatchesFormula) {
     std::cout << GetParam().name << ": largest difference " << largest << "\n";
     EXPECT_LE(largest, toleranceHere(GetParam())) << drawn << " instead of " << expected << " at (" << x << ", " << y
                                                   << "); tolerance: " << GetParam().tolerance.reason;
+    context.recreate(); // the textures of the pictures live as long as the context
 }
 
 INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures()), PrintToStringParamName());

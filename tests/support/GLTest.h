@@ -3,14 +3,22 @@
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
 #include "testing/GLRecorder.h"
+#include "tests/support/LiveNames.h"
 #include "tests/support/LogCapture.h"
 
+#include <algorithm>
 #include <cstring>
 #include <gmock/gmock.h>
-#include <vector>
+#include <regex>
+#include <sstream>
+
+/// Compares the GL calls that an operation makes with those expected: see GLTest::expectCalls.
+#define EXPECT_CALLS(operation, ...)                                                                                   \
+    expectCalls(                                                                                                       \
+        #operation, [&] { operation; }, __VA_ARGS__)
 
 /// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
-/// afterwards where a GL error is pending or a line was left in the log that the test did not take.
+/// afterwards where a GL error is pending, a line was left in the log that the test did not take, or a GL object lives.
 class GLTest : public testing::Test {
   protected:
     static constexpr int width = 97;
@@ -24,8 +32,10 @@ class GLTest : public testing::Test {
         GlobalProperty::ROOT_DIR[0] = '\0';
     }
 
-    void TearDown() override {
+    /// What the test has made is destroyed by now, but the context.
+    ~GLTest() override {
         glRecorder().faults = {};
+        EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
@@ -37,6 +47,28 @@ class GLTest : public testing::Test {
                 << i << ": " << made[i] << " instead of " << expected[i];
     }
 
+    /// In the recorder's notation.
+    /// @param operation  what makes the calls, in words
+    /// @param expected   the calls, separated by semicolons or line ends
+    /// @param beginning  of all calls, only those that begin as this regular expression says
+    static void expectCalls(const char* operation, const std::function<void()>& action, const std::string& expected,
+                            const std::string& beginning = "") {
+        EXPECT_EQ(lines(glRecorder().record(action), beginning), lines(expected))
+            << operation << ": its calls and their order are frozen, see docs/compatibility.md";
+    }
+
     tidalume::headless::HeadlessContext context;
     LogCapture log;
+
+  private:
+    /// One call a line: their differences are shown then.
+    static std::string lines(std::string calls, const std::string& beginning = "") {
+        std::replace(calls.begin(), calls.end(), ';', '\n');
+        std::istringstream rest(calls);
+        const std::regex start("^(" + beginning + ")");
+        std::string all;
+        for (std::string call; std::getline(rest >> std::ws, call);)
+            if (std::regex_search(call, start)) all += call + "\n";
+        return all;
+    }
 };

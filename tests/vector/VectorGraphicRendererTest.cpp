@@ -1,11 +1,13 @@
 #include "effects/vector/VectorGraphicRenderer.h"
 
 #include "testing/TestPeer.h"
-#include "tests/support/CallsTest.h"
+#include "tests/support/GLTest.h"
+
+#include <array>
 
 namespace {
 
-class VectorGraphicRendererTest : public CallsTest {
+class VectorGraphicRendererTest : public GLTest {
   protected:
     VectorGraphicRendererTest() { graphics.init(); }
 
@@ -58,6 +60,7 @@ TEST_F(VectorGraphicRendererTest, DrawsInOrderWithTheBlendStateThatIsSet) {
     blend = R"(glBlendEquation 0x8008; glBlendFuncSeparate 1 SRC_COLOR DST_COLOR 0
         glBlendColor 0.125 0.25 0.5 0.75; glDisable DEPTH_TEST;)";
     EXPECT_CALLS(graphics.renderCircle(40, 30, 12, color), drawn(circle));
+    glDeleteTextures(2, std::array{7U, 8U}.data());
 }
 
 TEST_F(VectorGraphicRendererTest, UnknownCodesKeepTheRotation) {
