@@ -19,8 +19,8 @@ class CometPainter {
 
     struct Style {
         Color tail;
-        Color head;   // of the light that falls on the tail
-        float layers; // as many as the comets are drawn
+        Color head;       // of the light that falls on the tail
+        float layers = 1; // as many as the comets are drawn
     };
 
     /// Paints both comets' tails, cores and rings over the viewport in the bound framebuffer, with premultiplied alpha.
@@ -39,7 +39,7 @@ class CometPainter {
     void drawTails(CometRenderer& comets, int comet);
     void drawRing(const Ring& ring, float opacity, float width, float height);
 
-    unsigned short mIndices[3 * CometMesh::triangles];
+    unsigned short mIndices[3 * CometMesh::triangles] = {};
 
     static inline GLuint mProgram = 0;
     static inline GLint mUniformHead = -1;
