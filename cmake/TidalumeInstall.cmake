@@ -60,3 +60,7 @@ if(TIDALUME_BUILD_HEADLESS)
     install_jar(TidalumeHeadlessJar DESTINATION ${TIDALUME_JAR_DIR} COMPONENT Headless)
   endif()
 endif()
+
+if(TIDALUME_IS_TOP_LEVEL)
+  include(TidalumePackage)
+endif()
