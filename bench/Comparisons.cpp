@@ -18,7 +18,7 @@ struct Pair {
     std::optional<Action> floor = std::nullopt;
 };
 
-/// Who begins changes too, so that what else the machine does falls on both alike.
+/// The two take turns at going first, so that other load falls on both.
 void measure(benchmark::State& state, const Pair& pair, double duration, Comparison& found) {
     const int runs = runsThatFill(pair.library, duration);
     runsThatFill(pair.other, duration);

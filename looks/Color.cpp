@@ -19,4 +19,12 @@ Color rotateHue(const Color& color, float degrees) {
     return {rotate(red, green, blue), rotate(green, blue, red), rotate(blue, red, green), alpha};
 }
 
+Color fromHue(float degrees, float saturation) {
+    const auto channel = [&](float sixths) {
+        const float turned = std::fmod(sixths + degrees / 60, 6.0F);
+        return 1 - saturation * std::clamp(std::min(turned, 4 - turned), 0.0F, 1.0F);
+    };
+    return {channel(5), channel(3), channel(1)};
+}
+
 } // namespace tidalume

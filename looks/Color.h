@@ -14,4 +14,7 @@ struct Color {
 /// stays, and so does brightness, as the mean of the other three.
 Color rotateHue(const Color& color, float degrees);
 
+/// A bright colour: red at 0 degrees, green at 120, blue at 240; white with a saturation of 0.
+Color fromHue(float degrees, float saturation);
+
 } // namespace tidalume

@@ -53,14 +53,6 @@ constexpr float sparkSpeed = 0.1F;
 constexpr float sparkDrag = 0.12F; // share of its comet's velocity
 constexpr float gravity = 0.3F;
 
-Color fromHue(float degrees, float saturation) {
-    const auto channel = [&](float sixths) {
-        const float turned = std::fmod(sixths + degrees / 60, 6.0F);
-        return 1 - saturation * std::clamp(std::min(turned, 4 - turned), 0.0F, 1.0F);
-    };
-    return {channel(5), channel(3), channel(1)};
-}
-
 // Light around a head: how opaque it is and how white, by the distance from the middle as a share of the radius.
 struct Light {
     float alpha;

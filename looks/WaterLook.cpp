@@ -163,7 +163,8 @@ void Water::fitSimulation() {
 void Water::touch(int index, float x, float y, TouchPhase phase) {
     if (phase == TouchPhase::Up || phase == TouchPhase::Cancel) return;
     Finger& finger = mFingers[index];
-    if (phase == TouchPhase::Move && x == finger.x && y == finger.y) return; // a finger that rests beside one that moves
+    if (phase == TouchPhase::Move && x == finger.x && y == finger.y)
+        return; // a finger that rests beside one that moves
     finger.x = x;
     finger.y = y;
     finger.moved = true;

@@ -1,6 +1,6 @@
 // A hostile caller on a GL that costs next to nothing: objects of all classes and calls of all their functions, in any
-// order and with odd arguments, on contexts that are lost now and then. Reads beyond arrays and leaked memory are the
-// sanitizers' to see.
+// order and with odd arguments, on contexts that are lost now and then. The sanitizers find reads beyond arrays and
+// leaked memory.
 
 #include "EffectHeaders.inc"
 #include "foundation/GlobalProperty.h"

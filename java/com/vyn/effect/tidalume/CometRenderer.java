@@ -66,7 +66,7 @@ public final class CometRenderer implements AutoCloseable {
     /** Forgets every GL name, for a context that is gone; {@link #init} follows. */
     public void GLContextDestroyed() {
         GLContextDestroyed(handle.open());
-        handle.forgetPrograms();
+        handle.abandonPrograms();
     }
 
     /**

@@ -74,12 +74,12 @@ final class Handle {
     }
 
     /** The GL context is gone, and with it the programs. */
-    void forgetPrograms() {
+    void abandonPrograms() {
         initialized = false;
     }
 
     /** The GL context is gone, and with it the programs and the textures that setScreenSize made. */
-    void forgetProgramsAndTargets() {
+    void abandonProgramsAndTargets() {
         initialized = false;
         sized = false;
     }

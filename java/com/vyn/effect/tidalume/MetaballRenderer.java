@@ -65,7 +65,7 @@ public final class MetaballRenderer implements AutoCloseable {
      */
     public void GLContextDestroyed() {
         GLContextDestroyed(handle.open());
-        handle.forgetProgramsAndTargets();
+        handle.abandonProgramsAndTargets();
     }
 
     /**

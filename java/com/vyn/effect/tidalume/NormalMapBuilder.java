@@ -44,7 +44,7 @@ public final class NormalMapBuilder implements AutoCloseable {
     /** Forgets every GL name, for a context that is gone; {@link #init} and {@link #setScreenSize} follow. */
     public void GLContextDestroyed() {
         GLContextDestroyed(handle.open());
-        handle.forgetProgramsAndTargets();
+        handle.abandonProgramsAndTargets();
     }
 
     /**

@@ -45,7 +45,7 @@ public final class ShallowWaterRenderer implements AutoCloseable {
     /** Forgets the program, for a context that is gone; {@link #init} follows. */
     public void GLContextDestroyed() {
         GLContextDestroyed(handle.open());
-        handle.forgetPrograms();
+        handle.abandonPrograms();
     }
 
     /**

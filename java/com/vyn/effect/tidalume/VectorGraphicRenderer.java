@@ -106,7 +106,7 @@ public final class VectorGraphicRenderer implements AutoCloseable {
     /** Forgets every GL name, for a context that is gone; {@link #init} follows. */
     public void GLContextDestroyed() {
         GLContextDestroyed(handle.open());
-        handle.forgetPrograms();
+        handle.abandonPrograms();
     }
 
     /**
