@@ -2,7 +2,7 @@
 """Opens the AAR that scripts/build-aar makes of libraries, and fails where its form is not the documented one.
 
 The libraries are Linux's, so that this AAR is of no use but this one.
-usage: check-aar.py SOURCE_DIR VERSION JAR WORK_DIR ABI=LIBRARY...
+usage: check-aar.py SOURCE_DIR VERSION JAR[:JAR...] WORK_DIR ABI=LIBRARY...
 """
 import io
 import json
@@ -13,7 +13,7 @@ import sys
 import xml.etree.ElementTree
 import zipfile
 
-source, version, jar, work = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3], pathlib.Path(sys.argv[4])
+source, version, jars, work = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3].split(":"), pathlib.Path(sys.argv[4])
 libraries = dict(argument.split("=", 1) for argument in sys.argv[5:])
 machines = {"arm64-v8a": "AArch64", "armeabi-v7a": "ARM", "x86_64": "Advanced Micro Devices X86-64"}
 android = "{http://schemas.android.com/apk/res/android}"
@@ -29,7 +29,7 @@ for abi, library in libraries.items():
     (work / "libraries" / abi).mkdir(parents=True)
     shutil.copy(library, work / "libraries" / abi / "libTidalume.so")
 build = [source / "scripts/build-aar", work / "tidalume.aar", work / "libraries"]
-subprocess.run([*build, jar], check=True)
+subprocess.run([*build, *jars], check=True)
 aar = zipfile.ZipFile(work / "tidalume.aar")
 expect("a damaged entry", aar.testzip(), None)
 
@@ -48,7 +48,7 @@ manifest = xml.etree.ElementTree.fromstring(aar.read("AndroidManifest.xml"))
 expect("package", manifest.get("package"), "com.vyn.effect.tidalume")
 expect("lowest API level", manifest.find("uses-sdk").get(android + "minSdkVersion"), "21")
 classes = zipfile.ZipFile(io.BytesIO(aar.read("classes.jar")))
-names = {name for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")}
+names = {name for jar in jars for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")}
 expect("classes", names - set(classes.namelist()), set())
 expect("keep rules", aar.read("proguard.txt"), (source / "android/tidalume/consumer-rules.pro").read_bytes())
 

@@ -8,7 +8,8 @@ work=$2
 fail() { echo "check-debian: $1" >&2; exit 1; }
 rm -rf "$work"
 mkdir -p "$work/root"
-cpack --config "$samples/repository/build-package/CPackConfig.cmake" -B "$work" >"$work/log" || fail "$(cat "$work/log")"
+build=$samples/repository/build-package
+cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/log" || fail "$(cat "$work/log")"
 package=$(echo "$work"/*.deb)
 dpkg-deb --extract "$package" "$work/root"
 

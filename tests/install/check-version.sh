@@ -16,7 +16,8 @@ for macros in TIDALUME_VERSION TIDALUME_VERSION_MAJOR.TIDALUME_VERSION_MINOR.TID
     "$(echo "$macros" | c++ -E -P -include "$source/tidalume/version.h" -x c++ - | tr -d '" \n')"
 done
 expect "CHANGELOG.md" "$(sed -n 's/^## \[\([0-9.]*\)\] - .*/\1/p' "$source/CHANGELOG.md" | head -n 1)"
-expect "docs/android.md" "$(sed -n "s/.*com\.vyn\.effect:tidalume:\([0-9.]*\).*/\1/p" "$source/docs/android.md" | sort -u)"
+expect "docs/android.md" \
+  "$(sed -n 's/.*com\.vyn\.effect:tidalume:\([0-9.]*\).*/\1/p' "$source/docs/android.md" | sort -u)"
 for file in "$build"/*.pc; do
   expect "$(basename "$file")" "$(sed -n 's/^Version: //p' "$file")"
 done
