@@ -134,7 +134,7 @@ void addOnScreen(Run& run, int width, int height) {
         }
     }
     for (const LookCase& look : lookCases) {
-        add(run, {std::string(look.name) + "::draw, two frames", size, "its GL calls alone", 1.10},
+        add(run, {std::string(look.name) + "::draw, twice", size, "its GL calls alone", 1.10},
             [=, &run, &look] { return lookAgainstCalls(run.screen(width, height), look); });
     }
 }
