@@ -35,26 +35,6 @@ class CometTest : public GLTest {
         }
     }
 
-    /// A frame at progress t, with two cores and what comes after them.
-    void expectFrame(const std::string& t, const std::string& coresT0, const std::string& coresRadius,
-                     const std::string& rings) {
-        const std::string beforeTails = R"(glDisable DEPTH_TEST
-            glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA; glEnable BLEND
-            glUseProgram mProgramTailOfComet; glVertexAttribPointer texcoords 2 FLOAT 0 0; [glVertexAttribPointer]
-            glEnableVertexAttribArray texcoords; [glEnableVertexAttribArray]; t0 = )";
-        const std::string tail = R"(; glVertexAttribPointer vertices 3 FLOAT 0 0; [glVertexAttribPointer]
-            glEnableVertexAttribArray vertices; [glEnableVertexAttribArray]
-            glDrawElements TRIANGLES 1200 UNSIGNED_SHORT; [glDrawElements])";
-        const std::string tails = t + "; [glUniform1f mTailOfCometT0]" + tail + tail + tail + tail;
-        const std::string cores =
-            "; glUseProgram mProgramCoreOfComet; t0 = " + coresT0 + "; [glUniform1f mCoreOfCometT0]; fillMode = 1;" +
-            "[glUniform1f mCoreOfCometFillmode]; radius = " + coresRadius + "; [glUniform1f mCoreOfCometRadius]; ";
-        EXPECT_CALLS(comets.render(std::stod(t)),
-                     beforeTails + tails + cores + drawPoints + rings + "glUseProgram 0; glDisable BLEND");
-    }
-
-    const std::string drawPoints = R"(; glVertexAttribPointer vertices 2 FLOAT 0 8
-        glEnableVertexAttribArray vertices; glDrawArrays POINTS 0 2; )";
     CometRenderer comets;
     plain::CometLaunch launches[2];
     tidalume::CometPath paths[2];
@@ -122,13 +102,18 @@ TEST_F(CometTest, Frame) {
     EXPECT_CALLS(comets.setScreenSize(1080, 1920), "");
     EXPECT_CALLS(comets.render(0.5), ""); // before the first push
     EXPECT_CALLS(comets.push(500.0F, 900.0F, 0), "");
-    const std::string ring = "glUseProgram mProgramCoreOfComet; fillMode = 0; t0 = ";
-    expectFrame("0.1", "0.0618034", "43.0634", "");
+    comets.render(0.1);
     const Vector3 end = TestPeer::mControlPoints(comets)[0][2];
-    expectFrame("0.75", "0.141421", "22.1556", "");
-    expectFrame("0.8", "0.117557", "18.4709", ring + "0.4; radius = 18" + drawPoints);
-    expectFrame("0.9", "0.0618035", "10.0037",
-                ring + "0.2; radius = 54" + drawPoints + ring + "0.2; radius = 19.0588" + drawPoints);
+    const auto expectFrame = [&](double t, const std::string& cores, const std::string& rings) {
+        EXPECT_CALLS(comets.render(t), cores + "; glDrawArrays POINTS 0 2;" + rings, "t0|radius|fillMode|glDrawArrays");
+    };
+    expectFrame(0.1, "t0 = 0.1; t0 = 0.0618034; fillMode = 1; radius = 43.0634", "");
+    expectFrame(0.75, "t0 = 0.75; t0 = 0.141421; fillMode = 1; radius = 22.1556", "");
+    expectFrame(0.8, "t0 = 0.8; t0 = 0.117557; fillMode = 1; radius = 18.4709",
+                "fillMode = 0; t0 = 0.4; radius = 18; glDrawArrays POINTS 0 2");
+    expectFrame(0.9, "t0 = 0.9; t0 = 0.0618035; fillMode = 1; radius = 10.0037",
+                "fillMode = 0; t0 = 0.2; radius = 54; glDrawArrays POINTS 0 2;"
+                "fillMode = 0; t0 = 0.2; radius = 19.0588; glDrawArrays POINTS 0 2");
     EXPECT_EQ(TestPeer::mControlPoints(comets)[0][2].x, end.x) << "launched once";
     comets.push(1.0F, 1.0F, -1);
     EXPECT_CALLS(comets.render(0.5), ""); // hidden

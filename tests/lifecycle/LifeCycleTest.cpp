@@ -4,6 +4,7 @@
 #include "tests/support/Files.h"
 #include "tests/support/GLTest.h"
 
+#include <array>
 #include <climits>
 #include <cstdio>
 #include <cstring>
@@ -201,6 +202,26 @@ TEST_P(LifeCycleTest, DrawsTheSameInWiderFormats) {
     const std::vector<float> expected = picture(ready());
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};
     EXPECT_EQ(picture(ready()), expected);
+}
+
+/// In the recorder's notation. A file holds what was seen last; a change of it needs a reason.
+TEST_P(LifeCycleTest, CallsAndTheirOrderAreFrozen) {
+    glRecorder().faults.renderer = "a GPU";
+    std::string calls;
+    const auto note = [&](const std::string& name, const std::function<void()>& action) {
+        calls += "# " + name + "\n" + glRecorder().record(action);
+    };
+    AnyEffect effect = effectCase.make();
+    note("init", effect.init);
+    note("setScreenSize", [&] { effect.setScreenSize(width, height); });
+    for (const Operation& operation : effect.operations({width, height, 70, 80, 90}))
+        note(operation.name, operation.run);
+    note("setScreenSize, another size", [&] { effect.setScreenSize(height, width); });
+    note("destructor", [&] { effect = {}; });
+    EXPECT_EQ(calls, fileContent(TIDALUME_SOURCE_DIR "/tests/lifecycle/calls/" + effectCase.name + ".txt"))
+        << "see docs/compatibility.md";
+    log.take();
+    glDeleteTextures(3, std::array{70U, 80U, 90U}.data());
 }
 
 /// The hint to tile-based GPUs changes no picture, whatever blending and scissor the caller has left on.

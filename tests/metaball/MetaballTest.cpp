@@ -53,11 +53,9 @@ TEST_F(MetaballTest, AnotherQualityReplacesTheFieldAtTheNextSize) {
     }
 }
 
-TEST_F(MetaballTest, CallsInOrder) {
-    float balls[12] = {48.0F, 30.0F, 20.0F, 0.0F, 0.0F, 0.0F, 10.0F, 10.0F, 5.0F};
-    float color[4] = {1.0F, 0.5F, 0.25F, 1.0F};
+/// Until the framebuffer is complete.
+TEST_F(MetaballTest, TriesFallbackFormatsInOrder) {
     metaballs.init(1.0F);
-    // Fallback formats, until the framebuffer is complete.
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F};
     EXPECT_CALLS(metaballs.setScreenSize(width, height), R"(glGetIntegerv MAX_TEXTURE_SIZE; glGenTextures 1
         glBindTexture texture 1; glTexImage2D R16F 337 301 RED HALF_FLOAT; [glTexImage2D mTexture]
@@ -70,24 +68,6 @@ TEST_F(MetaballTest, CallsInOrder) {
         glBindTexture mTexture; glTexImage2D RGBA16F 337 301 RGBA HALF_FLOAT; [glTexImage2D mTexture]
         glBindTexture mTexture; glCheckFramebufferStatus
         glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT; glBindFramebuffer 0)");
-    glRecorder().roles[{"program", TestPeer::mProgramMetaball(metaballs)}] = "mProgramMetaball";
-    glRecorder().roles[{"program", TestPeer::mProgramDraw(metaballs)}] = "mProgramDraw";
-    EXPECT_CALLS(metaballs.addMetaballs(balls, 2),
-                 R"(glBindFramebuffer mFBONormal; glFramebufferTexture2D mTexture
-        glViewport 0 0 337 301; glClearColor 0 0 0 1; glClear COLOR_BUFFER_BIT
-        glEnable BLEND; glBlendEquation FUNC_ADD; glBlendFunc 1 1; glUseProgram mProgramMetaball
-        radiusMultiplyFactor = 1.20933; qualityMultiplyFactor = 1; matrixMVP = ...
-        glEnableVertexAttribArray metaballs; glVertexAttribPointer metaballs 4 FLOAT 0 24; glDrawArrays POINTS 0 2; glFlush
-        glDisableVertexAttribArray metaballs; glUseProgram 0; glDisable BLEND; glBindFramebuffer 0)");
-    EXPECT_CALLS(metaballs.render(color), R"(
-        glViewport 0 0 97 61; glDisable DEPTH_TEST; glEnable BLEND; glBlendEquation FUNC_ADD
-        glBlendFuncSeparate SRC_ALPHA ONE_MINUS_SRC_ALPHA 1 ONE_MINUS_SRC_ALPHA
-        glUseProgram mProgramDraw; color = 1 0.5 0.25 1; cut = 0.1; matrixMVP = ...; textureField = 0
-        glActiveTexture TEXTURE0; glBindTexture mTexture
-        glEnableVertexAttribArray vertices; glVertexAttribPointer vertices 3 FLOAT 0 0
-        glEnableVertexAttribArray texcoords; glVertexAttribPointer texcoords 2 FLOAT 0 0; glDrawArrays TRIANGLE_STRIP 0 4
-        glDisableVertexAttribArray texcoords; glDisableVertexAttribArray vertices
-        glBindTexture 0; glUseProgram 0; glDisable BLEND)");
 }
 
 /// Particles to the bit, beside their plain form on the same stream.

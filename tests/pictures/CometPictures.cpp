@@ -94,11 +94,11 @@ Comparison comets(int width, int height, int screenWidth, double t) {
 constexpr Tolerance tolerance = {
     0.012, "each of up to eight layers rounds to a step of 8 bits, and a quarter pixel changes less"};
 
-const PictureTable table = {
+const PictureTable table({
     {"comet_at_0_1_97x61", [] { return comets(97, 61, 97, 0.1); }, tolerance},
     {"comet_at_0_5_64x160", [] { return comets(64, 160, 640, 0.5); }, tolerance},
     {"comet_at_0_9_rings", [] { return comets(160, 160, 1600, 0.9); }, tolerance},
-};
+});
 
 } // namespace
 

@@ -103,7 +103,7 @@ constexpr Tolerance crowdTolerance = {0.2, "a sum of up to 16 has steps of 1/128
 constexpr Tolerance outline = {0.03, "an outline's width comes from the differences of neighbouring pixels", 0.08};
 constexpr Tolerance byteStep = {1.0 / 255.0, "one step of 8 bits"};
 
-const PictureTable table = {
+const PictureTable table({
     {"metaball_field_97x61", [] { return field(97, 61, 1, 12); }, fieldTolerance},
     {"metaball_field_64x160_quality2", [] { return field(64, 160, 2, 12); }, fieldTolerance},
     {"metaball_field_97x61_quality3", [] { return field(97, 61, 3, 12); }, fieldTolerance},
@@ -112,7 +112,7 @@ const PictureTable table = {
     {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
     {"metaball_blob_97x61", [] { return blob(97, 61, 20.3F); }, outline},
     {"metaball_blob_larger_than_97x61", [] { return blob(97, 61, 100); }, outline},
-};
+});
 
 } // namespace
 

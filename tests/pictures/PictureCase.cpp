@@ -7,18 +7,6 @@
 #include <cstring>
 
 namespace tidalume::pictures {
-namespace {
-
-std::vector<PictureCase>& all() {
-    static std::vector<PictureCase> pictures;
-    return pictures;
-}
-
-} // namespace
-
-PictureTable::PictureTable(std::initializer_list<PictureCase> pictures) {
-    all().insert(all().end(), pictures.begin(), pictures.end());
-}
 
 Comparison compare(const headless::PixelArray& drawn, const std::function<Values(int x, int y)>& formula) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -43,10 +31,6 @@ double toleranceHere(const PictureCase& picture) {
     const Tolerance& tolerance = picture.tolerance;
     const char* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
     return std::strstr(renderer, "softpipe") ? std::max(tolerance.value, tolerance.coarsePoints) : tolerance.value;
-}
-
-const std::vector<PictureCase>& allPictures() {
-    return all();
 }
 
 } // namespace tidalume::pictures

@@ -49,11 +49,13 @@ struct PictureCase {
 /// How far from its formula a picture may be on the driver of the current context.
 double toleranceHere(const PictureCase& picture);
 
+inline std::vector<PictureCase> allPictures;
+
 /// Adds its pictures to all: every file with pictures has one.
 struct PictureTable {
-    PictureTable(std::initializer_list<PictureCase> pictures);
+    PictureTable(const std::vector<PictureCase>& pictures) {
+        allPictures.insert(allPictures.end(), pictures.begin(), pictures.end());
+    }
 };
-
-const std::vector<PictureCase>& allPictures();
 
 } // namespace tidalume::pictures

@@ -25,7 +25,7 @@ TEST_P(PictureTest, MatchesFormula) {
     context.recreate(); // the textures of the pictures live as long as the context
 }
 
-INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures()), PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(Pictures, PictureTest, ValuesIn(allPictures), PrintToStringParamName());
 
 } // namespace
 } // namespace tidalume::pictures

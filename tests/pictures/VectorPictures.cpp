@@ -137,7 +137,7 @@ Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
 constexpr Tolerance color8 = {2.01 / 255.0, "two steps of 8 bits: a driver may round the colour before it blends"};
 constexpr Tolerance filtered8 = {4.01 / 255.0, "the same, and 8-bit weights of the linear filter on two axes"};
 
-const PictureTable table = {
+const PictureTable table({
     {"vector_gradient_97x61", [] { return gradient(97, 61, overlaying, 40, 20, 10, gold, 50, blue); }, color8},
     {"vector_gradient_inwards_64x160", [] { return gradient(64, 160, overlaying, -20, 170, 150, gold, 30, clear); },
      color8},
@@ -146,7 +146,7 @@ const PictureTable table = {
     {"vector_discs_subtracting_64x160", [] { return discs(64, 160, subtracting); }, filtered8},
     {"vector_rotations_158x149", [] { return rotations(158, 149, overlaying); }, filtered8},
     {"vector_rotations_subtracting_121x140", [] { return rotations(121, 140, subtracting); }, filtered8},
-};
+});
 
 } // namespace
 

@@ -223,7 +223,7 @@ const Drop corner = {{{0.5, 159}, {0.5, 159}, 30.25, -0.9}};
 const Line border = {{-10, 41.25}, {90, 12}, 14, 0.4};
 const HorizontalWave waves = {64, 158, 9.25, 0.45, 12, 3};
 
-const PictureTable table = {
+const PictureTable table({
     {"intensity_drop_64x160", [] { return disturbed<IntensityMapBuilder>(64, 160, corner, 0.3F); }, oneStep},
     {"intensity_line_97x61", [] { return disturbed<IntensityMapBuilder>(97, 61, border, 0.3F); }, oneStep},
     {"intensity_wave_64x160", [] { return disturbed<IntensityMapBuilder>(64, 160, waves, 0.3F); }, oneStep},
@@ -241,7 +241,7 @@ const PictureTable table = {
     {"refraction_97x61", [] { return refraction(97, 61, false); }, fourSteps},
     {"refraction_flipped_64x160", [] { return refraction(64, 160, true); }, fourSteps},
     {"refraction_with_highlights_97x61", [] { return refraction(97, 61, false, 0.1F); }, fourSteps},
-};
+});
 
 } // namespace
 
