@@ -18,8 +18,9 @@ namespace tidalume {
 /// the ground is a plain teal. What is drawn is opaque.
 ///
 /// The ripples are a height field of `fieldScale` texels a pixel, on which the cost of a frame depends most: it grows
-/// with the third power of the scale, since a ring that is to be as fast needs as many more passes. On a surface of
-/// more than about 700 pixels across, a scale of 0.25 shows the same rings.
+/// with up to the third power of the scale, since a ring that is to be as fast needs as many more passes. A brook's ring
+/// loses half a percent of its height a pass, so on a finer field it fades sooner. Rings look alike on fields with the
+/// same number of texels across: on a surface twice as wide, at half the scale.
 class WaterLook final : public Look {
   public:
     /// Indices of the parameters.
