@@ -31,7 +31,7 @@ const Row* find(const Span<Row>& rows, const std::string& name) {
 // The value that a text stands for; none where it is not in the parameter's range.
 std::optional<float> valueOf(const Parameter& parameter, const std::string& text) {
     for (std::size_t i = 0; i < parameter.choices.size; ++i) {
-        if (text == parameter.choices[i]) return static_cast<float>(i);
+        if (text == parameter.choices[i] || text == std::to_string(i)) return static_cast<float>(i);
     }
     float value = 0;
     const char* const end = text.data() + text.size();
@@ -69,9 +69,9 @@ std::string complaintAbout(const std::string& setting, const std::vector<const S
         const Player player(*scene, 1);
         const Parameter* parameter = find(player.parameters(), assignment.name);
         if (parameter && valueOf(*parameter, assignment.value)) return "";
-        why = parameter ? "\"" + assignment.value + "\" is not " + range(*parameter)
-                        : "scene " + std::string(scene->name) + " has " + names(player.parameters());
-        if (parameter) break;
+        if (parameter || why.empty())
+            why = parameter ? "\"" + assignment.value + "\" is not " + range(*parameter)
+                            : "scene " + std::string(scene->name) + " has " + names(player.parameters());
     }
     return "--set " + setting + ": " + why;
 }

@@ -107,7 +107,7 @@ class Blobs final : public LookImplementation {
     float mRoll = 0; // of the pools' surfaces, 0 to 1
     std::array<TouchBall, Look::FINGERS> mFingers;
     std::vector<BlobsLook::Ball> mGiven;
-    float mLargestGiven = 0; // so far, in pixels
+    float mLargestGiven = 0; // in pixels
     std::vector<BlobsLook::Ball> mBalls;
     std::vector<Ball> mLayer;
 };
@@ -157,6 +157,7 @@ void Blobs::touch(int finger, float x, float y, TouchPhase phase) {
 
 void Blobs::setBalls(const BlobsLook::Ball* balls, int count) {
     mGiven.clear();
+    mLargestGiven = 0;
     for (int i = 0; i < count; ++i) {
         const BlobsLook::Ball& ball = balls[i];
         if (!std::isfinite(ball.x) || !std::isfinite(ball.y) || !std::isfinite(ball.radius)) continue;

@@ -15,7 +15,7 @@ namespace tidalume {
 ///     blobs.draw(seconds);
 ///
 /// What holds for all looks stands in Look. The blobs are drawn over what is there. With a speed of 0 they come to rest
-/// half a second after the last touch.
+/// within a second after the last touch.
 ///
 /// A palette is a pile of layers, from the rim to the highlights, each of which is a field of its own and a pass over
 /// the surface: eight for lava, seven for mercury, four for ink.

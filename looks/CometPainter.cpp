@@ -74,6 +74,7 @@ void CometPainter::abandon() {
 }
 
 void CometPainter::paint(CometRenderer& comets, float t, const Style& style, float width, float height) {
+    if (mProgram == 0) return;
     comets.updateMesh(t);
     glEnable(GL_BLEND);
     glBlendEquation(GL_FUNC_ADD);

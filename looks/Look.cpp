@@ -30,7 +30,7 @@ int indexOf(const Span<Row>& rows, const char* name) {
     for (std::size_t i = 0; i < rows.size; ++i) {
         if (std::strcmp(rows[i].name, name) == 0) return static_cast<int>(i);
     }
-    __android_log_print(ANDROID_LOG_ERROR, logTag, "there is no %s", name);
+    __android_log_print(ANDROID_LOG_ERROR, logTag, "there is no parameter or preset %s", name);
     return -1;
 }
 
@@ -51,7 +51,16 @@ void prepareState() {
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     for (const GLenum capability : {GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE})
         glDisable(capability);
+    glDisable(GL_RASTERIZER_DISCARD);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    for (const GLuint unit : {0U, 1U, 2U})
+        glBindSampler(unit, 0);
+    for (const GLuint array : {0U, 1U})
+        glVertexAttribDivisor(array, 0);
+    glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+    for (const GLenum zero : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
+        glPixelStorei(zero, 0);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
 
@@ -92,6 +101,14 @@ int LookImplementation::takeSteps(double seconds) {
     return 1;
 }
 
+// As the system takes them away, where nothing can be touched any more.
+void LookImplementation::liftFingers() {
+    for (int finger = 0; finger < Look::FINGERS; ++finger) {
+        if (mIsDown[finger]) touch(finger, 0, 0, TouchPhase::Cancel);
+        mIsDown[finger] = false;
+    }
+}
+
 Look::Look(std::unique_ptr<LookImplementation> implementation) : mImplementation(std::move(implementation)) {}
 
 Look::~Look() = default;
@@ -114,6 +131,7 @@ void Look::contextLost() {
 void Look::setSize(int width, int height) {
     LookImplementation& look = *mImplementation;
     if (look.mWidth == width && look.mHeight == height) return;
+    if (width < 1 || height < 1) look.liftFingers();
     look.mWidth = width;
     look.mHeight = height;
     look.mFits = false;
@@ -134,7 +152,7 @@ void Look::draw(double seconds, GLuint framebuffer) {
     LookImplementation& look = *mImplementation;
     if (!look.mHasContext || look.mWidth < 1 || look.mHeight < 1) return;
     if (!look.mFits && !hasTexturesOf(look.mWidth, look.mHeight)) {
-        look.mWidth = look.mHeight = 0;
+        setSize(0, 0);
         return;
     }
     prepareState();
@@ -149,7 +167,9 @@ void Look::draw(double seconds, GLuint framebuffer) {
 }
 
 bool Look::isMoving() const {
-    return mImplementation->mHasNews || mImplementation->isMoving();
+    const LookImplementation& look = *mImplementation;
+    const bool isShown = look.mWidth >= 1 && look.mHeight >= 1;
+    return isShown && (look.mHasNews || look.isMoving());
 }
 
 LookImplementation& Look::change() {
@@ -172,7 +192,7 @@ bool Look::set(int parameter, float value) {
     const Parameter& row = look.mParameters[index];
     if (!isIn(row, value)) {
         __android_log_print(ANDROID_LOG_ERROR, logTag, "%s: %g is not %s%g to %g", row.name, static_cast<double>(value),
-                            row.choices.size > 0 ? "a whole number of " : "in ", static_cast<double>(row.minimum),
+                            row.choices.size > 0 ? "a whole number from " : "in ", static_cast<double>(row.minimum),
                             static_cast<double>(row.maximum));
         return false;
     }

@@ -49,8 +49,9 @@ enum class TouchPhase {
 /// **GL state.** `draw` needs nothing but the context. It leaves vertex array 0 bound and no buffer of vertices or
 /// indices; scissor, stencil and depth test, blending and culling disabled, and all channels writable; the framebuffer
 /// that it drew into bound, and the viewport on the surface; program 0, no texture on units 0 to 2, of which 0 is
-/// active, and attribute arrays 0 and 1 disabled; the blend equation GL_FUNC_ADD, any blend functions and blend colour,
-/// and the clear colour (0, 0, 0, 0). All else stays as it was.
+/// active, no sampler there, attribute arrays 0 and 1 disabled, without divisors, the current value of attribute 1
+/// changed; rows of pixels unpacked from memory as they are by default; the blend equation GL_FUNC_ADD, any blend
+/// functions and blend colour, and the clear colour (0, 0, 0, 0). All else stays as it was.
 ///
 /// Setters never throw. What is out of range, or not a number, is refused: they return false, log parameter, value and
 /// range, and keep the value.
@@ -68,8 +69,8 @@ class Look {
     void contextLost();
 
     /// The surface has this size now, in pixels. Makes no GL call; textures follow with the next `draw`. Below 1 in
-    /// either: nothing is drawn until there is a size again. So it is with a size beyond the driver's textures, which
-    /// the next `draw` logs.
+    /// either: nothing is drawn until there is a size again, and fingers that are down are up. So it is with a size
+    /// beyond the driver's textures, which the next `draw` logs.
     void setSize(int width, int height);
 
     /// Takes a touch, which shows from the next step on. Makes no GL call. Ignored before `setSize`, with a finger out
@@ -85,11 +86,12 @@ class Look {
     /// @param framebuffer  to draw into; its size is that of `setSize`
     void draw(double seconds, GLuint framebuffer = 0);
 
-    /// Whether pictures still change, so that frames have to go on. A touch, a setting, a size and a context make it
-    /// true; `draw` makes it false once there is nothing left to see. Reads nothing back from the GPU.
+    /// Whether pictures still change, so that frames have to go on; false without a size. A touch, a setting, a size
+    /// and a context make it true; `draw` makes it false once there is nothing left to see. Reads nothing back from the
+    /// GPU.
     bool isMoving() const;
 
-    /// Starts the look's chance anew.
+    /// Starts the look's chance anew. The paths of blobs are drawn from it once, before the first `draw`.
     void setSeed(std::uint32_t seed);
 
     /// What can be set, in the order of the class's enumeration.

@@ -50,6 +50,7 @@ class LookImplementation {
     friend class Look;
 
     int takeSteps(double seconds);
+    void liftFingers();
 
     const Span<Parameter> mParameters;
     const Span<Preset> mPresets;

@@ -63,7 +63,9 @@ constexpr float maxPasses = 24; // of a step, on surfaces so large that rings co
 // What one pass does.
 constexpr float brookCourant = 0.70710678F; // texels that a ring runs
 constexpr float brookDecay = 0.995F;        // of a ring's height: its velocity loses 1 %
-constexpr float pondTimeStep = 0.13F;
+// Every drop stops the pond for a moment, which raises the shortest waves, by 1 / sqrt(1 - 2 c^2) where a ring runs c
+// texels a pass; drops one after the other would pile them up where that is much more than 1.
+constexpr float pondTimeStep = 0.08F;
 constexpr float pondWaveSpeed = 2;
 constexpr float pondGridSpacing = 0.4F;
 constexpr float pondCourant = pondTimeStep * pondWaveSpeed / pondGridSpacing;
@@ -71,15 +73,22 @@ constexpr float pondStepRate = 100; // an update is a step
 
 constexpr float brookDrop = 2.2F;    // height that a finger of strength 1 raises when it comes down
 constexpr float brookStroke = 0.16F; // and in each step in which it moves
+constexpr float brookLimit = 6;      // of waves that meet, however many strokes there were
+constexpr float drainFrom = 0.02F;   // mean height
+constexpr float drain = 0.99F;       // share of the heights that a step leaves
 constexpr float pondDrop = 1.2F;     // but below 1, since every drop squares all heights
 constexpr float pondDropLimit = 0.95F;
-constexpr float pondLimit = 4;       // of rings that meet, however many drops there were
+constexpr int pondPause = 6;         // steps from one drop to the next, since drops in a row swing each other up
+constexpr float pondHeight = 3;      // of the highest wave that a drop raises, in its strengths
+constexpr float pondLimit = 12;      // of waves that meet, however many drops there were
 constexpr float pondDistance = 3.7F; // between the drops of a moving finger, in its radii
 
 // From steepness 1 to shorter sides: rings of both simulations look alike, though a brook's are higher.
 constexpr float brookRelief = 0.333F;
 constexpr float pondRelief = 0.139F;
 
+constexpr float usualSteepness = 0.4F;
+constexpr float usualDepth = 0.07F;
 constexpr float visible = 1.0F / 255; // difference of a channel
 // Change of a channel with the slope: more than a quarter of 12.6 shorter sides times the sky's 0.3, and more than the
 // steepest part of a highlight.
@@ -116,7 +125,8 @@ class Water final : public LookImplementation {
     void disturb(Finger& finger);
     void disturbBrook(const Finger& finger);
     void disturbPond(float x, float y);
-    void advance(float passes);
+    void advancePond(int steps, float stepsToTenth);
+    void advanceBrook(int iterations);
 
     ShallowWaterIterative mBrook;
     ShallowWater mPond;
@@ -125,7 +135,9 @@ class Water final : public LookImplementation {
     bool mWasPond = false;
     float mPassesDue = 0;
     float mDropsDue = 0;
-    float mAmplitude = 0; // no ring is higher
+    float mSlope = 0;   // height over radius: no ring is steeper
+    float mMean = 0;    // height of the whole brook, about
+    int mPondPause = 0; // steps until the pond takes a drop
 };
 
 void Water::createPrograms() {
@@ -139,7 +151,7 @@ void Water::abandon() {
     mPond.GLContextDestroyed();
     mSurface.abandon();
     std::fill(std::begin(mFingers), std::end(mFingers), Finger{});
-    mAmplitude = 0;
+    mSlope = mMean = 0;
 }
 
 void Water::fitSurface() {
@@ -157,12 +169,18 @@ void Water::fitSimulation() {
     mBrook.setScreenSize(mWasPond ? 0 : columns, mWasPond ? 0 : rows);
     mPond.setScreenSize(mWasPond ? columns : 0, mWasPond ? rows : 0);
     mPond.setStepRate(pondStepRate);
-    mAmplitude = 0;
+    mSlope = mMean = 0;
+    for (Finger& finger : mFingers)
+        finger.moved = finger.isNew = false;
 }
 
 void Water::touch(int index, float x, float y, TouchPhase phase) {
-    if (phase == TouchPhase::Up || phase == TouchPhase::Cancel) return;
     Finger& finger = mFingers[index];
+    if (phase == TouchPhase::Up || phase == TouchPhase::Cancel) {
+        // What a pond's finger has moved by is not enough for a drop. One that came down and lifted at once is.
+        finger.moved = finger.moved && (finger.isNew || !isPond());
+        return;
+    }
     if (phase == TouchPhase::Move && x == finger.x && y == finger.y)
         return; // a finger that rests beside one that moves
     finger.x = x;
@@ -179,13 +197,23 @@ void Water::step() {
     fitSimulation();
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
+    mPondPause = std::max(0, mPondPause - 1);
     fall(value(WaterLook::RAIN));
     for (Finger& finger : mFingers) {
         if (finger.moved) disturb(finger);
     }
     if (isStill()) return; // half floats would go on flickering in their last bit
     const float courant = isPond() ? pondCourant : brookCourant;
-    advance(value(WaterLook::SPEED) * mSurface.shorterSide() / courant * stepTime);
+    const float passes = std::min(value(WaterLook::SPEED) * mSurface.shorterSide() / courant * stepTime, maxPasses);
+    mPassesDue += passes;
+    const int due = static_cast<int>(mPassesDue);
+    mPassesDue -= static_cast<float>(due);
+    if (due == 0) return;
+    if (isPond()) {
+        advancePond(due, value(WaterLook::FADE) * passes / stepTime);
+    } else {
+        advanceBrook(due);
+    }
 }
 
 // A drop for every whole one that has become due; how many those are is chance.
@@ -204,7 +232,8 @@ void Water::disturb(Finger& finger) {
         // Every drop halts the rings for a moment, which then run both outwards and inwards. A moving finger therefore
         // leaves space between its drops.
         const float distance = std::hypot(finger.x - finger.fromX, finger.y - finger.fromY);
-        if (!finger.isNew && distance < pondDistance * value(WaterLook::TOUCH_RADIUS) * shorterSide()) return;
+        const bool isFar = distance >= pondDistance * value(WaterLook::TOUCH_RADIUS) * shorterSide();
+        if (mPondPause > 0 || (!finger.isNew && !isFar)) return;
         disturbPond(finger.x, finger.y);
     } else {
         disturbBrook(finger);
@@ -219,8 +248,14 @@ void Water::disturbBrook(const Finger& finger) {
     float from[2] = {mSurface.toColumn(finger.fromX), mSurface.toRow(finger.fromY)};
     float to[2] = {mSurface.toColumn(finger.x), mSurface.toRow(finger.y)};
     const float strength = (finger.isNew ? brookDrop : brookStroke) * value(WaterLook::TOUCH_STRENGTH);
-    mBrook.addDropLine(from, to, value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide(), strength, 1);
-    mAmplitude += strength;
+    const float radius = value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide();
+    mBrook.addDropLine(from, to, radius, strength, 1);
+    mSlope = std::min(mSlope + strength / value(WaterLook::TOUCH_RADIUS), brookLimit / value(WaterLook::TOUCH_RADIUS));
+
+    // A raised cosine holds 0.93 of its squared radius at the ends, and its radius along the line.
+    const float length = std::hypot(to[0] - from[0], to[1] - from[1]);
+    const auto texels = static_cast<float>(mSurface.columns()) * static_cast<float>(mSurface.rows());
+    mMean += strength * (0.93F * radius + length) * radius / texels;
 }
 
 void Water::disturbPond(float x, float y) {
@@ -231,27 +266,30 @@ void Water::disturbPond(float x, float y) {
     const float radius = 4 * value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide() / (columns + rows);
     float center[2] = {2 * mSurface.toColumn(x) / columns - 1, 1 - 2 * mSurface.toRow(y) / rows};
     mPond.addDropLine(center, center, radius, strength);
-    mAmplitude = std::min(mAmplitude + strength, pondLimit);
+    mPondPause = pondPause;
+    const float steepness = 1 / value(WaterLook::TOUCH_RADIUS);
+    mSlope = std::min(mSlope + pondHeight * strength * steepness, pondLimit * steepness);
 }
 
-void Water::advance(float passes) {
-    mPassesDue += std::min(passes, maxPasses);
-    const int due = static_cast<int>(mPassesDue);
-    mPassesDue -= static_cast<float>(due);
-    if (due == 0) return;
-    if (isPond()) {
-        // A step multiplies heights by sqrt((2 - d) / (2 + d)), about exp(-d / 2), with d the viscosity times the time.
-        const float stepsToTenth = value(WaterLook::FADE) * passes / stepTime;
-        const float damping = 2 * std::log(10.0F) / stepsToTenth;
-        mPond.setPhysics(pondWaveSpeed, damping / pondTimeStep, pondGridSpacing, pondTimeStep);
-        for (int i = 0; i < due; ++i)
-            mPond.update();
-        mAmplitude *= std::exp(-damping / 2 * static_cast<float>(due));
-    } else {
-        mBrook.setIterationCount(due);
-        mBrook.update();
-        mAmplitude *= std::pow(brookDecay, static_cast<float>(due));
+// A step multiplies heights by sqrt((2 - d) / (2 + d)), about exp(-d / 2), with d the viscosity times the time.
+void Water::advancePond(int steps, float stepsToTenth) {
+    const float damping = 2 * std::log(10.0F) / stepsToTenth;
+    mPond.setPhysics(pondWaveSpeed, damping / pondTimeStep, pondGridSpacing, pondTimeStep);
+    for (int i = 0; i < steps; ++i)
+        mPond.update();
+    mSlope *= std::exp(-damping / 2 * static_cast<float>(steps));
+}
+
+// Drops raise the whole brook in the end. It drains, since half floats are coarse at its height.
+void Water::advanceBrook(int iterations) {
+    if (mMean > drainFrom) {
+        float anywhere[2] = {};
+        mBrook.addDrop(anywhere, 1, 0, drain);
+        mMean *= drain;
     }
+    mBrook.setIterationCount(iterations);
+    mBrook.update();
+    mSlope *= std::pow(brookDecay, static_cast<float>(iterations));
 }
 
 void Water::draw(GLuint framebuffer) {
@@ -261,13 +299,13 @@ void Water::draw(GLuint framebuffer) {
     mSurface.draw(isPond() ? mPond.getTexture() : mBrook.getTexture(), optics, framebuffer);
 }
 
-// The slope of a ring is about its height over a finger's radius. The ground under a pixel is shifted by less than the
-// slope times the depth, and next to a hard edge a shift of a pixel is all of the difference. Sky and highlights change
-// with the slope alone.
+// The ground under a pixel is shifted by less than the slope times the depth, and next to a hard edge a shift of a
+// pixel is all of the difference. Sky and highlights change with the slope alone. Water that shows less than usual
+// rests no sooner: more of it may be shown again.
 bool Water::isStill() const {
-    const float slope = mAmplitude * relief() / value(WaterLook::TOUCH_RADIUS);
+    const float slope = mSlope * std::max(relief(), usualSteepness * (isPond() ? pondRelief : brookRelief));
     const float gain =
-        value(WaterLook::DEPTH) * shorterSide() + skyGain * value(WaterLook::SKY) + lightGain * value(WaterLook::LIGHT);
+        std::max(value(WaterLook::DEPTH), usualDepth) * shorterSide() + skyGain + lightGain * value(WaterLook::LIGHT);
     return slope * gain <= visible;
 }
 

@@ -18,9 +18,9 @@ namespace tidalume {
 /// the ground is a plain teal. What is drawn is opaque.
 ///
 /// The ripples are a height field of `fieldScale` texels a pixel, on which the cost of a frame depends most: it grows
-/// with up to the third power of the scale, since a ring that is to be as fast needs as many more passes. A brook's ring
-/// loses half a percent of its height a pass, so on a finer field it fades sooner. Rings look alike on fields with the
-/// same number of texels across: on a surface twice as wide, at half the scale.
+/// with up to the third power of the scale, since a ring that is to be as fast needs as many more passes. A brook's
+/// ring loses half a percent of its height a pass, so on a finer field it fades sooner. Rings look alike on fields with
+/// the same number of texels across: on a surface twice as wide, at half the scale.
 class WaterLook final : public Look {
   public:
     /// Indices of the parameters.
@@ -49,7 +49,7 @@ class WaterLook final : public Look {
     /// again when its content has changed. Linear filters are set on it. Colours are taken as premultiplied: parts that
     /// are transparent lie on black.
     /// @param texture        its GL name; 0 for none
-    /// @param width, height  in texels; below 1: ignored
+    /// @param width, height  in texels; below 1: ignored, unless there is no texture
     void setPicture(GLuint texture, int width, int height, PictureTop top);
 
     bool setSimulation(Simulation simulation) { return set(SIMULATION, static_cast<float>(simulation)); }

@@ -96,7 +96,7 @@ bool WaterSurface::fitField(float scale) {
 }
 
 void WaterSurface::setPicture(GLuint texture, int width, int height, PictureTop top) {
-    if (width < 1 || height < 1) return;
+    if (texture != 0 && (width < 1 || height < 1)) return;
     mPicture = texture;
     mPictureWidth = width;
     mPictureHeight = height;

@@ -15,8 +15,8 @@ namespace tidalume {
 ///     waves.draw(seconds);
 ///
 /// What holds for all looks stands in Look. The picture covers the surface: its middle part, scaled. Without a picture
-/// the ground is a plain teal. What is drawn is opaque. The swell rolls for ever,
-/// unless both its speed and its sway are 0.
+/// the ground is a plain teal. What is drawn is opaque. The swell rolls for ever, unless both
+/// its speed and its sway are 0; the finger 0 pushes it.
 class WavesLook final : public Look {
   public:
     /// Indices of the parameters.

@@ -55,12 +55,13 @@ class LooksTest : public GLTest, public WithParamInterface<LookCase> {
         return tidalume::headless::readFramebuffer(surfaceWidth, surfaceHeight).rgba;
     }
 
-    /// A finger strokes the surface between frames 6 and 30 of 60 a second, and lifts.
+    /// A finger zigzags over the surface between frames 6 and 50 of 60 a second, and lifts.
     static void touchAt(Look& look, int frame) {
         const auto along = static_cast<float>(frame);
         if (frame == 6) look.touch(0, 20, 30, TouchPhase::Down);
-        if (frame > 6 && frame < 30) look.touch(0, 20 + along, 30 + 2 * along, TouchPhase::Move);
-        if (frame == 30) look.touch(0, 50, 90, TouchPhase::Up);
+        if (frame > 6 && frame < 50)
+            look.touch(0, 20 + std::fmod(23 * along, 70.0F), 20 + 1.8F * along, TouchPhase::Move);
+        if (frame == 50) look.touch(0, 50, 90, TouchPhase::Up);
     }
 
     /// The picture after some seconds at a display's rate, of a look that was stroked on the way.
@@ -141,6 +142,10 @@ TEST_P(LooksTest, LeavesTheStateThatItSays) {
     glCullFace(GL_FRONT_AND_BACK);
     glScissor(0, 0, 1, 1);
     glColorMask(GL_FALSE, GL_TRUE, GL_FALSE, GL_FALSE);
+    GLuint sampler = 0;
+    glGenSamplers(1, &sampler);
+    glBindSampler(0, sampler); // which would take mipmap levels that are not there
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 200);
     glActiveTexture(GL_TEXTURE5);
     look->touch(0, 30, 60, TouchPhase::Down);
     for (int frame = 0; frame < 30; ++frame)
@@ -180,6 +185,7 @@ TEST_P(LooksTest, LeavesTheStateThatItSays) {
         << "whatever the host has left, it draws";
     glDeleteVertexArrays(1, &array);
     glDeleteBuffers(1, &buffer);
+    glDeleteSamplers(1, &sampler);
 }
 
 TEST_P(LooksTest, ComposesOverAnyContent) {

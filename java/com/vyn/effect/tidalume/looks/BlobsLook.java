@@ -6,7 +6,7 @@ import java.util.Objects;
  * Lit blobs: drops that rise from a pool at the bottom and sink from one at the top, a blob under every finger, and
  * balls of the caller's. They merge where they meet.
  *
- * <p>The blobs are drawn over what is there. With a speed of 0 they come to rest half a second after the last touch.
+ * <p>The blobs are drawn over what is there. With a speed of 0 they come to rest within a second after the last touch.
  *
  * <p>A palette is a pile of layers, from the rim to the highlights, each of which is a field of its own and a pass over
  * the surface: eight for lava, seven for mercury, four for ink.

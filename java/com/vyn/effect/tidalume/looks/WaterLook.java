@@ -51,7 +51,9 @@ public final class WaterLook extends Look {
      */
     public void setPicture(int texture, int width, int height, PictureTop top) {
         final long open = open();
-        requirePixels(width, height);
+        if (texture != 0) {
+            requirePixels(width, height);
+        }
         final boolean isFirstRowTop = Objects.requireNonNull(top, "top must not be null") == PictureTop.FIRST_ROW;
         setPicture(open, texture, width, height, isFirstRowTop);
     }
