@@ -53,7 +53,7 @@ inline std::vector<PictureCase> allPictures;
 
 /// Adds its pictures to all: every file with pictures has one.
 struct PictureTable {
-    PictureTable(const std::vector<PictureCase>& pictures) {
+    explicit PictureTable(const std::vector<PictureCase>& pictures) {
         allPictures.insert(allPictures.end(), pictures.begin(), pictures.end());
     }
 };
