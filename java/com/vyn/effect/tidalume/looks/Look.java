@@ -1,8 +1,8 @@
 package com.vyn.effect.tidalume.looks;
 
+import java.util.HashMap;
 import java.util.Map;
 import java.util.Objects;
-import java.util.concurrent.ConcurrentHashMap;
 import javax.annotation.Nonnull;
 
 /**
@@ -47,7 +47,7 @@ public abstract class Look implements AutoCloseable {
     /** How many fingers are told apart. */
     public static final int FINGERS = 10;
 
-    private static final Map<Class<?>, Tables> TABLES = new ConcurrentHashMap<>();
+    private static final Map<Class<?>, Tables> TABLES = new HashMap<>();
 
     static {
         System.loadLibrary("Tidalume");
@@ -63,7 +63,7 @@ public abstract class Look implements AutoCloseable {
             throw new OutOfMemoryError("no native memory for a " + getClass().getSimpleName());
         }
         this.handle = handle;
-        tables = TABLES.computeIfAbsent(getClass(), type -> new Tables(describe(handle)));
+        tables = tablesOf(handle);
     }
 
     /**
@@ -215,6 +215,18 @@ public abstract class Look implements AutoCloseable {
         final long closing = handle;
         handle = 0;
         Free(closing);
+    }
+
+    /** Read once a class. Android has had computeIfAbsent only since API 24. */
+    private Tables tablesOf(long handle) {
+        synchronized (TABLES) {
+            Tables read = TABLES.get(getClass());
+            if (read == null) {
+                read = new Tables(describe(handle));
+                TABLES.put(getClass(), read);
+            }
+            return read;
+        }
     }
 
     /** Sets a parameter that is a choice to a constant of an enum in the order of {@link Parameter#choices}. */
