@@ -167,6 +167,17 @@ final class Effect {
         sendSettings();
     }
 
+    /** As layouts have it: the name of a choice, or a number. */
+    void setText(String parameter, String value) {
+        final int choice = type.parameter(parameter).choices.indexOf(value);
+        try {
+            set(parameter, choice >= 0 ? choice : Float.parseFloat(value));
+        } catch (NumberFormatException exception) {
+            throw new IllegalArgumentException(parameter + " is neither a number nor one of "
+                    + type.parameter(parameter).choices + ": " + value, exception);
+        }
+    }
+
     void usePreset(String preset) {
         settings.putAll(type.preset(preset));
         sendSettings();

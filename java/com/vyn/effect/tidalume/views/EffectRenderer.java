@@ -214,7 +214,7 @@ final class EffectRenderer {
         }
         try {
             surface = gpu.createSurface(window);
-        } catch (IllegalStateException exception) {
+        } catch (IllegalArgumentException | IllegalStateException exception) {
             window = null; // Android has taken it away, and will say so
             return;
         }
