@@ -54,6 +54,7 @@ public abstract class Look implements AutoCloseable {
     }
 
     private final Tables tables;
+    private final Unclosed watched;
     private long handle;
     private boolean hasContext;
 
@@ -64,6 +65,17 @@ public abstract class Look implements AutoCloseable {
         }
         this.handle = handle;
         tables = tablesOf(handle);
+        watched = Unclosed.watch(this);
+    }
+
+    /**
+     * Switches the search for looks that are never closed on or off. Each is logged once, as a warning with the place
+     * of its making, when the next look is made after Java has collected it. Only looks made while it is on are found.
+     *
+     * @param isDebugging at first false, since noting the place costs time
+     */
+    public static void setDebugging(boolean isDebugging) {
+        Unclosed.setWatching(isDebugging);
     }
 
     /**
@@ -215,6 +227,7 @@ public abstract class Look implements AutoCloseable {
         final long closing = handle;
         handle = 0;
         Free(closing);
+        Unclosed.closed(watched);
     }
 
     /** Read once a class. Android has had computeIfAbsent only since API 24. */
