@@ -8,28 +8,17 @@ import java.io.IOException;
 import java.util.*;
 import java.util.concurrent.*;
 import org.junit.*;
+import org.junit.function.ThrowingRunnable;
 
 /** Views without Android: its windows, frames and losses are the test's, contexts and pixels are real. */
 public final class ViewsTest {
     private static final long FRAME = 16_666_667;
     private static final float[][] COLORS = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
-    /** Keeps what it is shown. */
-    private static final class Window {
-        final int width;
-        final int height;
-        float[] pixels;
-        int swaps;
-
-        Window(int width, int height) {
-            this.width = width;
-            this.height = height;
-        }
-    }
-
-    /** Surfaces are the windows; a lost context is found out by the call that the test chooses. */
-    private final class Machine implements Gpu, Frames {
+    /** Surfaces are the views; that the context is lost is found out by the call that the test chooses. */
+    private static final class Machine implements Gpu, Frames {
         final ExecutorService thread = Executors.newSingleThreadExecutor(task -> new Thread(task, "views' GL"));
+        final Queue<Future<?>> posted = new ArrayDeque<>();
         HeadlessContext context;
         boolean isMissing;
         Result current = Result.DONE;
@@ -37,9 +26,7 @@ public final class ViewsTest {
         int surfaces;
         Listener requested;
         long now;
-        Throwable failure;
 
-        @Override
         public void createContext() {
             if (isMissing) {
                 throw new IllegalStateException("there is none");
@@ -48,7 +35,6 @@ public final class ViewsTest {
             context = HeadlessContext.create(1, 1);
         }
 
-        @Override
         public void destroyContext() {
             for (int name = isLost() ? 0 : upload(COLORS[0]).name - 1; name > 0; name--) {
                 final int left = name;
@@ -64,70 +50,54 @@ public final class ViewsTest {
         }
 
         PictureSource.Texture upload(float[] color) {
+            assertEquals("into a lost context", Result.DONE, current);
             final byte[] pixel = {(byte) (255 * color[0]), (byte) (255 * color[1]), (byte) (255 * color[2]), -1};
             return new PictureSource.Texture(context.createTexture(HeadlessContext.GL_RGBA8, 1, 1, pixel), 1, 1);
         }
 
-        @Override
         public Object createSurface(Object window) {
             surfaces++;
             return window;
         }
 
-        @Override
         public void destroySurface(Object surface) {
             surfaces--;
         }
 
-        @Override
         public Result makeCurrent(Object surface) {
-            final Window window = (Window) surface;
-            context.resize(window.width, window.height);
+            context.resize(((View) surface).width, ((View) surface).height);
             return current;
         }
 
-        @Override
         public Result makeCurrent() {
             return current;
         }
 
-        @Override
         public void clear() {
             context.clear(0, 0, 0, 0);
         }
 
-        @Override
         public Result swap(Object surface) {
             if (swapped == Result.DONE) {
-                ((Window) surface).pixels = context.readFramebuffer();
-                ((Window) surface).swaps++;
+                ((View) surface).pixels = context.readFramebuffer();
+                ((View) surface).swaps++;
             }
             return swapped;
         }
 
-        @Override
         public void deleteTexture(int texture) {
             context.deleteTexture(texture);
         }
 
-        @Override
         public void post(Runnable task) {
-            thread.execute(() -> {
-                try {
-                    task.run();
-                } catch (Throwable thrown) {
-                    failure = thrown;
-                }
-            });
+            posted.add(thread.submit(task));
         }
 
-        @Override
         public void request(Listener listener) {
             assertNull("a second request", requested);
             requested = listener;
         }
 
-        @Override
         public long periodNanoseconds() {
             return FRAME;
         }
@@ -135,18 +105,15 @@ public final class ViewsTest {
         /** Whether a frame was asked for. */
         boolean frameAfter(long nanoseconds) throws Exception {
             now += nanoseconds;
-            final boolean isAsked = thread.submit(() -> {
-                final Listener listener = requested;
-                requested = null;
-                if (listener != null) {
-                    listener.frame(now);
-                }
-                return listener != null;
-            }).get();
-            if (failure != null) {
-                throw new AssertionError(failure);
+            while (!posted.isEmpty()) {
+                posted.remove().get();
             }
-            return isAsked;
+            final Listener listener = requested;
+            requested = null;
+            if (listener != null) {
+                thread.submit(() -> listener.frame(now)).get();
+            }
+            return listener != null;
         }
     }
 
@@ -176,14 +143,17 @@ public final class ViewsTest {
         assertTrue(machine.thread.awaitTermination(10, TimeUnit.SECONDS));
     }
 
-    /** A view as the platform has it. */
+    /** A view as the platform has it, with what it is shown. */
     private final class View {
         final int index;
         Effect effect;
-        Window window;
         boolean isAttached;
         boolean isVisible;
         boolean isPaused;
+        int width;
+        int height;
+        float[] pixels;
+        int swaps;
 
         View(int index) {
             this.index = index;
@@ -207,92 +177,77 @@ public final class ViewsTest {
             }
         }
 
-        void open(int width, int height) {
-            window = new Window(width, height);
-            effect.windowChanged(window, width, height);
+        void open(int newWidth, int newHeight) {
+            width = newWidth;
+            height = newHeight;
+            pixels = null;
+            effect.windowChanged(this, width, height);
         }
 
         void close() {
             effect.windowGone(() -> { });
-            window = null;
+            width = 0;
+        }
+
+        void rotate() {
+            attach(false);
+            close();
+            create();
+            open(40, 20);
         }
 
         boolean isShown() {
-            return isAttached && window != null && isVisible && !isPaused;
+            return isAttached && width > 0 && isVisible && !isPaused;
         }
 
-        int swaps() {
-            return window == null ? 0 : window.swaps;
-        }
-
+        /** Water shows its own picture, blobs are in front of nothing. */
         void check() {
-            float[] sum = new float[4];
-            for (int i = 0; i < window.pixels.length; i++) {
-                assertTrue("premultiplied", window.pixels[i] <= window.pixels[i | 3] + 0.01f);
-                sum[i % 4] += 4 * window.pixels[i] / window.pixels.length;
+            final float[] mean = new float[4];
+            for (int i = 0; i < pixels.length; i++) {
+                assertTrue("premultiplied", pixels[i] <= pixels[i | 3] + 0.01f);
+                mean[i % 4] += 4 * pixels[i] / pixels.length;
             }
-            if (index == COLORS.length) {
-                assertTrue(Arrays.toString(sum), sum[3] > 0.05f && sum[3] < 0.99f);
-                return;
-            }
-            for (int channel = 0; channel < 3; channel++) {
-                assertEquals(Arrays.toString(sum), COLORS[index][channel], sum[channel], 0.35f);
+            if (index < COLORS.length) {
+                assertArrayEquals(COLORS[index], Arrays.copyOf(mean, 3), 0.35f);
+            } else {
+                assertEquals(0.5f, mean[3], 0.45f);
             }
         }
 
-        void step(Random random) throws Exception {
-            switch (random.nextInt(9)) {
-                case 0: case 1:
-                    open(8 + random.nextInt(40), 8 + random.nextInt(40));
-                    break;
-                case 2:
-                    touch(random);
-                    break;
-                case 3:
-                    isPaused = !isPaused;
-                    effect.setPaused(isPaused);
-                    break;
-                case 4:
-                    isVisible = !isVisible;
-                    effect.setVisible(isVisible);
-                    break;
-                case 5:
-                    attach(!isAttached);
-                    break;
-                case 6:
-                    machine.thread.submit(() -> {
-                        if (machine.context != null && random.nextBoolean()) {
-                            machine.current = Gpu.Result.CONTEXT_LOST;
-                        } else if (machine.context != null) {
-                            machine.swapped = Gpu.Result.CONTEXT_LOST;
-                        }
-                    }).get();
-                    break;
-                case 7: // rotation
-                    attach(false);
-                    close();
-                    create();
-                    open(40, 20);
-                    break;
-                default:
-                    close();
+        void step(Random random) throws Throwable {
+            final boolean isFoundEarly = random.nextBoolean();
+            final List<ThrowingRunnable> steps = List.of(
+                    () -> open(8 + random.nextInt(40), 8 + random.nextInt(40)),
+                    () -> touch(random),
+                    () -> effect.setPaused(isPaused = !isPaused),
+                    () -> effect.setVisible(isVisible = !isVisible),
+                    () -> attach(!isAttached),
+                    () -> machine.post(() -> lose(isFoundEarly)),
+                    this::rotate,
+                    this::close);
+            steps.get(random.nextInt(steps.size())).run();
+        }
+
+        void lose(boolean isFoundEarly) {
+            if (machine.context != null && isFoundEarly) {
+                machine.current = Gpu.Result.CONTEXT_LOST;
+            } else if (machine.context != null) {
+                machine.swapped = Gpu.Result.CONTEXT_LOST;
             }
         }
 
         void touch(Random random) throws Exception {
-            final float[] still = window == null || machine.isLost() ? null : window.pixels;
-            effect.tap(window == null ? 0 : window.width / 2f, window == null ? 0 : window.height / 2f);
+            final float[] still = isShown() && !machine.isLost() ? pixels : null;
+            effect.tap(width / 2f, height / 2f);
             effect.touch(random.nextInt(5), 4, 4, TouchPhase.values()[random.nextInt(4)]);
             machine.frameAfter(FRAME);
             machine.frameAfter(FRAME);
-            if (isShown() && still != null) {
-                assertFalse("shows no touch " + index, Arrays.equals(still, window.pixels));
-            }
+            assertFalse("shows no touch", still != null && Arrays.equals(still, pixels));
         }
     }
 
     @Test
-    public void viewsLiveThroughEverything() throws Exception {
+    public void viewsLiveThroughEverything() throws Throwable {
         final Random random = new Random(20);
         final View[] views = new View[4];
         for (int i = 0; i < views.length; i++) {
@@ -300,16 +255,16 @@ public final class ViewsTest {
         }
         for (int step = 0; step < 1000; step++) {
             views[random.nextInt(4)].step(random);
-            final int[] before = Arrays.stream(views).mapToInt(View::swaps).toArray();
+            final int[] before = Arrays.stream(views).mapToInt(view -> view.swaps).toArray();
             for (int frame = 0; frame < 3; frame++) {
                 machine.frameAfter(FRAME);
             }
             for (View view : views) {
                 if (view.isShown()) {
-                    assertNotNull("step " + step, view.window.pixels);
+                    assertNotNull("step " + step, view.pixels);
                     view.check();
                 } else {
-                    assertEquals("draws while it is not seen", before[view.index], view.swaps());
+                    assertEquals("draws while it is not seen", before[view.index], view.swaps);
                 }
             }
         }
@@ -324,22 +279,20 @@ public final class ViewsTest {
 
     /** Where there are ripples shortly after the events. */
     private String ripplesAfter(TouchMode mode, PointerEvent... events) throws Exception {
-        final Window window = new Window(96, 64);
-        final Effect effect = effect(water);
-        effect.setTouchMode(mode);
-        effect.attach();
-        effect.windowChanged(window, 96, 64);
+        final View view = new View(0);
+        view.effect.setTouchMode(mode);
+        view.open(96, 64);
         machine.frameAfter(FRAME);
-        final float[] still = window.pixels;
+        final float[] still = view.pixels;
         for (PointerEvent event : events) {
-            assertEquals(mode == TouchMode.TAKE, effect.onTouch(event));
+            assertEquals(mode == TouchMode.TAKE, view.effect.onTouch(event));
         }
         machine.frameAfter(FRAME);
-        effect.detach();
+        view.attach(false);
         final Set<String> places = new TreeSet<>();
         for (int i = 0; i < still.length; i++) {
             final int third = i / 4 % 96 / 32;
-            if (window.pixels[i] != still[i] && third != 1) {
+            if (view.pixels[i] != still[i] && third != 1) {
                 places.add(third == 0 ? "left" : "right");
             }
         }
@@ -369,26 +322,25 @@ public final class ViewsTest {
 
     @Test
     public void errorsReachTheListener() throws Exception {
-        final Effect effect = effect(water);
-        final Window window = new Window(16, 16);
         machine.isMissing = true;
-        effect.attach();
-        effect.setPicture(() -> {
+        final View view = new View(0);
+        view.effect.setPicture(() -> {
             throw new IOException("torn");
         });
-        effect.windowChanged(window, 16, 16);
+        view.open(16, 16);
         assertFalse(machine.frameAfter(FRAME));
         assertEquals(Set.of("NO_CONTEXT: there is none"), new HashSet<>(errors));
         errors.clear();
         machine.isMissing = false;
-        effect.setVisible(true);
+        view.effect.setVisible(true);
         assertTrue(machine.frameAfter(FRAME));
         assertEquals(List.of("PICTURE: torn"), errors);
-        assertEquals("water without a picture", 1, window.swaps);
-        assertThrows(IllegalArgumentException.class, () -> effect.set("rain", -1));
-        assertThrows(IllegalArgumentException.class, () -> effect.usePreset("lava"));
-        assertThrows(IllegalArgumentException.class, () -> effect.setFrameLimit(0.5f));
-        effect.detach();
+        assertEquals("water without a picture", 1, view.swaps);
+        assertThrows(IllegalArgumentException.class, () -> view.effect.set("rain", -1));
+        assertThrows(IllegalArgumentException.class, () -> view.effect.setText("simulation", "lava"));
+        assertThrows(IllegalArgumentException.class, () -> view.effect.usePreset("lava"));
+        assertThrows(IllegalArgumentException.class, () -> view.effect.setFrameLimit(0.5f));
+        view.attach(false);
     }
 
     private float fieldScale() throws Exception {
@@ -397,11 +349,10 @@ public final class ViewsTest {
 
     @Test
     public void framesComeOnlyWhileSomethingMovesAndFieldsFollowThem() throws Exception {
-        final Effect effect = effect(water);
-        final Window window = new Window(16, 16);
+        final View view = new View(0);
+        final Effect effect = view.effect;
         effect.set("fieldScale", 1);
-        effect.attach();
-        effect.windowChanged(window, 16, 16);
+        view.open(16, 16);
         effect.touch(1, 8, 8, TouchPhase.DOWN);
         int frames = 0;
         while (machine.frameAfter(FRAME)) {
@@ -412,16 +363,16 @@ public final class ViewsTest {
         effect.touch(1, 4, 4, TouchPhase.MOVE);
         machine.frameAfter(FRAME);
         assertFalse("the finger was taken away", machine.frameAfter(FRAME));
-        effect.windowChanged(window, 16, 16);
+        view.open(16, 16);
         assertTrue("a new surface is empty", machine.frameAfter(FRAME));
         effect.usePreset(WaterLook.RAIN);
         effect.set("fieldScale", 1);
         effect.setFrameLimit(30);
-        final int before = window.swaps;
+        final int before = view.swaps;
         for (int frame = 0; frame < 60; frame++) {
             assertTrue(machine.frameAfter(FRAME));
         }
-        assertEquals(30, window.swaps - before, 1);
+        assertEquals(30, view.swaps - before, 1);
         assertEquals(1, fieldScale(), 0);
         for (int frame = 0; frame < 40; frame++) {
             machine.frameAfter(4 * FRAME);
