@@ -72,6 +72,19 @@ public final class LookTest {
         }
     }
 
+    @Test
+    public void anotherContextIsNotTakenForTheFormer() {
+        final Look look = looks.get(0);
+        look.contextCreated();
+        final HeadlessContext another = HeadlessContext.create(1, 1);
+        assertRefused(IllegalStateException.class, "the GL context is another .*", look::contextCreated);
+        assertRefused(IllegalStateException.class, "the GL context is another .*", () -> look.draw(0));
+        look.contextLost();
+        look.contextCreated();
+        look.close();
+        another.close();
+    }
+
     /** Android reports all fingers when one of them moves. */
     @Test
     public void fingersThatRestRippleOnce() {

@@ -56,7 +56,8 @@ public abstract class Look implements AutoCloseable {
     private final Tables tables;
     private final Unclosed watched;
     private long handle;
-    private boolean hasContext;
+    /** The one of contextCreated; 0 before. */
+    private long context;
 
     /** @param handle what {@code Alloc} returned */
     Look(long handle) {
@@ -81,17 +82,18 @@ public abstract class Look implements AutoCloseable {
     /**
      * Builds the programs in a context that is new. Ignored where the look has a context already.
      *
-     * @throws IllegalStateException if no GL context is current on this thread
+     * @throws IllegalStateException if no GL context is current on this thread, or another one than before without
+     *     {@link #contextLost} in between
      */
     public void contextCreated() {
         contextCreated(inContext());
-        hasContext = true;
+        context = currentContext();
     }
 
     /** Abandons every GL name, for a context that is gone. Fingers that are down are up. */
     public void contextLost() {
         contextLost(open());
-        hasContext = false;
+        context = 0;
     }
 
     /**
@@ -136,11 +138,12 @@ public abstract class Look implements AutoCloseable {
      * @param seconds now, of a clock that does not jump, such as {@code System.nanoTime() / 1e9}; where it goes back,
      *     or on by more than a quarter of a second, a single step is run
      * @param framebuffer GL name of the one to draw into; its size is that of {@link #setSize}
-     * @throws IllegalStateException if no GL context is current on this thread, or before {@link #contextCreated}
+     * @throws IllegalStateException if no GL context is current on this thread, before {@link #contextCreated}, or in
+     *     another context than that one's
      */
     public void draw(double seconds, int framebuffer) {
         final long current = inContext();
-        if (!hasContext) {
+        if (context == 0) {
             throw new IllegalStateException(
                     getClass().getSimpleName() + " needs contextCreated in the current GL context first");
         }
@@ -259,9 +262,14 @@ public abstract class Look implements AutoCloseable {
     /** The handle, for calls that need a context. GL itself would say nothing where it is missing. */
     private long inContext() {
         final long open = open();
-        if (!isContextCurrent()) {
+        final long current = currentContext();
+        if (current == 0) {
             throw new IllegalStateException(getClass().getSimpleName() + " needs a GL context that is current on this "
                     + "thread: call it on the GL thread, in onSurfaceCreated or later, or after eglMakeCurrent");
+        }
+        if (context != 0 && context != current) {
+            throw new IllegalStateException("the GL context is another one than that of " + getClass().getSimpleName()
+                    + ": call contextLost on every look first, then contextCreated");
         }
         return open;
     }
@@ -273,7 +281,7 @@ public abstract class Look implements AutoCloseable {
         }
     }
 
-    private static native boolean isContextCurrent();
+    private static native long currentContext();
 
     private static native void Free(long handle);
 
