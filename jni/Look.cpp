@@ -32,8 +32,9 @@ void append(std::string& text, const std::string& column) {
 
 extern "C" {
 
-NATIVE(jboolean, looks_Look, isContextCurrent)(JNIEnv*, jclass) {
-    return eglGetCurrentContext() != EGL_NO_CONTEXT ? JNI_TRUE : JNI_FALSE;
+/// Tells contexts apart, as long as they live; 0 where none is current.
+NATIVE(jlong, looks_Look, currentContext)(JNIEnv*, jclass) {
+    return reinterpret_cast<jlong>(eglGetCurrentContext());
 }
 
 NATIVE(void, looks_Look, Free)(JNIEnv*, jclass, jlong handle) {

@@ -1,29 +1,37 @@
 #!/usr/bin/env bash
 # Checks of the Android module what can be checked without Android's SDK: XML, resources and manifest by the platform's
-# own packaging tool, the syntax of the Gradle files, and the sample's Java against declarations of the few platform
-# classes that it uses, which are written down here from memory of their documentation. Leaves the sample's
-# classes and their test in WORK_DIR/classes.
-# usage: check-android.sh SOURCE_DIR TIDALUME_JAR CLASS_PATH_OF_TEST WORK_DIR
+# own packaging tool, the syntax of the Gradle files, and the Java of views and sample against declarations of the few
+# platform classes that they use. What those declare is looked up in the platform's own, if npm has brought them.
+# Leaves the classes and a test in WORK_DIR/classes.
+# usage: check-android.sh SOURCE_DIR TIDALUME_JAR CLASS_PATH WORK_DIR
 set -euo pipefail
 source=$1
 jar=$2
-test_class_path=$3
+class_path=$3
 work=$4
 here=$(cd "$(dirname "$0")" && pwd)
 sample=$source/android/sample/src/main
+library=$source/android/tidalume/src/main
 rm -rf "$work"
 mkdir -p "$work"/{gradle,generated,classes,stubs}
 cd "$work"
 
 find "$source/android" -name '*.xml' -not -path '*/build/*' -exec xmllint --noout {} +
 
+# The recipes: layouts join the sample's, Java and Kotlin are compiled with it.
+mkdir -p recipes/{files,commands,fragments,excerpts,android,res/layout}
+awk -v out=recipes -f "$source/tests/docs/extract-samples.awk" "$source"/docs/android*.md
+mv recipes/android/*.xml recipes/res/layout
+
 # The manifest's package is the namespace of build.gradle, which Gradle puts in.
-package=$(sed -n "s/^    namespace \(= \)\?'\(.*\)'/\2/p" "$source/android/sample/build.gradle")
-for module in sample tidalume; do
-  sed "s/<manifest /<manifest package=\"$package\" /" "$source/android/$module/src/main/AndroidManifest.xml" >AndroidManifest.xml
-  aapt package -f -m -M AndroidManifest.xml -S "$sample/res" -J generated -F "$module.apk" --min-sdk-version 21 \
+package() { # module, its namespace and folders of resources
+  sed "s/<manifest /<manifest package=\"$2\" /" "$source/android/$1/src/main/AndroidManifest.xml" >AndroidManifest.xml
+  aapt package -f -m -M AndroidManifest.xml "${@:3}" -J generated -F "$1.apk" --min-sdk-version 21 --auto-add-overlay \
     -I /usr/share/android-framework-res/framework-res.apk
-done
+}
+namespace() { sed -n "s/^    namespace \(= \)\?'\(.*\)'/\2/p" "$source/android/$1/build.gradle"; }
+package tidalume "$(namespace tidalume)" -S "$library/res"
+package sample "$(namespace sample)" -S recipes/res -S "$sample/res" -S "$library/res"
 
 export JAVA_HOME=$(dirname "$(dirname "$(readlink -f "$(command -v javac)")")")
 for file in "$source"/android/{settings,build,tidalume/build,sample/build}.gradle; do
@@ -33,7 +41,18 @@ done
 # Each stub stands below a line with its file name.
 awk '/^=== / { file = "stubs/" $2; folder = file; sub("/[^/]*$", "", folder); system("mkdir -p " folder); next } { print > file }' \
   "$here/platform-stubs.txt"
-find stubs generated "$sample/java" -name '*.java' >sources
-javac -Xlint:all -Werror -implicit:none -d classes -cp "$jar" @sources
-javac -d classes -cp "classes:$jar:$test_class_path" "$here/RipplesTest.java"
-echo "check-android: manifests, resources, Gradle files and the sample's Java pass"
+find stubs generated recipes "$library/java" "$sample/java" -name '*.java' >sources
+javac --release 11 -Xlint:all -Werror -implicit:none -d classes -cp "$jar:$class_path" @sources
+mkdir ours
+(cd ours && jar xf "$jar" && cp -r ../classes/com .)
+npm=$source/node_modules
+if [ -e "$npm/kotlin-compiler" ]; then
+  "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin recipes/android/*.kt
+  declarations=$npm/@nativescript/types-android/lib/android
+  min_sdk=$(sed -n 's/^ *minSdk //p' "$source/android/tidalume/build.gradle")
+  node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours
+else
+  echo "check-android: npm has not brought a Kotlin compiler and the platform's declarations; both are left out"
+fi
+javac -d classes -cp "classes:$jar:$class_path" "$here/AttributesTest.java"
+echo "check-android: manifests, resources, Gradle files and Java pass"

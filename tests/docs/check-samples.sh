@@ -9,7 +9,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 fail() { echo "check-samples: $1" >&2; exit 1; }
 
 rm -rf "$work"
-mkdir -p "$work"/{files,commands,fragments,excerpts,repository,project}
+mkdir -p "$work"/{files,commands,fragments,android,excerpts,repository,project}
 cp "$source/android/sample/src/main/res/drawable-nodpi/pebbles.webp" "$work/files/picture.webp"
 awk -v out="$work" -f "$here/extract-samples.awk" "$source"/README.md "$source"/docs/*.md "$source"/android/*.md
 

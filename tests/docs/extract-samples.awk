@@ -3,6 +3,7 @@
 #   <!-- run: STEP -->    commands                           -> OUT/commands/STEP
 #   <!-- draws: NAME -->  Java statements that draw          -> OUT/fragments/NAME
 #   <!-- from: PATH -->   an excerpt of a file of the project -> OUT/excerpts/N, whose first line is PATH
+#   <!-- android: NAME -->   a file that is compiled by tests/android -> OUT/android/NAME
 #   <!-- not run: WHY --> nothing
 # Prints each block that has no marker and is not plain text.
 # usage: awk -v out=OUT -f extract-samples.awk FILE...
@@ -12,13 +13,14 @@ function fail(message) { print FILENAME ":" FNR ": " message; failed = 1 }
 /^```/ && !inside {
     inside = 1
     target = ""
-    if (match(marker, /^<!-- (file|run|draws|from): .* -->$/)) {
+    if (match(marker, /^<!-- (file|run|draws|from|android): .* -->$/)) {
         split(marker, words, " ")
         kind = substr(words[2], 1, length(words[2]) - 1)
         name = substr(marker, length("<!-- " kind ": ") + 1)
         name = substr(name, 1, length(name) - length(" -->"))
         if (kind == "file") target = out "/files/" name
         if (kind == "run") target = out "/commands/" name
+        if (kind == "android") target = out "/android/" name
         if (kind == "draws") target = out "/fragments/" name
         if (kind == "from") {
             target = out "/excerpts/" ++excerpts

@@ -26,7 +26,10 @@ public final class CallTest {
     /** Numbers that a method refuses: for all of its parameters, or for each in turn. */
     private static final Map<String, List<Set<?>>> BAD_NUMBERS = Map.of(
             "init", List.of(NOT_POSITIVE),
-            "setScreenSize", List.of(Set.of(0, -1, Integer.MIN_VALUE)),
+            "setScreenSize", List.of(Set.of(0, -1, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE)),
+            "setBlendEquation", List.of(Set.copyOf(INTEGERS)),
+            "setBlendFunction", List.of(Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE)),
+            "setIterationCount", List.of(Set.of(0, -1, Integer.MIN_VALUE)),
             "addMetaballs", List.of(Set.of(-1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE)),
             "setLight", List.of(NOT_FINITE),
             "setSpecular", List.of(NEGATIVE, NOT_POSITIVE),
@@ -63,7 +66,8 @@ public final class CallTest {
     private static Object[] ordinaryArguments(Object effect, Method method) throws Exception {
         final Field handle = effect.getClass().getDeclaredField("handle");
         handle.setAccessible(true);
-        final Map<Class<?>, Object> values = Map.of(boolean.class, true, int.class, 1, float.class, 0.5f,
+        final Map<Class<?>, Object> values = Map.of(boolean.class, true,
+                int.class, method.getName().equals("setBlendEquation") ? VectorGraphicRenderer.EQUATION_MIN : 1, float.class, 0.5f,
                 double.class, 0.5, float[].class, new float[length(method)]);
         final Object[] arguments = new Object[method.getParameterCount()];
         for (int i = 0; i < arguments.length; i++) {

@@ -9,6 +9,7 @@ import java.io.*;
 import java.lang.reflect.*;
 import java.nio.file.*;
 import java.util.*;
+import java.util.logging.Logger;
 import java.util.stream.*;
 import org.junit.*;
 import org.junit.function.ThrowingRunnable;
@@ -70,6 +71,19 @@ public final class LookTest {
             assertRefused(IllegalStateException.class, "\\w+ needs a GL context .*", look::contextCreated);
             assertRefused(IllegalStateException.class, "\\w+ needs a GL context .*", () -> look.draw(0));
         }
+    }
+
+    @Test
+    public void anotherContextIsNotTakenForTheFormer() {
+        final Look look = looks.get(0);
+        look.contextCreated();
+        final HeadlessContext another = HeadlessContext.create(1, 1);
+        assertRefused(IllegalStateException.class, "the GL context is another .*", look::contextCreated);
+        assertRefused(IllegalStateException.class, "the GL context is another .*", () -> look.draw(0));
+        look.contextLost();
+        look.contextCreated();
+        look.close();
+        another.close();
     }
 
     @Test
@@ -162,7 +176,7 @@ public final class LookTest {
                             .map(type -> type.isPrimitive() ? 1 : null).toArray();
                     final boolean refusesNull = Arrays.asList(arguments).contains(null);
                     if (Look.class.isAssignableFrom(method.getDeclaringClass()) && (refusesNull || isClosed)
-                            && !method.getName().matches("close|parameters|presets")) {
+                            && !method.getName().matches("close|parameters|presets|setDebugging")) {
                         assertRefused(isClosed ? IllegalStateException.class : NullPointerException.class,
                                 "\\w+ (is closed|must not be null)", () -> method.invoke(look, arguments));
                     }
@@ -170,5 +184,28 @@ public final class LookTest {
                 look.close();
             }
         }
+    }
+
+    @Test
+    public void looksThatAreNeverClosedAreReportedOnceWithThePlace() throws Exception {
+        final List<String> places = new ArrayList<>();
+        final Logger logger = Logger.getLogger("Tidalume");
+        logger.setUseParentHandlers(false);
+        logger.setFilter(entry -> places.add(entry.getThrown().getStackTrace()[4].getMethodName()));
+        Look.setDebugging(true);
+        forget();
+        for (int i = 0; i < 100 && places.isEmpty(); i++) {
+            System.gc();
+            Thread.sleep(10);
+            new CometsLook().close();
+        }
+        Look.setDebugging(false);
+        System.gc();
+        new CometsLook().close();
+        assertEquals(List.of("forget"), places);
+    }
+
+    private static void forget() {
+        new CometsLook();
     }
 }

@@ -55,13 +55,13 @@ class LooksTest : public GLTest, public WithParamInterface<LookCase> {
         return tidalume::headless::readFramebuffer(surfaceWidth, surfaceHeight).rgba;
     }
 
-    /// A finger zigzags over the surface between frames 6 and 50 of 60 a second, and lifts.
+    /// A finger zigzags over the surface between frames 6 and 48 of 60 a second, and lifts.
     static void touchAt(Look& look, int frame) {
         const auto along = static_cast<float>(frame);
         if (frame == 6) look.touch(0, 20, 30, TouchPhase::Down);
-        if (frame > 6 && frame < 50)
+        if (frame > 6 && frame < 48)
             look.touch(0, 20 + std::fmod(23 * along, 70.0F), 20 + 1.8F * along, TouchPhase::Move);
-        if (frame == 50) look.touch(0, 50, 90, TouchPhase::Up);
+        if (frame == 48) look.touch(0, 50, 90, TouchPhase::Up);
     }
 
     /// The picture after some seconds at a display's rate, of a look that was stroked on the way.

@@ -52,9 +52,29 @@ final class Arguments {
         }
     }
 
-    /** @throws IllegalArgumentException if the width or the height of a screen is below 1 */
+    /** @throws IllegalArgumentException if the width or the height of a screen is below 1, or beyond all textures */
     static void requireScreenSize(int width, int height) {
-        requireAtLeast("width", width, 1);
-        requireAtLeast("height", height, 1);
+        requireExtent("width", width);
+        requireExtent("height", height);
+    }
+
+    private static void requireExtent(String name, int extent) {
+        requireAtLeast(name, extent, 1);
+        final int largest = Handle.largestTexture();
+        if (largest > 0 && extent > largest) {
+            throw new IllegalArgumentException(
+                    name + " must be 1 to " + largest + ", where this driver's textures end, is " + extent);
+        }
+    }
+
+    /** @throws IllegalArgumentException if the value is none of those allowed; constants say which those are */
+    static void requireOneOf(String name, int value, String constants, int[] allowed) {
+        for (int each : allowed) {
+            if (value == each) {
+                return;
+            }
+        }
+        throw new IllegalArgumentException(
+                String.format("%s must be one of the %s constants, is 0x%04X", name, constants, value));
     }
 }

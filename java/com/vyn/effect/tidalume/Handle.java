@@ -92,4 +92,7 @@ final class Handle {
     }
 
     private static native boolean isContextCurrent();
+
+    /** The driver's limit of a texture's width and height; 0 where no context is current. */
+    static native int largestTexture();
 }

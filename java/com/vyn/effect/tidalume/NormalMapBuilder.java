@@ -33,6 +33,7 @@ public final class NormalMapBuilder implements AutoCloseable {
      *
      * @param width in pixels, at least 1
      * @param height in pixels, at least 1
+     * @throws IllegalArgumentException if one is below 1, or beyond the textures of the driver whose context is current
      */
     public void setScreenSize(int width, int height) {
         final long open = handle.open();

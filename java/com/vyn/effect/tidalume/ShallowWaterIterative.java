@@ -39,6 +39,7 @@ public final class ShallowWaterIterative implements AutoCloseable {
      *
      * @param width in pixels, at least 1
      * @param height in pixels, at least 1
+     * @throws IllegalArgumentException if one is below 1, or beyond the textures of the driver whose context is current
      */
     public void setScreenSize(int width, int height) {
         final long open = handle.open();
@@ -56,10 +57,13 @@ public final class ShallowWaterIterative implements AutoCloseable {
     /**
      * Sets how fast the waves are.
      *
-     * @param count passes per {@link #update}, 8 by default, about 0.7 pixels each; below 1 it is ignored
+     * @param count passes per {@link #update}, 8 by default, about 0.7 pixels each
+     * @throws IllegalArgumentException if the count is below 1
      */
     public void setIterationCount(int count) {
-        setIterationCount(handle.open(), count);
+        final long open = handle.open();
+        Arguments.requireAtLeast("count", count, 1);
+        setIterationCount(open, count);
     }
 
     /**

@@ -69,6 +69,13 @@ public final class VectorGraphicRenderer implements AutoCloseable {
     /** Rotation: mirrored left to right. */
     public static final int ROTATION_FLIP_HORIZONTAL = 5;
 
+    private static final int[] EQUATIONS = {
+        EQUATION_ADD, EQUATION_SUBTRACT, EQUATION_REVERSE_SUBTRACT, EQUATION_MIN, EQUATION_MAX};
+    private static final int[] FACTORS = {FACTOR_ZERO, FACTOR_ONE, FACTOR_SRC_COLOR, FACTOR_ONE_MINUS_SRC_COLOR,
+        FACTOR_SRC_ALPHA, FACTOR_ONE_MINUS_SRC_ALPHA, FACTOR_DST_ALPHA, FACTOR_ONE_MINUS_DST_ALPHA, FACTOR_DST_COLOR,
+        FACTOR_ONE_MINUS_DST_COLOR, FACTOR_SRC_ALPHA_SATURATE, FACTOR_CONSTANT_COLOR, FACTOR_ONE_MINUS_CONSTANT_COLOR,
+        FACTOR_CONSTANT_ALPHA, FACTOR_ONE_MINUS_CONSTANT_ALPHA};
+
     static {
         NativeLibrary.load();
     }
@@ -95,6 +102,7 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      *
      * @param width in pixels, at least 1
      * @param height in pixels, at least 1
+     * @throws IllegalArgumentException if one is below 1, or beyond the textures of the driver whose context is current
      */
     public void setScreenSize(int width, int height) {
         final long open = handle.open();
@@ -113,9 +121,12 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      * Sets the blend equation of the drawing calls that follow.
      *
      * @param mode one of the {@code EQUATION_} constants
+     * @throws IllegalArgumentException if it is none of them
      */
     public void setBlendEquation(int mode) {
-        setBlendEquation(handle.open(), mode);
+        final long open = handle.open();
+        Arguments.requireOneOf("mode", mode, "EQUATION_", EQUATIONS);
+        setBlendEquation(open, mode);
     }
 
     /**
@@ -125,9 +136,15 @@ public final class VectorGraphicRenderer implements AutoCloseable {
      * @param dstRGB of the destination's colour
      * @param srcAlpha of the source's alpha
      * @param dstAlpha of the destination's alpha
+     * @throws IllegalArgumentException if one is none of them
      */
     public void setBlendFunction(int srcRGB, int dstRGB, int srcAlpha, int dstAlpha) {
-        setBlendFunction(handle.open(), srcRGB, dstRGB, srcAlpha, dstAlpha);
+        final long open = handle.open();
+        Arguments.requireOneOf("srcRGB", srcRGB, "FACTOR_", FACTORS);
+        Arguments.requireOneOf("dstRGB", dstRGB, "FACTOR_", FACTORS);
+        Arguments.requireOneOf("srcAlpha", srcAlpha, "FACTOR_", FACTORS);
+        Arguments.requireOneOf("dstAlpha", dstAlpha, "FACTOR_", FACTORS);
+        setBlendFunction(open, srcRGB, dstRGB, srcAlpha, dstAlpha);
     }
 
     /**

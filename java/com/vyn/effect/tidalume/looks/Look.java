@@ -1,8 +1,8 @@
 package com.vyn.effect.tidalume.looks;
 
+import java.util.HashMap;
 import java.util.Map;
 import java.util.Objects;
-import java.util.concurrent.ConcurrentHashMap;
 import javax.annotation.Nonnull;
 
 /**
@@ -47,15 +47,17 @@ public abstract class Look implements AutoCloseable {
     /** How many fingers are told apart. */
     public static final int FINGERS = 10;
 
-    private static final Map<Class<?>, Tables> TABLES = new ConcurrentHashMap<>();
+    private static final Map<Class<?>, Tables> TABLES = new HashMap<>();
 
     static {
         System.loadLibrary("Tidalume");
     }
 
     private final Tables tables;
+    private final Unclosed watched;
     private long handle;
-    private boolean hasContext;
+    /** The one of contextCreated; 0 before. */
+    private long context;
 
     /** @param handle what {@code Alloc} returned */
     Look(long handle) {
@@ -63,23 +65,35 @@ public abstract class Look implements AutoCloseable {
             throw new OutOfMemoryError("no native memory for a " + getClass().getSimpleName());
         }
         this.handle = handle;
-        tables = TABLES.computeIfAbsent(getClass(), type -> new Tables(describe(handle)));
+        tables = tablesOf(handle);
+        watched = Unclosed.watch(this);
+    }
+
+    /**
+     * Switches the search for looks that are never closed on or off. Each is logged once, as a warning with the place
+     * of its making, when the next look is made after Java has collected it. Only looks made while it is on are found.
+     *
+     * @param isDebugging at first false, since noting the place costs time
+     */
+    public static void setDebugging(boolean isDebugging) {
+        Unclosed.setWatching(isDebugging);
     }
 
     /**
      * Builds the programs in a context that is new. Ignored where the look has a context already.
      *
-     * @throws IllegalStateException if no GL context is current on this thread
+     * @throws IllegalStateException if no GL context is current on this thread, or another one than before without
+     *     {@link #contextLost} in between
      */
     public void contextCreated() {
         contextCreated(inContext());
-        hasContext = true;
+        context = currentContext();
     }
 
     /** Abandons every GL name, for a context that is gone. Fingers that are down are up. */
     public void contextLost() {
         contextLost(open());
-        hasContext = false;
+        context = 0;
     }
 
     /**
@@ -124,11 +138,12 @@ public abstract class Look implements AutoCloseable {
      * @param seconds now, of a clock that does not jump, such as {@code System.nanoTime() / 1e9}; where it goes back,
      *     or on by more than four steps, a single step is run
      * @param framebuffer GL name of the one to draw into; its size is that of {@link #setSize}
-     * @throws IllegalStateException if no GL context is current on this thread, or before {@link #contextCreated}
+     * @throws IllegalStateException if no GL context is current on this thread, before {@link #contextCreated}, or in
+     *     another context than that one's
      */
     public void draw(double seconds, int framebuffer) {
         final long current = inContext();
-        if (!hasContext) {
+        if (context == 0) {
             throw new IllegalStateException(
                     getClass().getSimpleName() + " needs contextCreated in the current GL context first");
         }
@@ -215,6 +230,19 @@ public abstract class Look implements AutoCloseable {
         final long closing = handle;
         handle = 0;
         Free(closing);
+        Unclosed.closed(watched);
+    }
+
+    /** Read once a class. Android has had computeIfAbsent only since API 24. */
+    private Tables tablesOf(long handle) {
+        synchronized (TABLES) {
+            Tables read = TABLES.get(getClass());
+            if (read == null) {
+                read = new Tables(describe(handle));
+                TABLES.put(getClass(), read);
+            }
+            return read;
+        }
     }
 
     /** Sets a parameter that is a choice to a constant of an enum in the order of {@link Parameter#choices}. */
@@ -234,9 +262,14 @@ public abstract class Look implements AutoCloseable {
     /** The handle, for calls that need a context. GL itself would say nothing where it is missing. */
     private long inContext() {
         final long open = open();
-        if (!isContextCurrent()) {
+        final long current = currentContext();
+        if (current == 0) {
             throw new IllegalStateException(getClass().getSimpleName() + " needs a GL context that is current on this "
                     + "thread: call it on the GL thread, in onSurfaceCreated or later, or after eglMakeCurrent");
+        }
+        if (context != 0 && context != current) {
+            throw new IllegalStateException("the GL context is another one than that of " + getClass().getSimpleName()
+                    + ": call contextLost on every look first, then contextCreated");
         }
         return open;
     }
@@ -248,7 +281,7 @@ public abstract class Look implements AutoCloseable {
         }
     }
 
-    private static native boolean isContextCurrent();
+    private static native long currentContext();
 
     private static native void Free(long handle);
 

@@ -40,8 +40,13 @@ public final class Parameter {
         choices = List.copyOf(columns.subList(7, columns.size()));
     }
 
-    /** @throws IllegalArgumentException if the value is out of range or, for a choice, not whole */
-    void require(float value) {
+    /**
+     * Checks a value.
+     *
+     * @param value to be set
+     * @throws IllegalArgumentException if it is out of range or, for a choice, not whole
+     */
+    public void require(float value) {
         final boolean isWhole = choices.isEmpty() || value == Math.rint(value);
         if (!(value >= minimum && value <= maximum && isWhole)) {
             throw new IllegalArgumentException(name + " must be " + range() + ", is " + value);

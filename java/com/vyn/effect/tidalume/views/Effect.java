@@ -1,0 +1,209 @@
+package com.vyn.effect.tidalume.views;
+
+import com.vyn.effect.tidalume.looks.Parameter;
+import com.vyn.effect.tidalume.looks.TouchPhase;
+import java.util.LinkedHashMap;
+import java.util.Map;
+import java.util.Objects;
+
+/**
+ * What a view does, on the view's thread: it checks what it is told and hands it to the GL thread, where it happens in
+ * the same order. The view passes on what the platform says, a call each.
+ */
+final class Effect {
+    private final RenderThread thread;
+    private final LookType type;
+    private final EffectRenderer renderer;
+    private final Map<String, Float> settings;
+    private TouchMode touchMode = TouchMode.TAKE;
+    private boolean isAttached;
+    private boolean isVisible = true;
+    private boolean isPaused;
+
+    /** @param errors is called on the GL thread */
+    Effect(RenderThread thread, Gpu gpu, LookType type, EffectErrorListener errors) {
+        this.thread = thread;
+        this.type = type.read(thread.frames());
+        renderer = new EffectRenderer(gpu, thread.frames(), type, errors);
+        settings = type.initial();
+    }
+
+    /** The look begins anew, with the settings that are. Ignored while attached. */
+    void attach() {
+        if (isAttached) {
+            return;
+        }
+        isAttached = true;
+        final Map<String, Float> copy = new LinkedHashMap<>(settings);
+        thread.post(() -> {
+            renderer.open(copy);
+            thread.attach(renderer);
+        });
+    }
+
+    /** Ends the look and frees all that it has. Ignored while detached. */
+    void detach() {
+        if (isAttached) {
+            isAttached = false;
+            thread.post(() -> thread.detach(renderer));
+        }
+    }
+
+    /** There is a window to draw into, or it has another size. */
+    void windowChanged(Object window, int width, int height) {
+        thread.post(() -> {
+            thread.enter();
+            renderer.setWindow(window, width, height);
+        });
+    }
+
+    /**
+     * The window goes.
+     *
+     * @param release frees it, on the GL thread, once nothing draws into it
+     */
+    void windowGone(Runnable release) {
+        thread.post(() -> {
+            thread.enter();
+            renderer.setWindow(null, 0, 0);
+            release.run();
+        });
+    }
+
+    void setVisible(boolean isVisible) {
+        this.isVisible = isVisible;
+        show();
+    }
+
+    void setPaused(boolean isPaused) {
+        this.isPaused = isPaused;
+        show();
+    }
+
+    private void show() {
+        final boolean isShown = isVisible && !isPaused;
+        thread.post(() -> {
+            thread.enter();
+            renderer.setShown(isShown);
+        });
+    }
+
+    void setTouchMode(TouchMode touchMode) {
+        this.touchMode = Objects.requireNonNull(touchMode, "touchMode must not be null");
+    }
+
+    /**
+     * Takes what the platform says about fingers on the view.
+     *
+     * @return whether the view takes the touch, so that others do not get it
+     */
+    boolean onTouch(PointerEvent event) {
+        if (touchMode == TouchMode.THROUGH && event.isDown()) {
+            tap(event.actionPointer().x, event.actionPointer().y);
+        }
+        if (touchMode == TouchMode.TAKE) {
+            follow(event);
+        }
+        return touchMode == TouchMode.TAKE;
+    }
+
+    /** Follows all fingers of an event, whatever the touch mode is. */
+    void follow(PointerEvent event) {
+        switch (event.action) {
+            case PointerEvent.DOWN:
+            case PointerEvent.POINTER_DOWN:
+                post(TouchPhase.DOWN, event.actionPointer());
+                break;
+            case PointerEvent.UP:
+            case PointerEvent.POINTER_UP:
+                final boolean isCanceled = (event.flags & PointerEvent.FLAG_CANCELED) != 0;
+                post(isCanceled ? TouchPhase.CANCEL : TouchPhase.UP, event.actionPointer());
+                break;
+            case PointerEvent.MOVE:
+                post(TouchPhase.MOVE, event.pointers);
+                break;
+            case PointerEvent.CANCEL:
+                post(TouchPhase.CANCEL, event.pointers);
+                break;
+            default: // a mouse that hovers, a wheel
+        }
+    }
+
+    private void post(TouchPhase phase, PointerEvent.Pointer... pointers) {
+        for (PointerEvent.Pointer pointer : pointers) {
+            post(pointer.id, pointer.x, pointer.y, phase);
+        }
+    }
+
+    /** Touches from code, with points of its own: none of them is a finger's. */
+    void touch(int point, float x, float y, TouchPhase phase) {
+        if (point < 0) {
+            throw new IllegalArgumentException("point must be at least 0, is " + point);
+        }
+        post(-1 - point, x, y, Objects.requireNonNull(phase, "phase must not be null"));
+    }
+
+    /** A touch that is over at once. */
+    void tap(float x, float y) {
+        post(Integer.MIN_VALUE, x, y, TouchPhase.DOWN);
+        post(Integer.MIN_VALUE, x, y, TouchPhase.UP);
+    }
+
+    private void post(int point, float x, float y, TouchPhase phase) {
+        thread.post(() -> renderer.touch(point, x, y, phase));
+    }
+
+    Map<String, Parameter> parameters() {
+        return type.parameters();
+    }
+
+    float get(String parameter) {
+        return settings.get(type.parameter(parameter).name);
+    }
+
+    void set(String parameter, float value) {
+        type.parameter(parameter).require(value);
+        settings.put(parameter, value);
+        sendSettings();
+    }
+
+    /** As layouts have it: the name of a choice, or a number. */
+    void setText(String parameter, String value) {
+        final int choice = type.parameter(parameter).choices.indexOf(value);
+        try {
+            set(parameter, choice >= 0 ? choice : Float.parseFloat(value));
+        } catch (NumberFormatException exception) {
+            throw new IllegalArgumentException(parameter + " is neither a number nor one of "
+                    + type.parameter(parameter).choices + ": " + value, exception);
+        }
+    }
+
+    void usePreset(String preset) {
+        settings.putAll(type.preset(preset));
+        sendSettings();
+    }
+
+    private void sendSettings() {
+        final Map<String, Float> copy = new LinkedHashMap<>(settings);
+        thread.post(() -> renderer.set(copy));
+    }
+
+    /** @param picture null for none */
+    void setPicture(PictureSource picture) {
+        thread.post(() -> {
+            thread.enter();
+            renderer.setPicture(picture);
+        });
+    }
+
+    void setFrameLimit(float framesPerSecond) {
+        if (!(framesPerSecond >= 1)) {
+            throw new IllegalArgumentException("framesPerSecond must be at least 1, is " + framesPerSecond);
+        }
+        thread.post(() -> renderer.setFrameLimit(framesPerSecond));
+    }
+
+    void setAdaptive(boolean isAdaptive) {
+        thread.post(() -> renderer.setAdaptive(isAdaptive));
+    }
+}

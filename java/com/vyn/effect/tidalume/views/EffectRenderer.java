@@ -1,0 +1,258 @@
+package com.vyn.effect.tidalume.views;
+
+import com.vyn.effect.tidalume.looks.Look;
+import com.vyn.effect.tidalume.looks.PictureTop;
+import com.vyn.effect.tidalume.looks.TouchPhase;
+import com.vyn.effect.tidalume.looks.WaterLook;
+import java.io.IOException;
+import java.util.Map;
+
+/** One view's look and surface. Everything happens on the GL thread. */
+final class EffectRenderer {
+    private static final String FIELD_SCALE = "fieldScale";
+    private static final long SECOND = 1_000_000_000L;
+    /** Looks move in steps of this; frames that come as often are in time. */
+    private static final long STEP = SECOND / 60;
+    /** Frames come a little early or late. */
+    private static final long JITTER = 2_000_000L;
+
+    private final Gpu gpu;
+    private final Frames frames;
+    private final LookType type;
+    private final EffectErrorListener errors;
+    private final Fingers fingers = new Fingers();
+    private final FieldScaleGovernor governor = new FieldScaleGovernor();
+
+    private Map<String, Float> settings;
+    private PictureSource picture;
+    private boolean isShown = true;
+    private boolean isAdaptive = true;
+    private float frameLimit = Float.POSITIVE_INFINITY;
+    private Object window;
+    private int width;
+    private int height;
+
+    private Look look;
+    private boolean hasContext;
+    private PictureSource.Texture texture;
+    private Object surface;
+    private boolean isBlank;
+    private boolean hasDrawn;
+    private long drawn;
+
+    EffectRenderer(Gpu gpu, Frames frames, LookType type, EffectErrorListener errors) {
+        this.gpu = gpu;
+        this.frames = frames;
+        this.type = type;
+        this.errors = errors;
+    }
+
+    void report(EffectError error, Throwable reason) {
+        errors.onEffectError(error, reason.getMessage());
+    }
+
+    /** Makes the look; the context comes with {@link #contextCreated}. */
+    void open(Map<String, Float> settings) {
+        look = type.make();
+        set(settings);
+        fit();
+    }
+
+    /** With the context current if there is one. */
+    void close() {
+        releaseSurface();
+        releasePicture();
+        fingers.forget();
+        if (look != null) {
+            look.close();
+        }
+        look = null;
+        hasContext = false;
+    }
+
+    /** Ignored where that is known. */
+    void contextCreated() {
+        if (hasContext || look == null) {
+            return;
+        }
+        hasContext = true;
+        try {
+            look.contextCreated();
+        } catch (RuntimeException exception) {
+            fail(exception);
+            return;
+        }
+        uploadPicture();
+        fit();
+    }
+
+    /** The surface outlives it. */
+    void contextLost() {
+        if (look != null) {
+            look.contextLost();
+        }
+        fingers.forget();
+        hasContext = false;
+        texture = null;
+    }
+
+    /** @param window null where it has gone */
+    void setWindow(Object window, int width, int height) {
+        releaseSurface();
+        this.window = window;
+        this.width = width;
+        this.height = height;
+        fit();
+    }
+
+    void setShown(boolean isShown) {
+        this.isShown = isShown;
+        if (!isShown && look != null) {
+            fingers.cancel(look);
+        }
+    }
+
+    void set(Map<String, Float> settings) {
+        this.settings = settings;
+        if (look == null) {
+            return;
+        }
+        for (Map.Entry<String, Float> setting : settings.entrySet()) {
+            if (look.get(setting.getKey()) != setting.getValue()) {
+                look.set(setting.getKey(), setting.getValue());
+            }
+        }
+        setFieldScale();
+    }
+
+    /** @param picture null for none */
+    void setPicture(PictureSource picture) {
+        this.picture = picture;
+        if (hasContext) {
+            releasePicture();
+            uploadPicture();
+        }
+    }
+
+    void setAdaptive(boolean isAdaptive) {
+        this.isAdaptive = isAdaptive;
+        setFieldScale();
+    }
+
+    void setFrameLimit(float framesPerSecond) {
+        frameLimit = framesPerSecond;
+    }
+
+    void touch(int point, float x, float y, TouchPhase phase) {
+        if (look != null && isShown) {
+            fingers.touch(look, point, x, y, phase);
+        }
+    }
+
+    /** Whether there is something to show that the surface does not. */
+    boolean wantsFrame() {
+        final boolean isWanted = isShown && hasContext && surface != null && (isBlank || look.isMoving());
+        if (!isWanted) {
+            governor.rest();
+        }
+        return isWanted;
+    }
+
+    boolean isDue(long now) {
+        return wantsFrame() && (!hasDrawn || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
+    }
+
+    /** Draws a frame; a surface that has gone is let go of. */
+    Gpu.Result draw(long now) {
+        Gpu.Result result = gpu.makeCurrent(surface);
+        if (result == Gpu.Result.DONE) {
+            gpu.clear();
+            try {
+                look.draw(now / 1e9);
+            } catch (RuntimeException exception) {
+                fail(exception);
+                return result;
+            }
+            result = gpu.swap(surface);
+        }
+        if (result == Gpu.Result.SURFACE_LOST) {
+            setWindow(null, 0, 0);
+        } else if (result == Gpu.Result.DONE) {
+            fingers.drawn();
+            isBlank = false;
+            hasDrawn = true;
+            drawn = now;
+            govern(now);
+        }
+        return result;
+    }
+
+    private void govern(long now) {
+        final long period = frames.periodNanoseconds();
+        final long wanted = period * (long) Math.ceil((SECOND / frameLimit - JITTER) / period);
+        if (governor.frame(now, Math.max(STEP, Math.max(period, wanted))) && isAdaptive) {
+            setFieldScale();
+        }
+    }
+
+    /** A change makes fields anew, so none is made without need. */
+    private void setFieldScale() {
+        if (look == null || !settings.containsKey(FIELD_SCALE)) {
+            return;
+        }
+        final float share = isAdaptive ? governor.share() : 1;
+        final float scale = Math.max(settings.get(FIELD_SCALE) * share, type.parameter(FIELD_SCALE).minimum);
+        if (look.get(FIELD_SCALE) != scale) {
+            look.set(FIELD_SCALE, scale);
+        }
+    }
+
+    /** Makes the surface as soon as there are a window, a context and a look. */
+    private void fit() {
+        if (window == null || surface != null || !hasContext) {
+            return;
+        }
+        try {
+            surface = gpu.createSurface(window);
+        } catch (IllegalArgumentException | IllegalStateException exception) {
+            window = null; // Android has taken it away, and will say so
+            return;
+        }
+        isBlank = true;
+        look.setSize(width, height);
+    }
+
+    private void releaseSurface() {
+        if (surface != null) {
+            gpu.makeCurrent();
+            gpu.destroySurface(surface);
+        }
+        surface = null;
+    }
+
+    private void uploadPicture() {
+        if (picture == null || !(look instanceof WaterLook)) {
+            return;
+        }
+        try {
+            texture = picture.upload();
+            ((WaterLook) look).setPicture(texture.name, texture.width, texture.height, PictureTop.FIRST_ROW);
+        } catch (IOException | RuntimeException exception) {
+            report(EffectError.PICTURE, exception);
+        }
+    }
+
+    private void releasePicture() {
+        if (texture != null) {
+            ((WaterLook) look).setPicture(0, 1, 1, PictureTop.FIRST_ROW);
+            gpu.deleteTexture(texture.name);
+        }
+        texture = null;
+    }
+
+    private void fail(RuntimeException exception) {
+        report(EffectError.EFFECT, exception);
+        gpu.makeCurrent();
+        close();
+    }
+}

@@ -1,0 +1,76 @@
+package com.vyn.effect.tidalume.views;
+
+import com.vyn.effect.tidalume.looks.Look;
+import com.vyn.effect.tidalume.looks.Parameter;
+import com.vyn.effect.tidalume.looks.Preset;
+import java.util.LinkedHashMap;
+import java.util.Map;
+
+/** A class of looks and what it says about itself. */
+final class LookType {
+    /** Makes a look. */
+    interface Maker {
+        Look make();
+    }
+
+    private final Maker maker;
+    private Map<String, Parameter> parameters;
+    private Map<String, Preset> presets;
+
+    LookType(Maker maker) {
+        this.maker = maker;
+    }
+
+    /**
+     * Reads the tables. Looks of a class must not be made or closed by two threads at once: the first look of the class
+     * is made here, before there is one on the GL thread, where all that follows happens.
+     */
+    synchronized LookType read(Frames frames) {
+        if (parameters == null) {
+            final Look look = make();
+            parameters = look.parameters();
+            presets = look.presets();
+            frames.post(look::close);
+        }
+        return this;
+    }
+
+    Look make() {
+        return maker.make();
+    }
+
+    Map<String, Parameter> parameters() {
+        return parameters;
+    }
+
+    Parameter parameter(String name) {
+        return find(parameters, "parameter", name);
+    }
+
+    /** The values that a preset gives to all parameters. */
+    Map<String, Float> preset(String name) {
+        return values(find(presets, "preset", name));
+    }
+
+    /** The values of all parameters before anything is set, which are those of the first preset. */
+    Map<String, Float> initial() {
+        return values(presets.values().iterator().next());
+    }
+
+    private Map<String, Float> values(Preset preset) {
+        final Map<String, Float> values = new LinkedHashMap<>();
+        for (Parameter parameter : parameters.values()) {
+            final Float value = preset.settings.get(parameter.name);
+            values.put(parameter.name, value != null ? value : parameter.initial);
+        }
+        return values;
+    }
+
+    private static <Row> Row find(Map<String, Row> rows, String kind, String name) {
+        final Row row = rows.get(name);
+        if (row == null) {
+            throw new IllegalArgumentException(kind + " must be one of " + rows.keySet() + ", is " + name);
+        }
+        return row;
+    }
+}

@@ -1,0 +1,108 @@
+// Fails where a stub of a platform class says what the platform's declarations do not, or where our classes call what
+// Android has not had since MIN_SDK. The declarations are TypeScript's: all kinds of numbers are one there, and
+// checked exceptions and access (public or protected) are left out: the stubs' word for those is unproven.
+// usage: check-platform.mjs FOLDER_OF_DECLARATIONS MIN_SDK STUBS_CLASSES OUR_CLASSES
+import { execFileSync } from 'node:child_process';
+import { readFileSync, readdirSync } from 'node:fs';
+
+const [declarations, minSdk, stubs, ours] = process.argv.slice(2);
+// Android's compiler D8 brings these to older versions, or compiles them away.
+const BACKPORTED = /^java\.lang\.(invoke\.|Float\.isFinite$)|^java\.util\.(List\.copyOf$|Objects\.)/;
+
+// The classes: { super names, isInterface, members: name -> [{ isStatic, parameters, type, since }] }
+const classes = new Map();
+const path = [];
+let since = 0;
+const text = ['android-platform-21-37-merged', 'androidx-32'].map(file => readFileSync(`${declarations}/${file}.d.ts`, 'utf8'));
+for (const line of text.join('\n').replaceAll('globalAndroid.', 'android.').split('\n')) {
+  const text = line.trim();
+  const opened = text.match(/^(?:declare|export) (?:abstract )?(module|class|interface) (\w+)(.*)\{$/);
+  const known = classes.get(path.map(scope => scope.name).join('.'));
+  if (opened) {
+    path.push({ kind: opened[1], name: opened[2] });
+    if (opened[1] !== 'module') {
+      const supers = opened[3].replace(/<.*?>(?= |$)/g, '').replace(/^<.*>/, '').split(/extends|implements|,/);
+      classes.set(path.map(scope => scope.name).join('.'),
+        { supers: supers.map(name => name.trim()).filter(Boolean), since, isInterface: opened[1] === 'interface', members: new Map() });
+    }
+  } else if (text.endsWith('{')) {
+    path.push({ kind: 'other', name: '' });
+    if (text.startsWith('public constructor(implementation')) known.isInterface = true;
+  } else if (/^\}/.test(text)) {
+    path.pop();
+  } else if (known) {
+    const member = text.match(/^(?:public|protected)? ?(static )?(?:abstract )?(\w+)(?:<[^(]*>)?(\((.*)\))?(?:: (.*))?;$/);
+    if (member) {
+      const parameters = member[3] && (member[4] ? member[4].split(/, (?=\w+\??: )/).map(part => plain(part.replace(/^\w+\??: /, ''))) : []);
+      if (!known.members.has(member[2])) known.members.set(member[2], []);
+      known.members.get(member[2]).push({ isStatic: Boolean(member[1]), parameters, type: plain(member[5] ?? 'void'), since });
+    }
+  }
+  const note = text.match(/@since (\d+)/);
+  if (note) since = Number(note[1]);
+  else if (text.endsWith(';') || text.endsWith('{')) since = 0;
+}
+
+function plain(type) {
+  return type.replace(/ \| null$/, '').replace(/androidNative\.Array<(.*)>$/, '$1[]').replace(/<.*>/, '');
+}
+
+function fromJava(type) {
+  return type.replace(/<.*>/, '').replace(/\$/g, '.').replace(/^(byte|short|int|long|float|double)\b/, 'number')
+    .replace(/^java\.lang\.String\b/, 'string').replace(/^(java\.lang\.Object|T)\b/, 'any');
+}
+
+function* lineage(name) {
+  if (!classes.has(name)) return;
+  yield classes.get(name);
+  for (const base of classes.get(name).supers) yield* lineage(base);
+}
+
+const failures = new Set();
+function check(isRight, message) {
+  if (!isRight) failures.add(message);
+}
+function isOld(entry) {
+  return entry.since <= Number(minSdk);
+}
+function same(declared, java) {
+  return declared === java || /^(any|java\.lang\.Object)$/.test(declared) || (java === 'any' && declared.endsWith('View'));
+}
+
+const files = readdirSync(stubs, { recursive: true }).filter(file => file.endsWith('.class') && /^(android|javax)/.test(file));
+let members = 0;
+for (const line of execFileSync('javap', ['-protected', '-constants', ...files.map(file => `${stubs}/${file}`)], { encoding: 'utf8' }).split('\n')) {
+  const header = line.match(/^(?:public |final |abstract |static )*(class|interface) ([\w.$]+)(?:<.*>)?(?: extends ([\w.$]+))?.*\{$/);
+  if (header) {
+    check.at = header[2].replace(/\$/g, '.');
+    const known = classes.get(check.at);
+    check(known && isOld(known), `class ${check.at}`);
+    check(known && (header[1] === 'interface') === known.isInterface, `${check.at} is no ${header[1]}`);
+    check(!header[3] || [...lineage(check.at)].includes(classes.get(header[3])), `${check.at} extends ${header[3]}`);
+    continue;
+  }
+  const member = line.match(/^ +(?:public |protected |abstract |final )*(static )?(?:final )?(?:<.*?> )?(?:([\w.$[\]]+) )?([\w.$]+)(\((.*)\))?(?: = (.*))?;$/);
+  if (!member || (!member[2] && !/\(/.test(line))) continue;
+  const name = member[2] ? member[3] : 'constructor';
+  const parameters = member[4] && (member[5] ? member[5].split(', ').map(fromJava) : []);
+  const type = name === 'constructor' ? 'void' : fromJava(member[2]);
+  const found = [...lineage(check.at)].flatMap(known => known.members.get(name) ?? []);
+  members++;
+  check(found.some(entry => isOld(entry) && entry.isStatic === Boolean(member[1]) && (parameters
+    ? entry.parameters?.length === parameters.length && parameters.every((given, i) => same(entry.parameters[i], given)) && same(entry.type, type)
+    : !entry.parameters && [type, member[6]].includes(entry.type))), `${check.at}: ${line.trim()}`);
+}
+
+// What our own classes call of Java itself.
+const compiled = readdirSync(ours, { recursive: true }).filter(file => file.endsWith('.class') && file.startsWith('com/')).map(file => `${ours}/${file}`);
+const calls = execFileSync('javap', ['-p', '-c', ...compiled], { encoding: 'utf8', maxBuffer: 1 << 28 }).matchAll(/\/\/ (?:Interface)?Method (java\/[\w/$]+)\."?([\w<>]+)"?:\((.*?)\)/g);
+for (const [, owner, name, signature] of calls) {
+  const type = owner.replace(/[/$]/g, '.');
+  const count = signature.replace(/\[/g, '').match(/L[^;]*;|[A-Z]/g)?.length ?? 0;
+  const found = [...lineage(type), ...lineage('java.lang.Object')].flatMap(known => known.members.get(name === '<init>' ? 'constructor' : name) ?? []);
+  check(BACKPORTED.test(`${type}.${name}`) || found.some(entry => isOld(entry) && entry.parameters?.length === count), `${type}.${name} with ${count} arguments, called by us`);
+}
+
+for (const failure of failures) console.error(`check-platform: Android ${minSdk} has not: ${failure}`);
+if (failures.size > 0 || members < 50) process.exit(1);
+console.log(`check-platform: ${files.length} classes with ${members} members are the platform's`);
