@@ -47,7 +47,8 @@ mkdir ours
 (cd ours && jar xf "$jar" && cp -r ../classes/com .)
 npm=$source/node_modules
 if [ -e "$npm/kotlin-compiler" ]; then
-  "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin recipes/android/*.kt
+  "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin \
+    recipes/android/*.kt
   declarations=$npm/@nativescript/types-android/lib/android
   min_sdk=$(sed -n 's/^ *minSdk //p' "$source/android/tidalume/build.gradle")
   node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours

@@ -13,7 +13,8 @@ const BACKPORTED = /^java\.lang\.(invoke\.|Float\.isFinite$)|^java\.util\.(List\
 const classes = new Map();
 const path = [];
 let since = 0;
-const text = ['android-platform-21-37-merged', 'androidx-32'].map(file => readFileSync(`${declarations}/${file}.d.ts`, 'utf8'));
+const text = ['android-platform-21-37-merged', 'androidx-32']
+  .map(file => readFileSync(`${declarations}/${file}.d.ts`, 'utf8'));
 for (const line of text.join('\n').replaceAll('globalAndroid.', 'android.').split('\n')) {
   const text = line.trim();
   const opened = text.match(/^(?:declare|export) (?:abstract )?(module|class|interface) (\w+)(.*)\{$/);
@@ -21,9 +22,10 @@ for (const line of text.join('\n').replaceAll('globalAndroid.', 'android.').spli
   if (opened) {
     path.push({ kind: opened[1], name: opened[2] });
     if (opened[1] !== 'module') {
-      const supers = opened[3].replace(/<.*?>(?= |$)/g, '').replace(/^<.*>/, '').split(/extends|implements|,/);
+      const bases = opened[3].replace(/<.*?>(?= |$)/g, '').replace(/^<.*>/, '').split(/extends|implements|,/);
+      const supers = bases.map(name => name.trim()).filter(Boolean);
       classes.set(path.map(scope => scope.name).join('.'),
-        { supers: supers.map(name => name.trim()).filter(Boolean), since, isInterface: opened[1] === 'interface', members: new Map() });
+        { supers, since, isInterface: opened[1] === 'interface', members: new Map() });
     }
   } else if (text.endsWith('{')) {
     path.push({ kind: 'other', name: '' });
@@ -33,9 +35,11 @@ for (const line of text.join('\n').replaceAll('globalAndroid.', 'android.').spli
   } else if (known) {
     const member = text.match(/^(?:public|protected)? ?(static )?(?:abstract )?(\w+)(?:<[^(]*>)?(\((.*)\))?(?:: (.*))?;$/);
     if (member) {
-      const parameters = member[3] && (member[4] ? member[4].split(/, (?=\w+\??: )/).map(part => plain(part.replace(/^\w+\??: /, ''))) : []);
+      const parts = member[4] ? member[4].split(/, (?=\w+\??: )/) : [];
+      const parameters = member[3] && parts.map(part => plain(part.replace(/^\w+\??: /, '')));
       if (!known.members.has(member[2])) known.members.set(member[2], []);
-      known.members.get(member[2]).push({ isStatic: Boolean(member[1]), parameters, type: plain(member[5] ?? 'void'), since });
+      const type = plain(member[5] ?? 'void');
+      known.members.get(member[2]).push({ isStatic: Boolean(member[1]), parameters, type, since });
     }
   }
   const note = text.match(/@since (\d+)/);
@@ -65,14 +69,28 @@ function check(isRight, message) {
 function isOld(entry) {
   return entry.since <= Number(minSdk);
 }
+function classFiles(folder, pattern) {
+  const files = readdirSync(folder, { recursive: true }).filter(file => file.endsWith('.class') && pattern.test(file));
+  return files.map(file => `${folder}/${file}`);
+}
+function javap(...options) {
+  return execFileSync('javap', options, { encoding: 'utf8', maxBuffer: 1 << 28 });
+}
+function membersOf(type, name) {
+  return [...lineage(type)].flatMap(known => known.members.get(name) ?? []);
+}
 function same(declared, java) {
-  return declared === java || /^(any|java\.lang\.Object)$/.test(declared) || (java === 'any' && declared.endsWith('View'));
+  return declared === java || /^(any|java\.lang\.Object)$/.test(declared)
+    || (java === 'any' && declared.endsWith('View'));
 }
 
-const files = readdirSync(stubs, { recursive: true }).filter(file => file.endsWith('.class') && /^(android|javax)/.test(file));
+const files = classFiles(stubs, /^(android|javax)/);
 let members = 0;
-for (const line of execFileSync('javap', ['-protected', '-constants', ...files.map(file => `${stubs}/${file}`)], { encoding: 'utf8' }).split('\n')) {
-  const header = line.match(/^(?:public |final |abstract |static )*(class|interface) ([\w.$]+)(?:<.*>)?(?: extends ([\w.$]+))?.*\{$/);
+const HEADER = /^(?:public |final |abstract |static )*(class|interface) ([\w.$]+)(?:<.*>)?(?: extends ([\w.$]+))?.*\{$/;
+const MODIFIERS = '^ +(?:public |protected |abstract |final )*(static )?(?:final )?(?:<.*?> )?';
+const MEMBER = new RegExp(`${MODIFIERS}(?:([\\w.$[\\]]+) )?([\\w.$]+)(\\((.*)\\))?(?: = (.*))?;$`);
+for (const line of javap('-protected', '-constants', ...files).split('\n')) {
+  const header = line.match(HEADER);
   if (header) {
     check.at = header[2].replace(/\$/g, '.');
     const known = classes.get(check.at);
@@ -81,26 +99,27 @@ for (const line of execFileSync('javap', ['-protected', '-constants', ...files.m
     check(!header[3] || [...lineage(check.at)].includes(classes.get(header[3])), `${check.at} extends ${header[3]}`);
     continue;
   }
-  const member = line.match(/^ +(?:public |protected |abstract |final )*(static )?(?:final )?(?:<.*?> )?(?:([\w.$[\]]+) )?([\w.$]+)(\((.*)\))?(?: = (.*))?;$/);
+  const member = line.match(MEMBER);
   if (!member || (!member[2] && !/\(/.test(line))) continue;
   const name = member[2] ? member[3] : 'constructor';
   const parameters = member[4] && (member[5] ? member[5].split(', ').map(fromJava) : []);
   const type = name === 'constructor' ? 'void' : fromJava(member[2]);
-  const found = [...lineage(check.at)].flatMap(known => known.members.get(name) ?? []);
   members++;
-  check(found.some(entry => isOld(entry) && entry.isStatic === Boolean(member[1]) && (parameters
-    ? entry.parameters?.length === parameters.length && parameters.every((given, i) => same(entry.parameters[i], given)) && same(entry.type, type)
-    : !entry.parameters && [type, member[6]].includes(entry.type))), `${check.at}: ${line.trim()}`);
+  const found = membersOf(check.at, name).filter(entry => isOld(entry) && entry.isStatic === Boolean(member[1]));
+  check(found.some(entry => (parameters && entry.parameters?.length === parameters.length
+    ? parameters.every((given, i) => same(entry.parameters[i], given)) && same(entry.type, type)
+    : !parameters && !entry.parameters && [type, member[6]].includes(entry.type))), `${check.at}: ${line.trim()}`);
 }
 
 // What our own classes call of Java itself.
-const compiled = readdirSync(ours, { recursive: true }).filter(file => file.endsWith('.class') && file.startsWith('com/')).map(file => `${ours}/${file}`);
-const calls = execFileSync('javap', ['-p', '-c', ...compiled], { encoding: 'utf8', maxBuffer: 1 << 28 }).matchAll(/\/\/ (?:Interface)?Method (java\/[\w/$]+)\."?([\w<>]+)"?:\((.*?)\)/g);
-for (const [, owner, name, signature] of calls) {
+const CALL = /\/\/ (?:Interface)?Method (java\/[\w/$]+)\."?([\w<>]+)"?:\((.*?)\)/g;
+for (const [, owner, name, signature] of javap('-p', '-c', ...classFiles(ours, /^com/)).matchAll(CALL)) {
   const type = owner.replace(/[/$]/g, '.');
   const count = signature.replace(/\[/g, '').match(/L[^;]*;|[A-Z]/g)?.length ?? 0;
-  const found = [...lineage(type), ...lineage('java.lang.Object')].flatMap(known => known.members.get(name === '<init>' ? 'constructor' : name) ?? []);
-  check(BACKPORTED.test(`${type}.${name}`) || found.some(entry => isOld(entry) && entry.parameters?.length === count), `${type}.${name} with ${count} arguments, called by us`);
+  const declared = name === '<init>' ? 'constructor' : name;
+  const found = [...membersOf(type, declared), ...membersOf('java.lang.Object', declared)];
+  check(BACKPORTED.test(`${type}.${name}`) || found.some(entry => isOld(entry) && entry.parameters?.length === count),
+    `${type}.${name} with ${count} arguments, called by us`);
 }
 
 for (const failure of failures) console.error(`check-platform: Android ${minSdk} has not: ${failure}`);

@@ -304,10 +304,12 @@ public final class ViewsTest {
         final PointerEvent.Pointer left = new PointerEvent.Pointer(31, 10, 32);
         final PointerEvent.Pointer right = new PointerEvent.Pointer(5, 86, 32);
         final PointerEvent down = new PointerEvent(PointerEvent.DOWN, 0, 0, left);
-        final PointerEvent move = new PointerEvent(PointerEvent.MOVE, 0, 0, new PointerEvent.Pointer(31, 86, 32), right);
+        final PointerEvent move = new PointerEvent(PointerEvent.MOVE, 0, 0,
+                new PointerEvent.Pointer(31, 86, 32), right);
         final PointerEvent up = new PointerEvent(PointerEvent.UP, 0, 0, left);
         final PointerEvent cancel = new PointerEvent(PointerEvent.CANCEL, 0, 0, right, left);
-        final PointerEvent canceled = new PointerEvent(PointerEvent.POINTER_UP, 1, PointerEvent.FLAG_CANCELED, right, left);
+        final PointerEvent canceled = new PointerEvent(
+                PointerEvent.POINTER_UP, 1, PointerEvent.FLAG_CANCELED, right, left);
         final PointerEvent secondDown = new PointerEvent(PointerEvent.POINTER_DOWN, 1, 0, left, right);
         assertEquals("", ripplesAfter(TouchMode.TAKE, move));
         assertEquals("left", ripplesAfter(TouchMode.TAKE, down));

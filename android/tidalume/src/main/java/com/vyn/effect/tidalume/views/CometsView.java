@@ -6,7 +6,10 @@ import com.vyn.effect.tidalume.R;
 import com.vyn.effect.tidalume.looks.CometsLook;
 import javax.annotation.Nullable;
 
-/** Comets over what lies behind, two for every finger. {@link CometsLook} says what it shows and has the names of its presets. */
+/**
+ * Comets over what lies behind, two for every finger. {@link CometsLook} says what it shows and has the names of its
+ * presets.
+ */
 public final class CometsView extends EffectView {
     private static final LookType TYPE = new LookType(CometsLook::new);
 

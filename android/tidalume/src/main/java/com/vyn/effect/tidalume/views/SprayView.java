@@ -6,7 +6,10 @@ import com.vyn.effect.tidalume.R;
 import com.vyn.effect.tidalume.looks.SprayLook;
 import javax.annotation.Nullable;
 
-/** Fingers that spray drops over what lies behind. {@link SprayLook} says what it shows and has the names of its presets. */
+/**
+ * Fingers that spray drops over what lies behind. {@link SprayLook} says what it shows and has the names of its
+ * presets.
+ */
 public final class SprayView extends EffectView {
     private static final LookType TYPE = new LookType(SprayLook::new);
 
