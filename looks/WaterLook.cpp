@@ -161,8 +161,10 @@ void Water::fitSurface() {
 
 // Only the simulation that is shown has textures: a size of 0 deletes the other's.
 void Water::fitSimulation() {
+    const bool hadField = mSurface.columns() > 0;
     const bool isNewField = mSurface.fitField(value(WaterLook::FIELD_SCALE));
-    if (!isNewField && mWasPond == isPond()) return;
+    const bool isNewKind = mWasPond != isPond();
+    if (!isNewField && !isNewKind) return;
     mWasPond = isPond();
     const int columns = mSurface.columns();
     const int rows = mSurface.rows();
@@ -170,6 +172,7 @@ void Water::fitSimulation() {
     mPond.setScreenSize(mWasPond ? columns : 0, mWasPond ? rows : 0);
     mPond.setStepRate(pondStepRate);
     mSlope = mMean = 0;
+    if (!hadField || !isNewKind) return;
     for (Finger& finger : mFingers)
         finger.moved = finger.isNew = false;
 }

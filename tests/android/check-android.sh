@@ -43,6 +43,7 @@ awk '/^=== / { file = "stubs/" $2; folder = file; sub("/[^/]*$", "", folder); sy
   "$here/platform-stubs.txt"
 find stubs generated recipes "$library/java" "$sample/java" -name '*.java' >sources
 javac --release 11 -Xlint:all -Werror -implicit:none -d classes -cp "$jar:$class_path" @sources
+jar cf views.jar -C classes com/vyn/effect/tidalume/views
 mkdir ours
 (cd ours && jar xf "$jar" && cp -r ../classes/com .)
 npm=$source/node_modules
@@ -50,7 +51,7 @@ if [ -e "$npm/kotlin-compiler" ]; then
   "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin \
     recipes/android/*.kt
   declarations=$npm/@nativescript/types-android/lib/android
-  min_sdk=$(sed -n 's/^ *minSdk //p' "$source/android/tidalume/build.gradle")
+  min_sdk=$(sed -n 's/^ *minSdk = //p' "$source/android/tidalume/build.gradle")
   node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours
 else
   echo "check-android: npm has not brought a Kotlin compiler and the platform's declarations; both are left out"

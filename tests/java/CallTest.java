@@ -5,14 +5,12 @@ import static org.junit.Assert.*;
 import com.vyn.effect.tidalume.headless.HeadlessContext;
 import java.lang.reflect.*;
 import java.util.*;
+import java.util.jar.*;
 import java.util.stream.*;
 import org.junit.*;
 
 /** Every public method of every effect, in every state and with odd arguments: it works, or throws and says why. */
 public final class CallTest {
-    private static final List<Class<? extends AutoCloseable>> EFFECTS = List.of(Metaball2DRenderer.class,
-            MetaballRenderer.class, VectorGraphicRenderer.class, CometRenderer.class, IntensityMapBuilder.class,
-            NormalMapBuilder.class, ShallowWaterIterative.class, ShallowWater.class, ShallowWaterRenderer.class);
     /** Ways from a new effect; in the state that each leads to, all methods are called. */
     private static final String[] WAYS = {"", "setScreenSize", "init", "setScreenSize init", "init setScreenSize",
         "init setScreenSize GLContextDestroyed", "init setScreenSize GLContextDestroyed init",
@@ -46,6 +44,22 @@ public final class CallTest {
     @After
     public void closeContext() {
         context.close();
+    }
+
+    /** The effects of the library's jar. */
+    private static List<Class<?>> effects() throws Exception {
+        final List<Class<?>> classes = new ArrayList<>();
+        final String jar = GlobalProperty.class.getProtectionDomain().getCodeSource().getLocation().getPath();
+        try (JarFile library = new JarFile(jar)) {
+            for (JarEntry entry : Collections.list(library.entries())) {
+                if (entry.getName().endsWith(".class")) {
+                    classes.add(Class.forName(entry.getName().replace('/', '.').replace(".class", "")));
+                }
+            }
+        }
+        classes.removeIf(found -> !AutoCloseable.class.isAssignableFrom(found)
+                || found.getPackage() != GlobalProperty.class.getPackage());
+        return classes;
     }
 
     /** Those above and below the border to the native side. */
@@ -148,7 +162,7 @@ public final class CallTest {
 
     @Test
     public void statesAllowACallOrSayWhatIsMissing() throws Exception {
-        for (Class<?> type : EFFECTS) {
+        for (Class<?> type : effects()) {
             for (String steps : WAYS) {
                 final List<String> way = Arrays.asList(steps.split(" "));
                 final AutoCloseable effect = make(type, way);
@@ -166,7 +180,7 @@ public final class CallTest {
     /** The native methods ignore a null, which stands for an array that Java cannot pin. */
     @Test
     public void argumentsAreTakenOrRefused() throws Exception {
-        for (Class<?> type : EFFECTS) {
+        for (Class<?> type : effects()) {
             for (Method method : methods(type).collect(Collectors.toList())) {
                 final boolean isNative = Modifier.isNative(method.getModifiers());
                 final AutoCloseable effect = make(type, List.of("init", "setScreenSize"));
@@ -189,7 +203,7 @@ public final class CallTest {
     @Test
     public void initNeedsAContextAHandleAnObjectAndADirectionALength() throws Exception {
         context.close();
-        for (Class<?> type : EFFECTS) {
+        for (Class<?> type : effects()) {
             try (AutoCloseable effect = make(type, List.of())) {
                 for (Method method : publicMethods(type)) {
                     if (method.getName().equals("init")) {
