@@ -4,11 +4,14 @@
 #include "effects/water/ShallowWaterIterative.h"
 #include "looks/LookImplementation.h"
 #include "looks/WaterSurface.h"
+#include "looks/WaterTables.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace tidalume {
+
+using namespace water;
 
 namespace {
 
@@ -56,44 +59,6 @@ constexpr Preset presets[] = {
     {"brook", "Brook", {}},    {"pool", "Pool", pool}, {"rain", "Rain", rain}, {"calmLake", "Calm lake", calmLake},
     {"storm", "Storm", storm},
 };
-
-constexpr float stepTime = 1.0F / 60;
-constexpr float maxPasses = 24; // of a step, on surfaces so large that rings could not be as fast as they are set
-
-// What one pass does.
-constexpr float brookCourant = 0.70710678F; // texels that a ring runs
-constexpr float brookDecay = 0.995F;        // of a ring's height: its velocity loses 1 %
-// Every drop stops the pond for a moment, which raises the shortest waves, by 1 / sqrt(1 - 2 c^2) where a ring runs c
-// texels a pass; drops one after the other would pile them up where that is much more than 1.
-constexpr float pondTimeStep = 0.08F;
-constexpr float pondWaveSpeed = 2;
-constexpr float pondGridSpacing = 0.4F;
-constexpr float pondCourant = pondTimeStep * pondWaveSpeed / pondGridSpacing;
-constexpr float pondStepRate = 100; // an update is a step
-
-constexpr float brookDrop = 2.2F;    // height that a finger of strength 1 raises when it comes down
-constexpr float brookStroke = 0.16F; // and in each step in which it moves
-constexpr float brookLimit = 6;      // of waves that meet, however many strokes there were
-constexpr float drainFrom = 0.02F;   // mean height
-constexpr float drain = 0.99F;       // share of the heights that a step leaves
-constexpr float pondDrop = 1.2F;     // but below 1, since every drop squares all heights
-constexpr float pondDropLimit = 0.95F;
-constexpr int pondPause = 6;         // steps from one drop to the next, since drops in a row swing each other up
-constexpr float pondHeight = 3;      // of the highest wave that a drop raises, in its strengths
-constexpr float pondLimit = 12;      // of waves that meet, however many drops there were
-constexpr float pondDistance = 3.7F; // between the drops of a moving finger, in its radii
-
-// From steepness 1 to shorter sides: rings of both simulations look alike, though a brook's are higher.
-constexpr float brookRelief = 0.333F;
-constexpr float pondRelief = 0.139F;
-
-constexpr float usualSteepness = 0.4F;
-constexpr float usualDepth = 0.07F;
-constexpr float visible = 1.0F / 255; // difference of a channel
-// Change of a channel with the slope: more than a quarter of 12.6 shorter sides times the sky's 0.3, and more than the
-// steepest part of a highlight.
-constexpr float skyGain = 4;
-constexpr float lightGain = 8;
 
 struct Finger {
     float fromX, fromY; // where the water was last disturbed, in pixels

@@ -27,4 +27,18 @@ inline Vector3 pointOnPath(const Vector3 (&coefficients)[3], float s) {
     return pointOnPath(coefficients, s, s * s);
 }
 
+/// What a comet's path is drawn from: the height of a start above or below the middle of the screen, beyond its edge
+/// for the first comet and within it for the second, and how far the path goes on behind the touch, as a share.
+struct PathRanges {
+    float startHeight;
+    float beyond[2];
+};
+inline constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}}; // kept: start-height
+
+inline constexpr float nearestStart = 0.75F, farthestStart = 1.5F; ///< to the touch
+inline constexpr float asideRange[2] = {0.1F, 0.2F};
+
+/// Near the middle of an edge only 2.7 % of the candidates are acceptable; far outside the screen none is.
+inline constexpr int maxStartAttempts = 10000;
+
 } // namespace tidalume

@@ -36,20 +36,6 @@ const tidalume::ProgramTable CometRenderer::mPrograms = {
 
 namespace {
 
-/// What a comet's path is drawn from: the height of a start above or below the middle of the screen, beyond its edge
-/// for the first comet and within it for the second, and how far the path goes on behind the touch, as a share.
-struct PathRanges {
-    float startHeight;
-    float beyond[2];
-};
-constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}}; // kept: start-height
-
-constexpr float nearestStart = 0.75F, farthestStart = 1.5F; ///< to the touch
-constexpr float asideRange[2] = {0.1F, 0.2F};
-
-/// Near the middle of an edge only 2.7 % of the candidates are acceptable; far outside the screen none is.
-constexpr int maxStartAttempts = 10000;
-
 /// How much wider than at the head a comet's two tails are at the end of a flight, in half screen widths.
 constexpr float tailSpreads[2] = {0.25F, 0.15F};
 
@@ -144,20 +130,20 @@ Vector3 CometRenderer::randomStart(float height) {
 bool CometRenderer::isStartRejected(int comet, const Vector3& start, const Vector3& touch) const {
     const float distance = (touch - start).length();
     const bool isSameHalf = comet == 1 && mControlPoints[0][0].y * start.y > 0.0F;
-    return distance < nearestStart || distance > farthestStart || isSameHalf;
+    return distance < tidalume::nearestStart || distance > tidalume::farthestStart || isSameHalf;
 }
 
 void CometRenderer::computeControlPoints(int comet) {
-    const PathRanges& ranges = pathRanges[comet];
+    const tidalume::PathRanges& ranges = tidalume::pathRanges[comet];
     const Vector3 touch(mTargetX, mTargetY, 0.0F);
     Vector3 start;
     int attempts = 0;
     do {
         start = randomStart(ranges.startHeight);
-    } while (isStartRejected(comet, start, touch) && ++attempts < maxStartAttempts);
+    } while (isStartRejected(comet, start, touch) && ++attempts < tidalume::maxStartAttempts);
     const float beyond = randomRange(ranges.beyond[0], ranges.beyond[1]);
     const float sign = lrand48() & 1 ? -1.0F : 1.0F;
-    const float aside = sign * randomRange(asideRange[0], asideRange[1]);
+    const float aside = sign * randomRange(tidalume::asideRange[0], tidalume::asideRange[1]);
 
     const tidalume::CometPath path = tidalume::cometPath(start, touch, beyond, aside);
     std::copy_n(path.controlPoints, 3, mControlPoints[comet]);
@@ -294,8 +280,9 @@ float CometRenderer::getCore2Y() {
     return toPixelY(mCores[1]);
 }
 
-Vector2 CometRenderer::getDrawnCore(int comet, float t) const {
-    const Vector3 point = tidalume::pointOnPath(mCurveCoefficients[comet], static_cast<float>(coreShare) * t);
+Vector2 CometRenderer::getDrawnCore(int comet, float t) {
+    const Vector3 point =
+        tidalume::pointOnPath(mCurveCoefficients[comet == 0 ? 0 : 1], static_cast<float>(coreShare) * t);
     return {toPixelX(point), toPixelY(point)};
 }
 

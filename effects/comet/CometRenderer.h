@@ -79,8 +79,8 @@ class CometRenderer {
 
     /// The middle of a core where `render` draws it at progress t, in pixels. Known without drawing, from
     /// `updateControlPoints` on.
-    /// @param comet  0 or 1
-    Vector2 getDrawnCore(int comet, float t) const;
+    /// @param comet  0; any other number stands for the second one
+    Vector2 getDrawnCore(int comet, float t);
 
     /// Draws new random paths through the last touch. `render` calls it for a launch.
     void updateControlPoints();
