@@ -87,7 +87,7 @@ class Comets final : public LookImplementation {
     void launch(float x, float y);
     void launchMeteors();
     void advance(Flight& flight);
-    void addSpark(const Flight& flight, int comet, float t);
+    void addSpark(Flight& flight, int comet, float t);
     void moveSparks();
     void fitLights();
     void drawComets();
@@ -168,7 +168,7 @@ void Comets::advance(Flight& flight) {
     }
 }
 
-void Comets::addSpark(const Flight& flight, int comet, float t) {
+void Comets::addSpark(Flight& flight, int comet, float t) {
     const Vector2 core = flight.comets.getDrawnCore(comet, t);
     const Vector2 ahead = flight.comets.getDrawnCore(comet, t + stepTime / value(CometsLook::DURATION));
     const Vector2 velocity = (ahead - core) / (stepTime * shorterSide());
@@ -227,7 +227,7 @@ void Comets::drawComets() {
 
 // Widest in the middle of a flight.
 void Comets::drawGlow() {
-    for (const Flight& flight : mFlights) {
+    for (Flight& flight : mFlights) {
         if (flight.progress >= 1) continue;
         for (const int comet : {0, 1}) {
             const Vector2 core = flight.comets.getDrawnCore(comet, flight.progress);
