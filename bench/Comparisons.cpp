@@ -78,7 +78,7 @@ Pair againstCalls(Screen& screen, const MeasuredOperation& operation) {
 }
 
 /// Two frames, which have the same number of passes on any screen. The calls are those of the frames before.
-Pair lookAgainstCalls(Screen& screen, const LookCase& look) {
+Pair lookAgainstCalls(const Screen& screen, const LookCase& look) {
     const auto frames = std::make_shared<LookFrames>(look.make(), screen.width(), screen.height());
     const auto calls = std::make_shared<GLCalls>();
     const auto two = [=] {

@@ -21,7 +21,8 @@ GLuint tiles() {
     std::vector<float> colors;
     for (int i = 0; i < width * height; ++i) {
         const auto x = static_cast<float>(i % width);
-        const auto y = static_cast<float>(i / width);
+        const int row = i / width;
+        const auto y = static_cast<float>(row);
         const float light = 0.5F + 0.4F * std::sin(0.1F * x) * std::sin(0.1F * y);
         colors.insert(colors.end(), {light, light, light, 1.0F});
     }

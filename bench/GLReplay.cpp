@@ -103,8 +103,10 @@ PASS_ON(void, glUseProgram, (GLuint program), (program))
 
 void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
     static const auto real = DRIVERS_OWN(glDrawArrays);
-    if (recording) tidalume::bench::keepVertices(first + count);
-    if (recording) note([=] { real(mode, first, count); });
+    if (recording) {
+        tidalume::bench::keepVertices(first + count);
+        note([=] { real(mode, first, count); });
+    }
     real(mode, first, count);
 }
 
@@ -112,8 +114,10 @@ void glDrawArrays(GLenum mode, GLint first, GLsizei count) {
 void glDrawElements(GLenum mode, GLsizei count, GLenum type, const void* indices) {
     static const auto real = DRIVERS_OWN(glDrawElements);
     const auto* list = static_cast<const GLushort*>(indices);
-    if (recording) tidalume::bench::keepVertices(1 + *std::max_element(list, list + count));
-    if (recording) note([=] { real(mode, count, type, indices); });
+    if (recording) {
+        tidalume::bench::keepVertices(1 + *std::max_element(list, list + count));
+        note([=] { real(mode, count, type, indices); });
+    }
     real(mode, count, type, indices);
 }
 

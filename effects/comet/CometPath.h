@@ -27,11 +27,11 @@ inline Vector3 pointOnPath(const Vector3 (&coefficients)[3], float s) {
     return pointOnPath(coefficients, s, s * s);
 }
 
-/// What a comet's path is drawn from: the height of a start above or below the middle of the screen, beyond its edge
-/// for the first comet and within it for the second, and how far the path goes on behind the touch, as a share.
+/// What a comet's path is drawn from.
 struct PathRanges {
-    float startHeight;
-    float beyond[2];
+    float startHeight; ///< above or below the middle of the screen: beyond its edge for the first comet, within for the
+                       ///< second
+    float beyond[2];   ///< how far the path goes on behind the touch, as a share
 };
 inline constexpr PathRanges pathRanges[2] = {{1.1F, {0.4F, 0.5F}}, {0.7F, {0.7F, 0.8F}}}; // kept: start-height
 

@@ -41,7 +41,6 @@ VectorScene::VectorScene() {
         mBubbles[i].diameter = randomBetween(16, 46);
         mBubbles[i].rise = i % 3 == 0 ? 2 : 1;
     }
-    usePreset(shows[0].name);
 }
 
 void VectorScene::setUp(int width, int height, const Picture& background) {
