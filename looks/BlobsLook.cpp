@@ -3,6 +3,7 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "looks/BlobsTables.h"
 #include "looks/FieldPainter.h"
+#include "looks/FieldParameters.h"
 #include "looks/FieldScreen.h"
 #include "looks/LookImplementation.h"
 #include "looks/TouchBall.h"
@@ -23,16 +24,9 @@ constexpr const char* paletteNames[] = {"lava", "mercury", "ink"};
 constexpr Parameter parameters[] = {
     {"palette", "Colours", "", 0, 2, BlobsLook::LAVA, "Lava glows, mercury shines, ink is dark and flat.",
      paletteNames},
-    {"fieldScale",
-     "Fineness of the outlines",
-     "texels a pixel",
-     0.15F,
-     1,
-     0.5F,
-     "Smoother outlines, at a cost that grows with the square.",
-     {}},
-    {"hue", "Shift of the colours", "degrees", -180, 180, 0, "Colours turn from red towards green.", {}},
-    {"opacity", "Opacity", "", 0, 1, 1, "Less of what lies behind shows through.", {}},
+    outlines,
+    hue,
+    opacity,
     {"dropSize", "Size of drops and pools", "", 0.5F, 1.5F, 1, "Drops are larger and pools deeper.", {}},
     {"drops", "Drops", "", 0, 1, 1, "More drops rise and sink.", {}},
     {"pools", "Pools at both ends", "", 0, 1, 1, "Pools are deeper.", {}},

@@ -2,6 +2,7 @@
 
 #include "effects/metaball/MetaballRenderer.h"
 #include "looks/FieldPainter.h"
+#include "looks/FieldParameters.h"
 #include "looks/FieldScreen.h"
 #include "looks/LookImplementation.h"
 #include "looks/TouchBall.h"
@@ -17,16 +18,9 @@ constexpr const char* paletteNames[] = {"sunset", "lagoon", "orchid"};
 
 constexpr Parameter parameters[] = {
     {"palette", "Colours", "", 0, 2, SprayLook::SUNSET, "Sunset and orchid are warm, lagoon is cool.", paletteNames},
-    {"fieldScale",
-     "Fineness of the outlines",
-     "texels a pixel",
-     0.15F,
-     1,
-     0.5F,
-     "Smoother outlines, at a cost that grows with the square.",
-     {}},
-    {"hue", "Shift of the colours", "degrees", -180, 180, 0, "Colours turn from red towards green.", {}},
-    {"opacity", "Opacity", "", 0, 1, 1, "Less of what lies behind shows through.", {}},
+    outlines,
+    hue,
+    opacity,
     {"touchRadius", "Radius of a finger's blob", "shorter sides", 0.02F, 0.2F, 0.09F, "A finger's blob is larger.", {}},
 };
 
