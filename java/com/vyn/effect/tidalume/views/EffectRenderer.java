@@ -64,7 +64,7 @@ final class EffectRenderer {
         releasePicture();
         fingers.forget();
         if (look != null) {
-            look.close();
+            LookType.close(look);
         }
         look = null;
         hasContext = false;

@@ -22,21 +22,30 @@ final class LookType {
     }
 
     /**
-     * Reads the tables. Looks of a class must not be made or closed by two threads at once: the first look of the class
-     * is made here, before there is one on the GL thread, where all that follows happens.
+     * Reads the tables, from a look that is made on the calling thread. All else happens on the GL thread.
      */
     synchronized LookType read(Frames frames) {
         if (parameters == null) {
             final Look look = make();
             parameters = look.parameters();
             presets = look.presets();
-            frames.post(look::close);
+            frames.post(() -> close(look));
         }
         return this;
     }
 
+    /** Looks of all types share what counts their programs' users: one at a time is made or closed. */
     Look make() {
-        return maker.make();
+        synchronized (LookType.class) {
+            return maker.make();
+        }
+    }
+
+    /** Closes a look that {@link #make} has made. */
+    static void close(Look look) {
+        synchronized (LookType.class) {
+            look.close();
+        }
     }
 
     Map<String, Parameter> parameters() {

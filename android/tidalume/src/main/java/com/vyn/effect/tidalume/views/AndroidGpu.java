@@ -78,7 +78,12 @@ final class AndroidGpu implements Gpu {
 
     @Override
     public Result makeCurrent(Object surface) {
-        return result(EGL14.eglMakeCurrent(display, (EGLSurface) surface, (EGLSurface) surface, context));
+        final Result made = result(EGL14.eglMakeCurrent(display, (EGLSurface) surface, (EGLSurface) surface, context));
+        if (made == Result.DONE) {
+            // Frames come at the display's pace already. A view whose pictures nobody takes must not stop the others.
+            EGL14.eglSwapInterval(display, 0);
+        }
+        return made;
     }
 
     @Override

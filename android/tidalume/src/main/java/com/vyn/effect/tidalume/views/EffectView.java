@@ -40,7 +40,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
         readParameters(context.obtainStyledAttributes(attributes, styleable), styleable);
     }
 
-    private static RenderThread shared(Context context) {
+    private static synchronized RenderThread shared(Context context) {
         if (thread == null) {
             gpu = new AndroidGpu();
             thread = new RenderThread(gpu, new AndroidFrames(context.getApplicationContext()));
