@@ -26,7 +26,7 @@ mv recipes/android/*.xml recipes/res/layout
 # The manifest's package is the namespace of build.gradle, which Gradle puts in.
 package() { # module, its namespace and folders of resources
   sed "s/<manifest /<manifest package=\"$2\" /" "$source/android/$1/src/main/AndroidManifest.xml" >AndroidManifest.xml
-  aapt package -f -m -M AndroidManifest.xml "${@:3}" -J generated -F "$1.apk" --min-sdk-version 21 --auto-add-overlay \
+  aapt package -f -m -M AndroidManifest.xml "${@:3}" -J generated -F "$1.apk" --min-sdk-version 21 --auto-add-overlay --non-constant-id \
     -I /usr/share/android-framework-res/framework-res.apk
 }
 namespace() { sed -n "s/^    namespace \(= \)\?'\(.*\)'/\2/p" "$source/android/$1/build.gradle"; }
