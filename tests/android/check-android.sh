@@ -12,6 +12,7 @@ work=$4
 here=$(cd "$(dirname "$0")" && pwd)
 sample=$source/android/sample/src/main
 library=$source/android/tidalume/src/main
+min_sdk=$(sed -n 's/^ *minSdk = //p' "$source/android/tidalume/build.gradle")
 rm -rf "$work"
 mkdir -p "$work"/{gradle,generated,classes,stubs}
 cd "$work"
@@ -26,8 +27,8 @@ mv recipes/android/*.xml recipes/res/layout
 # The manifest's package is the namespace of build.gradle, which Gradle puts in.
 package() { # module, its namespace and folders of resources
   sed "s/<manifest /<manifest package=\"$2\" /" "$source/android/$1/src/main/AndroidManifest.xml" >AndroidManifest.xml
-  aapt package -f -m -M AndroidManifest.xml "${@:3}" -J generated -F "$1.apk" --min-sdk-version 21 --auto-add-overlay --non-constant-id \
-    -I /usr/share/android-framework-res/framework-res.apk
+  aapt package -f -m -M AndroidManifest.xml "${@:3}" -J generated -F "$1.apk" --min-sdk-version "$min_sdk" \
+    --auto-add-overlay --non-constant-id -I /usr/share/android-framework-res/framework-res.apk
 }
 namespace() { sed -n "s/^    namespace \(= \)\?'\(.*\)'/\2/p" "$source/android/$1/build.gradle"; }
 package tidalume "$(namespace tidalume)" -S "$library/res"
@@ -51,7 +52,6 @@ if [ -e "$npm/kotlin-compiler" ]; then
   "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin \
     recipes/android/*.kt
   declarations=$npm/@nativescript/types-android/lib/android
-  min_sdk=$(sed -n 's/^ *minSdk = //p' "$source/android/tidalume/build.gradle")
   node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours
 else
   echo "check-android: npm has not brought a Kotlin compiler and the platform's declarations; both are left out"

@@ -24,9 +24,33 @@ done
 expect "Tidalume.java" \
   "$(javap -constants -cp "$jar" com.vyn.effect.tidalume.Tidalume | sed -n 's/.*VERSION = "\(.*\)";/\1/p')"
 
-# The module reads CMakeLists.txt; its POM has its version.
+# Module and sample read CMakeLists.txt; the POM has the module's version.
 export JAVA_HOME=$(dirname "$(dirname "$(readlink -f "$(command -v javac)")")")
-gradle=$source/android/tidalume/build.gradle
-expect "android/tidalume/build.gradle" \
-  "$(groovy -e "def tidalume = new File('$source')"$'\n'"$(grep '^version = ' "$gradle")"$'\n'"println version")"
+for module in tidalume sample; do
+  gradle=$source/android/$module/build.gradle
+  expect "android/$module/build.gradle" "$(groovy -e "
+    def tidalume = new File('$source')
+    def version = $(sed -nE 's/^(version| *versionName) = //p' "$gradle")
+    print version")"
+done
+
+# Tools and platforms are named wherever they are needed.
+alike() { # pattern, whose second group is what must be alike; files, each of which says it
+  local found
+  found=$(cd "$source" && for file in "${@:2}"; do
+    sed -nE "s/.*$1.*/\2/p" "$file" | sort -u | grep . || echo "nothing in $file"
+  done | sort -u)
+  [ "$(wc -l <<<"$found")" = 1 ] || { echo "check-version: \"$1\" is not alike:" $found >&2; wrong=1; }
+}
+module=android/tidalume/build.gradle
+sample=android/sample/build.gradle
+alike '(minSdk = |-DANDROID_PLATFORM=|\(API )([0-9]+)' $module $sample android/README.md docs/android.md
+alike '(compileSdk = |targetSdk = |platform )([0-9]+)' $module $sample android/README.md
+alike "(ndkVersion = '|NDK )([0-9.]+[0-9])" $module android/README.md
+alike "(version = '|CMake )([0-9.]+[0-9])" $module android/README.md
+alike "(version '|plug-in )([0-9]+)" android/build.gradle docs/android.md
+alike '(Gradle )([0-9.]+[0-9])' android/README.md docs/android.md
+alike '(openjdk-|JDK )([0-9]+)' android/README.md scripts/install-dependencies cmake/{FindJniHeaders,TidalumeJava}.cmake
+alike '(Java |VERSION_|--release )([0-9]+)' cmake/TidalumeJava.cmake java/CMakeLists.txt $module $sample \
+  tests/android/check-android.sh
 exit "$wrong"
