@@ -28,8 +28,11 @@ shutil.rmtree(work, ignore_errors=True)
 for abi, library in libraries.items():
     (work / "libraries" / abi).mkdir(parents=True)
     shutil.copy(library, work / "libraries" / abi / "libTidalume.so")
+with zipfile.ZipFile(work / "R.jar", "w") as left_out:
+    for name in ("R", "R$attr"):
+        left_out.writestr(f"com/vyn/effect/tidalume/{name}.class", "")
 build = [source / "scripts/build-aar", work / "tidalume.aar", work / "libraries"]
-subprocess.run([*build, *jars], check=True)
+subprocess.run([*build, *jars, work / "R.jar"], check=True)
 aar = zipfile.ZipFile(work / "tidalume.aar")
 expect("a damaged entry", aar.testzip(), None)
 
@@ -48,8 +51,19 @@ manifest = xml.etree.ElementTree.fromstring(aar.read("AndroidManifest.xml"))
 expect("package", manifest.get("package"), "com.vyn.effect.tidalume")
 expect("lowest API level", manifest.find("uses-sdk").get(android + "minSdkVersion"), "21")
 classes = zipfile.ZipFile(io.BytesIO(aar.read("classes.jar")))
-names = {name for jar in jars for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")}
-expect("classes", names - set(classes.namelist()), set())
+files = {name for name in classes.namelist() if not name.endswith("/")}
+given = {name for jar in jars for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")}
+expect("classes of AAR and jars, apart", files ^ given, set())
+folders = [source / "java", source / "android/tidalume/src/main/java"]
+expect("classes without a source", sorted(name for name in files if not any(
+    (folder / name.split(".")[0].split("$")[0]).with_suffix(".java").exists() for folder in folders)), [])
+attributes = xml.etree.ElementTree.parse(resources / "values/attrs.xml")
+declared = {("attr", attribute.get("name")) for attribute in attributes.iter("attr")}
+for styleable in attributes.iter("declare-styleable"):
+    names = {styleable.get("name")} | {f"{styleable.get('name')}_{attribute.get('name')}" for attribute in styleable}
+    declared |= {("styleable", name) for name in names}
+symbols = {tuple(line.split()[1:3]) for line in aar.read("R.txt").decode().splitlines()}
+expect("R.txt and attributes, apart", {symbol for symbol in symbols if symbol[0] != "id"} ^ declared, set())
 expect("keep rules", aar.read("proguard.txt"), (source / "android/tidalume/consumer-rules.pro").read_bytes())
 
 expect("prefab.json", json.loads(aar.read("prefab/prefab.json")),
@@ -59,7 +73,7 @@ expect("module.json", json.loads(aar.read(f"{module}/module.json")),
 for abi, library in libraries.items():
     folder = f"{module}/libs/android.{abi}"
     expect(f"{abi}'s abi.json", json.loads(aar.read(f"{folder}/abi.json")),
-           {"abi": abi, "api": 21, "ndk": 28, "stl": "c++_shared", "static": False})
+           {"abi": abi, "api": 21, "ndk": 28, "stl": "gnustl_shared", "static": False})
     for path in (f"jni/{abi}/libTidalume.so", f"{folder}/libTidalume.so"):
         unpacked = aar.extract(path, work)
         elf = subprocess.run(["readelf", "-hlW", unpacked], check=True, capture_output=True, text=True).stdout
@@ -71,4 +85,16 @@ with zipfile.ZipFile(work / "empty.jar", "w") as empty:
     empty.writestr("com/", "")
 refused = subprocess.run([*build, work / "empty.jar"], capture_output=True, text=True)
 expect("an AAR without its classes", "no jar has the class of" in refused.stderr and refused.returncode, 1)
+
+# Libraries of nothing, that share the C++ runtime of Android and none.
+link = ["c++", "-shared", "-nostdlib", "-Wl,--no-as-needed", f"-L{work}", "-x", "c++", "/dev/null", "-o"]
+subprocess.run([*link, work / "libc++_shared.so"], check=True)
+for runtime, wanted in ((["-lc++_shared"], "c++_shared"), ([], "refused")):
+    subprocess.run([*link, work / "libraries" / abi / "libTidalume.so", *runtime], check=True)
+    (work / "tidalume.aar").unlink(missing_ok=True)
+    if subprocess.run([*build, *jars], capture_output=True).returncode == 0:
+        found = json.loads(zipfile.ZipFile(work / "tidalume.aar").read(f"{module}/libs/android.{abi}/abi.json"))["stl"]
+    else:
+        found = "refused"
+    expect("C++ runtime", found, wanted)
 print(f"check-aar: {len(entries)} entries, as documented")
