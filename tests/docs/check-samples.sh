@@ -29,9 +29,9 @@ run() { # step: its commands in a fresh folder that holds the sample files
   echo "== $1"
   rm -rf "$work/project"
   cp -r "$work/files" "$work/project"
-  (cd "$work/project" && bash -euo pipefail "$work/commands/$1") || fail "the commands of \"$1\" fail"
+  (cd "$work/project" && sh -eu "$work/commands/$1") || fail "the commands of \"$1\" fail"
 }
-(cd "$work/repository" && bash -euo pipefail "$work/commands/repository" >/dev/null) || fail "installing fails"
+(cd "$work/repository" && sh -eu "$work/commands/repository" >/dev/null) || fail "installing fails"
 for step in Java CMake pkg-config; do
   run "$step"
   mv "$work/project/water.png" "$work/water-$step.png" || fail "\"$step\" draws no water.png"
@@ -49,7 +49,7 @@ done
 cp "$work/files/Water.java" "$work/project/Flat.java"
 sed -i -e 's/class Water/class Flat/' -e '/touch/d' "$work/project/Flat.java"
 sed 's/Water.java/Flat.java/' "$work/commands/Java" >"$work/commands/Flat"
-(cd "$work/project" && bash -euo pipefail "$work/commands/Flat")
+(cd "$work/project" && sh -eu "$work/commands/Flat")
 if cmp -s "$work/project/water.png" "$work/water-Java.png"; then fail "the README's water does not ripple"; fi
 
 find "$HOME/tidalume/include/tidalume" -name '*.h' | while IFS= read -r header; do
