@@ -4,10 +4,12 @@ find_program(TIDALUME_SHLIBDEPS dpkg-shlibdeps)
 find_program(TIDALUME_GZIP gzip)
 mark_as_advanced(TIDALUME_SHLIBDEPS TIDALUME_GZIP)
 if(NOT TIDALUME_SHLIBDEPS OR NOT TIDALUME_GZIP)
+  message(STATUS "cpack is left out: dpkg-shlibdeps or gzip is missing. On Debian: apt-get install dpkg-dev gzip")
   return()
 endif()
 
 set(CPACK_GENERATOR DEB)
+# A placeholder: who maintains the package, and where mail arrives, is the owner's to choose.
 set(CPACK_PACKAGE_CONTACT "Maintainers of Tidalume <maintainers@tidalume.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -23,6 +25,9 @@ if(TIDALUME_BUILD_HEADLESS)
   list(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS libpng-dev libjpeg-dev libwebp-dev)
 endif()
 list(JOIN CPACK_DEBIAN_PACKAGE_DEPENDS ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
+if(TIDALUME_BUILD_JAVA)
+  set(CPACK_DEBIAN_PACKAGE_SUGGESTS default-jre-headless)
+endif()
 
 # What Debian wants of every package.
 set(root ${PROJECT_BINARY_DIR}/debian)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Packs what check-samples.sh has built, installs the package into a folder, builds and runs the README's programs there,
-# removes it, and has lintian look at it. In continuous integration, as root, it is installed on the system too, where
-# the programs get no path but that of the jars.
+# Packs what check-samples.sh has built, installs the package into a folder, builds and runs the README's programs
+# there, removes it, and has lintian look at it. In continuous integration, as root, it is installed on the system too,
+# where the programs get no path but that of the jars.
 # usage: check-debian.sh SAMPLES_DIR WORK_DIR
 set -euo pipefail
 samples=$1

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # A project that takes the sources in with add_subdirectory gets the library alone: of a JDK it needs jni.h only, of what
 # the headless component, the gallery and the tests need nothing, and the install step is its own.
-# Neither its configure step warns, nor that of `./run` on a new machine, which lacks what the web page takes.
+# Neither its configure step warns, nor that of `./run` on a new machine, which lacks what web page and package take.
 # usage: check-subdirectory.sh SOURCE_DIR WORK_DIR
 set -euo pipefail
 fail() { echo "check-subdirectory: $1" >&2; exit 1; }
@@ -40,5 +40,6 @@ if JAVA_HOME=absent cmake -B without -DCMAKE_IGNORE_PATH="$headers" >/dev/null 2
 fi
 grep -q 'jni.h is missing.*openjdk-17-jdk-headless' <(tr '\n' ' ' <stop) || fail "no package is named: $(cat stop)"
 
-env -u CI cmake -S "$1" --preset release -B "$2/run" -DTIDALUME_{EMCC,CHROMIUM,NODE}=OFF >/dev/null 2>>messages
+env -u CI cmake -S "$1" --preset release -B "$2/run" -DTIDALUME_{EMCC,CHROMIUM,NODE,SHLIBDEPS}=OFF >says 2>>messages
 if [ -s messages ]; then fail "cmake warns: $(cat messages)"; fi
+grep -q 'cpack is left out.*dpkg-dev' says || fail "nothing says what the package takes: $(cat says)"
