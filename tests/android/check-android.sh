@@ -52,7 +52,7 @@ if [ -e "$npm/kotlin-compiler" ]; then
   "$npm/kotlin-compiler/bin/kotlinc" -Werror -no-reflect -jvm-target 11 -cp "classes:$jar:$class_path" -d kotlin \
     recipes/android/*.kt
   declarations=$npm/@nativescript/types-android/lib/android
-  node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours
+  node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours "$here/unproven.txt"
 else
   echo "check-android: npm has not brought a Kotlin compiler and the platform's declarations; both are left out"
 fi
