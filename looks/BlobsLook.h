@@ -33,11 +33,14 @@ class BlobsLook final : public Look {
         SPEED,
         TOUCH_RADIUS,
     };
+    /// What blobs look like.
     enum Palette { LAVA, MERCURY, INK };
 
     /// In pixels, the centre from the surface's top-left corner.
     struct Ball {
-        float x, y, radius;
+        float x;      ///< of the centre, to the right
+        float y;      ///< of the centre, downwards
+        float radius; ///< without other balls near
     };
 
     BlobsLook();
@@ -51,6 +54,9 @@ class BlobsLook final : public Look {
     /// @param balls  copied; may be null where there are none
     void setBalls(const Ball* balls, int count);
 
+    /// Sets the parameter of that name, in the unit that the argument names; `parameters` has ranges and effects.
+    /// @return false where the value is refused
+    /// @{
     bool setPalette(Palette palette) { return set(PALETTE, static_cast<float>(palette)); }
     bool setFieldScale(float texelsPerPixel) { return set(FIELD_SCALE, texelsPerPixel); }
     bool setHue(float degrees) { return set(HUE, degrees); }
@@ -60,6 +66,7 @@ class BlobsLook final : public Look {
     bool setPools(float share) { return set(POOLS, share); }
     bool setSpeed(float shorterSidesPerSecond) { return set(SPEED, shorterSidesPerSecond); }
     bool setTouchRadius(float shorterSides) { return set(TOUCH_RADIUS, shorterSides); }
+    /// @}
 };
 
 } // namespace tidalume

@@ -36,6 +36,9 @@ class CometsLook final : public Look {
     CometsLook(const CometsLook&) = delete;
     CometsLook& operator=(const CometsLook&) = delete;
 
+    /// Sets the parameter of that name, in the unit that the argument names; `parameters` has ranges and effects.
+    /// @return false where the value is refused
+    /// @{
     bool setDuration(float seconds) { return set(DURATION, seconds); }
     bool setBrightness(float layers) { return set(BRIGHTNESS, layers); }
     bool setGlow(float shorterSides) { return set(GLOW, shorterSides); }
@@ -43,6 +46,7 @@ class CometsLook final : public Look {
     bool setHeadHue(float degrees) { return set(HEAD_HUE, degrees); }
     bool setTailHue(float degrees) { return set(TAIL_HUE, degrees); }
     bool setMeteors(float launchesPerMinute) { return set(METEORS, launchesPerMinute); }
+    /// @}
 };
 
 } // namespace tidalume

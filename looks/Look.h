@@ -78,6 +78,7 @@ class Look {
     /// @param finger  0 to FINGERS - 1, each one of its own; numbers may be used again once the finger is up
     /// @param x, y    in pixels
     void touch(int finger, float x, float y, TouchPhase phase);
+    /// How many fingers a look follows.
     static constexpr int FINGERS = 10;
 
     /// Runs the steps that are due and draws. Draws nothing before `contextCreated` and `setSize`.
@@ -115,6 +116,7 @@ class Look {
     bool usePreset(const char* name);
 
   protected:
+    /// For the looks of the library.
     explicit Look(std::unique_ptr<LookImplementation> implementation);
     /// For setters of a class of its own, whose change shows with the next `draw`.
     LookImplementation& change();

@@ -7,16 +7,23 @@ namespace tidalume {
 /// Elements that lie one after another in memory that somebody else owns.
 template <typename Element>
 struct Span {
-    const Element* data = nullptr;
-    std::size_t size = 0;
+    const Element* data = nullptr; ///< the first element
+    std::size_t size = 0;          ///< number of elements
 
+    /// No elements.
     constexpr Span() = default;
+    /// So many elements.
     constexpr Span(const Element* data, std::size_t size) : data(data), size(size) {}
+    /// All elements of an array.
     template <std::size_t length>
     constexpr Span(const Element (&elements)[length]) : data(elements), size(length) {}
 
+    /// For loops over all elements.
+    /// @{
     constexpr const Element* begin() const { return data; }
     constexpr const Element* end() const { return data + size; }
+    /// @}
+    /// An element, by its index below `size`.
     constexpr const Element& operator[](std::size_t index) const { return data[index]; }
 };
 
@@ -35,14 +42,14 @@ struct Parameter {
 /// A parameter and the value that a preset gives it.
 struct Setting {
     const char* parameter = ""; ///< its name
-    float value = 0;
+    float value = 0;            ///< in its unit
 };
 
 /// Settings that go together. What a preset does not name has its initial value.
 struct Preset {
     const char* name = "";  ///< in camel case, for command lines and layouts: "calmLake"
     const char* title = ""; ///< for people
-    Span<Setting> settings;
+    Span<Setting> settings; ///< what differs from the initial values
 };
 
 } // namespace tidalume

@@ -30,8 +30,10 @@ class SprayLook final : public Look {
         OPACITY,
         TOUCH_RADIUS,
     };
+    /// Colours from the bottom of the surface to its top.
     enum Palette { SUNSET, LAGOON, ORCHID };
 
+    /// How many fingers spray.
     static constexpr int SPRAYING_FINGERS = 5;
 
     SprayLook();
@@ -39,11 +41,15 @@ class SprayLook final : public Look {
     SprayLook(const SprayLook&) = delete;
     SprayLook& operator=(const SprayLook&) = delete;
 
+    /// Sets the parameter of that name, in the unit that the argument names; `parameters` has ranges and effects.
+    /// @return false where the value is refused
+    /// @{
     bool setPalette(Palette palette) { return set(PALETTE, static_cast<float>(palette)); }
     bool setFieldScale(float texelsPerPixel) { return set(FIELD_SCALE, texelsPerPixel); }
     bool setHue(float degrees) { return set(HUE, degrees); }
     bool setOpacity(float opacity) { return set(OPACITY, opacity); }
     bool setTouchRadius(float shorterSides) { return set(TOUCH_RADIUS, shorterSides); }
+    /// @}
 };
 
 } // namespace tidalume

@@ -37,6 +37,7 @@ class WaterLook final : public Look {
         LIGHT,
         RAIN,
     };
+    /// Whether rings are sharp and soon gone, or round and run on for long.
     enum Simulation { BROOK, POND };
 
     WaterLook();
@@ -52,6 +53,9 @@ class WaterLook final : public Look {
     /// @param width, height  in texels; below 1: ignored, unless there is no texture
     void setPicture(GLuint texture, int width, int height, PictureTop top);
 
+    /// Sets the parameter of that name, in the unit that the argument names; `parameters` has ranges and effects.
+    /// @return false where the value is refused
+    /// @{
     bool setSimulation(Simulation simulation) { return set(SIMULATION, static_cast<float>(simulation)); }
     bool setFieldScale(float texelsPerPixel) { return set(FIELD_SCALE, texelsPerPixel); }
     bool setSpeed(float shorterSidesPerSecond) { return set(SPEED, shorterSidesPerSecond); }
@@ -63,6 +67,7 @@ class WaterLook final : public Look {
     bool setSky(float reflection) { return set(SKY, reflection); }
     bool setLight(float light) { return set(LIGHT, light); }
     bool setRain(float dropsPerSecond) { return set(RAIN, dropsPerSecond); }
+    /// @}
 };
 
 } // namespace tidalume

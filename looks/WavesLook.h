@@ -30,6 +30,9 @@ class WavesLook final : public Look {
     /// As WaterLook::setPicture.
     void setPicture(GLuint texture, int width, int height, PictureTop top);
 
+    /// Sets the parameter of that name, in the unit that the argument names; `parameters` has ranges and effects.
+    /// @return false where the value is refused
+    /// @{
     bool setFieldScale(float texelsPerPixel) { return set(FIELD_SCALE, texelsPerPixel); }
     bool setSpeed(float shorterSidesPerSecond) { return set(SPEED, shorterSidesPerSecond); }
     bool setLength(float shorterSides) { return set(LENGTH, shorterSides); }
@@ -39,6 +42,7 @@ class WavesLook final : public Look {
     bool setDepth(float shorterSides) { return set(DEPTH, shorterSides); }
     bool setSky(float reflection) { return set(SKY, reflection); }
     bool setLight(float light) { return set(LIGHT, light); }
+    /// @}
 };
 
 } // namespace tidalume
