@@ -1,0 +1,58 @@
+// The site in a sub-path of a real server.
+
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { once } from 'node:events';
+import { join } from 'node:path';
+import { after, test } from 'node:test';
+
+import { newPage, root } from './browser.mjs';
+
+const server = spawn('python3', ['-u', '-m', 'http.server', '--bind', '127.0.0.1', '--directory', join(root, 'out'), '0'],
+  { stdio: ['ignore', 'pipe', 'ignore'] });
+after(() => server.kill());
+const [line] = await once(server.stdout, 'data');
+const site = `http://127.0.0.1:${/port (\d+)/.exec(line)[1]}/site/`;
+
+/** Fetches a page and all that it leads to; pages get the names of its anchors, by address. */
+async function crawl(address, pages, dead) {
+  const response = await fetch(address);
+  if (!response.ok) dead.push(address);
+  const isPage = response.headers.get('content-type').startsWith('text/html');
+  const text = await response.text();
+  pages.set(address, isPage ? new Set([...text.matchAll(/\s(?:id|name)="([^"]*)"/g)].map(([, id]) => id)) : null);
+  if (!isPage) return;
+  for (const [, link] of text.matchAll(/\s(?:href|src)="([^"]*)"/g)) {
+    const target = new URL(link.replaceAll('&amp;', '&'), address);
+    if (target.origin !== new URL(site).origin) continue;
+    const fragment = decodeURIComponent(target.hash.slice(1));
+    target.hash = '';
+    if (!target.href.startsWith(site)) dead.push(`${link} in ${address} leads out of the site`);
+    else if (!pages.has(target.href)) await crawl(target.href, pages, dead);
+    // Scenes are no anchors; the references' own are their tools' affair.
+    const isChecked = fragment && target.href !== `${site}index.html` && !address.startsWith(`${site}reference/`);
+    if (isChecked && !pages.get(target.href)?.has(fragment)) dead.push(`${link} in ${address}`);
+  }
+}
+
+test('every link leads to something, and from the page to the documentation and both references', async (t) => {
+  const pages = new Map();
+  const dead = [];
+  await crawl(`${site}index.html`, pages, dead);
+  assert.deepEqual(dead, []);
+  for (const page of ['docs/looks', 'android/README', 'CHANGELOG', 'reference/cpp/classtidalume_1_1WaterLook',
+    'reference/java/com/vyn/effect/tidalume/looks/WaterLook']) {
+    assert.ok(pages.has(`${site}${page}.html`), page);
+  }
+  t.diagnostic(`${pages.size} files`);
+});
+
+test('the page starts', { timeout: 60_000 }, async () => {
+  const page = await newPage();
+  await page.unroute('**');
+  await page.goto(site);
+  await page.waitForSelector('canvas', { state: 'attached' });
+  const screenshot = () => page.screenshot({ mask: [page.locator('progress')] });
+  const first = await screenshot();
+  while (first.equals(await screenshot()));
+});
