@@ -50,7 +50,7 @@ const float = (value) => `${/[.e]/.test(value) ? value : `${value}.0`}f`;
 // ---- Views
 
 /** The attribute of a view for a parameter of its look. */
-const attribute = (parameter) => parameter;
+const attribute = (parameter) => (parameter === 'fieldScale' ? parameter : `effect${capitalized(parameter)}`);
 
 function viewXml({ view, hasPicture }, { preset, changes }) {
   const attributes = [
