@@ -1,4 +1,4 @@
--- Links to Markdown lead to its HTML, and those to headers and classes into the references. What a site has not is text.
+-- Links to Markdown lead to its HTML, those to headers and classes into the references. What the site lacks is text.
 
 local places = {
   {'^(.*)effects/.*/(%w+)%.h$', '%1reference/cpp/class%2.html'},

@@ -8,8 +8,8 @@ import { after, test } from 'node:test';
 
 import { newPage, root } from './browser.mjs';
 
-const server = spawn('python3', ['-u', '-m', 'http.server', '--bind', '127.0.0.1', '--directory', join(root, 'out'), '0'],
-  { stdio: ['ignore', 'pipe', 'ignore'] });
+const options = ['--bind', '127.0.0.1', '--directory', join(root, 'out'), '0'];
+const server = spawn('python3', ['-u', '-m', 'http.server', ...options], { stdio: ['ignore', 'pipe', 'ignore'] });
 after(() => server.kill());
 const [line] = await once(server.stdout, 'data');
 const site = `http://127.0.0.1:${/port (\d+)/.exec(line)[1]}/site/`;
