@@ -51,6 +51,9 @@ class Player {
     /// Draws the next step whatever the time is.
     void drawStep();
 
+    /// As Scene::redraw().
+    void redraw() { mScene->redraw(); }
+
     static constexpr double timeStep = 1.0 / 60.0;
     static constexpr int maxSteps = 2;
 

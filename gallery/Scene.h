@@ -43,6 +43,9 @@ class Scene {
     /// Advances by 1/60 s and draws into framebuffer 0, all of it.
     virtual void drawFrame() = 0;
 
+    /// Draws into framebuffer 0, all of it, where the motion is, which does not go on.
+    virtual void redraw() = 0;
+
     /// What may be set, and shows from the next frame on; as those of Look.
     /// @{
     virtual Span<Parameter> parameters() const = 0;

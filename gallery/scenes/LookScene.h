@@ -38,9 +38,14 @@ class LookScene final : public Scene {
     void touch(const Touch& touch) override { mLook.touch(touch.pointer, touch.x, touch.y, touch.phase); }
 
     void drawFrame() override {
+        ++mFrame;
+        redraw();
+    }
+
+    // A look takes no step where no time has passed.
+    void redraw() override {
         if (!showsPicture) drawBackground();
         mLook.draw(mFrame / 60.0);
-        ++mFrame;
     }
 
     Span<Parameter> parameters() const override { return mLook.parameters(); }

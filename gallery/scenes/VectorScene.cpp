@@ -65,6 +65,11 @@ void VectorScene::touch(const Touch& touch) {
 }
 
 void VectorScene::drawFrame() {
+    mTime = std::fmod(mTime + mValues[SPEED] / period, 1.0F);
+    redraw();
+}
+
+void VectorScene::redraw() {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     setBlend(mGraphics, Blend::Over);
     drawBackdrop();
@@ -74,7 +79,6 @@ void VectorScene::drawFrame() {
     drawLights();
     drawLenses();
     drawVignette();
-    mTime = std::fmod(mTime + mValues[SPEED] / period, 1.0F);
 }
 
 Span<Parameter> VectorScene::parameters() const {

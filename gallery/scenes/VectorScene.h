@@ -20,6 +20,7 @@ class VectorScene : public Scene {
     void contextLost() override;
     void touch(const Touch& touch) override;
     void drawFrame() override;
+    void redraw() override;
     Span<Parameter> parameters() const override;
     bool set(const char* parameter, float value) override;
     float get(int parameter) const override { return mValues[parameter]; }
