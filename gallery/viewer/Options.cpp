@@ -1,6 +1,7 @@
 #include "gallery/viewer/Options.h"
 
 #include "gallery/CommandLine.h"
+#include "gallery/viewer/Keys.h"
 
 #include <algorithm>
 
@@ -8,23 +9,16 @@ namespace tidalume::gallery {
 
 namespace {
 
-constexpr const char* footer = R"(In the window:
-  mouse or fingers   touch the scene
-  left, right, 1-9   other scenes
-  space              pause
-  r                  restart
-  s                  save a PNG in the working directory
-  f                  full screen
-  c                  destroy the GL context and make a new one
-  q, Esc             quit
+constexpr const char* aboutScripts = R"(
 
 A script is a text file, one event a line, each with the number of the frame before which it happens:
   0 down 100 200     the mouse button goes down at a place in pixels; a further number makes it a finger
   5 move 120 210
   9 up 120 210
   20 key c           as named by SDL: c, Right, Space, ...
+  25 drop a.jpg      a file is dropped
   30 resize 320x480
-  40 save a.png
+  40 save a.png      what the window shows, with help and notes, which the key s leaves out
   60 quit
 With a script every frame is 1/60 s, however long it takes to draw.)";
 
@@ -40,15 +34,14 @@ std::size_t placeOf(const std::string& name) {
 ViewerOptions parseViewerOptions(int argc, char** argv) {
     ViewerOptions options;
     std::string scene = sceneTable().front().name;
-    std::string size = std::to_string(options.width) + 'x' + std::to_string(options.height);
+    std::string size;
 
     CLI::App app("Shows the effects of Tidalume in a window, to be touched.", "tidalume-viewer");
-    app.footer(footer);
+    app.footer(std::string("In the window:\n") + keys + aboutScripts);
     app.add_option("--scene", scene, "The first scene")->type_name("NAME")->check(sceneCheck())->capture_default_str();
-    app.add_option("--size", size, "Size of the window in pixels")
+    app.add_option("--size", size, "Size of the window in the desktop's pixels; else 540x960 or what of it fits")
         ->type_name("WxH")
-        ->check(sizeCheck(options.width, options.height))
-        ->capture_default_str();
+        ->check(sizeCheck(options.width, options.height));
     addBackgroundOptions(app, options.background, options.ground);
     addSettingsOptions(app, options.settings);
     app.add_option("--script", options.script, "Play recorded events from a file")

@@ -9,8 +9,9 @@ namespace tidalume::gallery {
 /// What the command line of tidalume-viewer asks for.
 struct ViewerOptions {
     std::size_t scene = 0; ///< place in the scene table
-    int width = 540;
-    int height = 960;
+    // Both 0 for a window that fits the screen.
+    int width = 0;
+    int height = 0;
     std::string background; ///< a picture file; empty for none
     std::string ground;     ///< the name of one for every scene; empty for each scene's own
     Settings settings;

@@ -64,6 +64,8 @@ ScriptEvent parseLine(const std::string& line) {
         event.what = parseTouch(*phase, words);
     } else if (verb == "key") {
         event.what = parseKey(rest(words));
+    } else if (verb == "drop") {
+        event.what = Drop{rest(words)};
     } else if (verb == "resize") {
         event.what = parseResize(rest(words));
     } else if (verb == "save") {
@@ -71,7 +73,7 @@ ScriptEvent parseLine(const std::string& line) {
     } else if (verb == "quit") {
         event.what = Quit{};
     } else {
-        throw Error("\"" + verb + "\" is none of down, move, up, key, resize, save and quit");
+        throw Error("\"" + verb + "\" is none of down, move, up, key, drop, resize, save and quit");
     }
     return event;
 }

@@ -18,6 +18,10 @@ struct Resize {
     int height;
 };
 
+struct Drop {
+    std::string path;
+};
+
 struct Save {
     std::string path;
 };
@@ -35,11 +39,12 @@ struct ScriptTouch {
 /// Something that happens before a frame is drawn.
 struct ScriptEvent {
     int frame;
-    std::variant<ScriptTouch, KeyPress, Resize, Save, Quit> what;
+    std::variant<ScriptTouch, KeyPress, Drop, Resize, Save, Quit> what;
 };
 
 /// Reads a script, one event a line: FRAME down|move|up X Y [FINGER], FRAME key NAME, FRAME resize WxH,
-/// FRAME save FILE, FRAME quit. Frames must not go back. Empty lines and lines that begin with # are ignored.
+/// FRAME drop FILE, FRAME save FILE, FRAME quit. Frames must not go back. Empty lines and lines that begin with # are
+/// ignored.
 ///
 /// Throws Error, with the path and the number of the line, for a file that cannot be read or a line that is none of
 /// these.

@@ -1,7 +1,8 @@
 #include "gallery/viewer/Viewer.h"
 
 #include "gallery/Background.h"
-#include "gallery/PictureTexture.h"
+#include "gallery/Ground.h"
+#include "gallery/viewer/Keys.h"
 #include "headless/Error.h"
 #include "headless/PictureFile.h"
 #include "headless/Pixels.h"
@@ -25,19 +26,6 @@ Picture readBackground(const std::string& path) {
     }
 }
 
-// Stretches a picture over framebuffer 0.
-void blit(const Picture& picture, SDL_Point size) {
-    PictureTexture texture;
-    texture.load(picture);
-    GLuint framebuffer = 0;
-    glGenFramebuffers(1, &framebuffer);
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
-    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture.name(), 0);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
-    glBlitFramebuffer(0, 0, picture.width, picture.height, 0, 0, size.x, size.y, GL_COLOR_BUFFER_BIT, GL_LINEAR);
-    glDeleteFramebuffers(1, &framebuffer);
-}
-
 std::string freePath(const std::string& scene) {
     for (int number = 1;; ++number) {
         std::string path = "tidalume-" + scene + '-' + std::to_string(number) + ".png";
@@ -57,9 +45,7 @@ Viewer::Viewer(const ViewerOptions& options)
 void Viewer::run() {
     while (!mQuit) {
         playScript();
-        SDL_Event event;
-        while (SDL_PollEvent(&event) != 0)
-            handle(event);
+        takeEvents();
         fitWindow();
         if (draw()) {
             mWindow.swap();
@@ -69,6 +55,25 @@ void Viewer::run() {
         }
         ++mFrame;
     }
+}
+
+// Nothing moves, or nobody sees it.
+bool Viewer::isIdle() const {
+    const bool isScriptOver = mNextEvent == mScript.size();
+    return isScriptOver && !mQuit && !mNeedsRedraw && mSavePath.empty() && (mPaused || mWindow.isMinimised());
+}
+
+// Sleeps until there is an event, or a note is to go.
+void Viewer::takeEvents() {
+    constexpr int milliseconds = 100;
+    SDL_Event event;
+    if (isIdle()) {
+        if (SDL_WaitEventTimeout(&event, mNote.empty() ? -1 : milliseconds) != 0) handle(event);
+        mTitleTime = Clock::now();
+        mTitleFrames = 0;
+    }
+    while (SDL_PollEvent(&event) != 0)
+        handle(event);
 }
 
 void Viewer::playScript() {
@@ -111,6 +116,13 @@ void Viewer::play(const KeyPress& press) {
     SDL_PushEvent(&event);
 }
 
+void Viewer::play(const Drop& drop) {
+    SDL_Event event = {};
+    event.type = SDL_DROPFILE;
+    event.drop.file = SDL_strdup(drop.path.c_str());
+    SDL_PushEvent(&event);
+}
+
 void Viewer::handle(const SDL_Event& event) {
     const SDL_Point size = mWindow.drawableSize();
     const float fingerX = event.tfinger.x * static_cast<float>(size.x);
@@ -124,6 +136,11 @@ void Viewer::handle(const SDL_Event& event) {
         break;
     case SDL_KEYDOWN:
         if (event.key.repeat == 0) press(event.key.keysym.sym);
+        adjust(event.key.keysym.sym);
+        break;
+    case SDL_DROPFILE:
+        useBackground(event.drop.file);
+        SDL_free(event.drop.file);
         break;
     case SDL_MOUSEBUTTONDOWN:
         if (event.button.button == SDL_BUTTON_LEFT) touchByMouse(event.button.x, event.button.y, TouchPhase::Down);
@@ -162,20 +179,32 @@ void Viewer::press(SDL_Keycode key) {
         break;
     case SDLK_SPACE:
         mPaused = !mPaused;
-        mPausedPicture = {};
+        mNeedsRedraw = true;
+        break;
+    case SDLK_h:
+        mShowsHelp = !mShowsHelp;
+        mNeedsRedraw = true;
+        break;
+    case SDLK_p:
+        say(mControls->usePreset(*mPlayer));
+        mSize = {}; // for its ground
+        break;
+    case SDLK_g:
+        useNextGround();
         break;
     case SDLK_r:
-        ++mSeed;
-        show(mScene);
+        restart();
         break;
     case SDLK_s:
         mSavePath = freePath(sceneTable()[mScene].name);
+        mSavesOverlay = false;
         break;
     case SDLK_f:
         mWindow.toggleFullScreen();
         break;
     case SDLK_c:
         mPlayer->contextLost();
+        mOverlay->contextLost();
         mWindow.remakeContext();
         mSize = {};
         break;
@@ -186,6 +215,68 @@ void Viewer::press(SDL_Keycode key) {
     default:
         break;
     }
+}
+
+// Keys that may be held down.
+void Viewer::adjust(SDL_Keycode key) {
+    switch (key) {
+    case SDLK_UP:
+        say(mControls->choose(*mPlayer, -1));
+        break;
+    case SDLK_DOWN:
+        say(mControls->choose(*mPlayer, 1));
+        break;
+    case SDLK_MINUS:
+    case SDLK_KP_MINUS:
+        say(mControls->change(*mPlayer, -1));
+        break;
+    case SDLK_PLUS:
+    case SDLK_EQUALS: // the plus sign's key where it needs Shift
+    case SDLK_KP_PLUS:
+        say(mControls->change(*mPlayer, 1));
+        break;
+    default:
+        break;
+    }
+}
+
+void Viewer::useBackground(const std::string& path) {
+    try {
+        mBackground = headless::readPicture(path);
+        say(path);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tidalume-viewer: %s\n", error.what());
+        say(error.what());
+    }
+    mSize = {};
+}
+
+std::string Viewer::ground() const {
+    return mGround.empty() ? groundOf(sceneTable()[mScene], mControls->preset(*mPlayer)) : mGround;
+}
+
+// After a picture comes the ground that it took the place of.
+void Viewer::useNextGround() {
+    const auto& table = groundTable();
+    const auto shown = static_cast<std::size_t>(&groundNamed(ground()) - table.data());
+    const Ground& next = table[mBackground.width > 0 ? shown : (shown + 1) % table.size()];
+    mGround = next.name;
+    mBackground = {};
+    mSize = {};
+    say(next.title);
+}
+
+// Shows a text for a while.
+void Viewer::say(const std::string& note) {
+    constexpr double seconds = 2.5;
+    mNote = note;
+    mNoteEnd = now() + seconds;
+    mNeedsRedraw = true;
+}
+
+// In seconds: in a script's own time, where there is one.
+double Viewer::now() const {
+    return mScript.empty() ? static_cast<double>(SDL_GetTicks64()) / 1000 : mFrame * Player::timeStep;
 }
 
 void Viewer::touch(SDL_FingerID id, TouchPhase phase, float x, float y) {
@@ -208,28 +299,52 @@ void Viewer::touchByMouse(int x, int y, TouchPhase phase) {
 
 void Viewer::show(std::size_t scene) {
     mScene = scene;
-    mPlayer = std::make_unique<Player>(sceneTable()[scene], mSeed);
+    start();
+    const std::string own = sceneTable()[scene].preset;
+    mControls.emplace(*mPlayer, mSettings.preset.empty() ? own : mSettings.preset);
+}
+
+// With the settings that it has.
+void Viewer::restart() {
+    const std::unique_ptr<Player> last = std::move(mPlayer);
+    ++mSeed;
+    start();
+    for (std::size_t i = 0; i < last->parameters().size; ++i)
+        mPlayer->set(last->parameters()[i].name, last->get(static_cast<int>(i)));
+}
+
+void Viewer::start() {
+    mPlayer = std::make_unique<Player>(sceneTable()[mScene], mSeed);
     apply(mSettings, *mPlayer);
     mSize = {};
     mPointers = {};
-    mPausedPicture = {};
 }
 
 void Viewer::fitWindow() {
     const SDL_Point size = mWindow.drawableSize();
     if ((size.x == mSize.x && size.y == mSize.y) || size.x < 1 || size.y < 1) return;
-    const std::string ground = mGround.empty() ? groundOf(sceneTable()[mScene], mSettings.preset) : mGround;
-    mPlayer->setUp(size.x, size.y, makeBackground(mBackground, ground, size.x, size.y));
+    mPlayer->setUp(size.x, size.y, makeBackground(mBackground, ground(), size.x, size.y));
+    mOverlay = std::make_unique<Overlay>(size.x, size.y,
+                                         static_cast<float>(size.x) / static_cast<float>(mWindow.windowSize().x));
     mSize = size;
     mNeedsRedraw = true;
 }
 
 // Whether framebuffer 0 holds a new picture.
 bool Viewer::draw() {
-    const bool isNew = mPaused ? redraw() : advance() > 0;
+    if (mWindow.isMinimised()) return false;
+    if (!mNote.empty() && now() >= mNoteEnd) {
+        mNote.clear();
+        mNeedsRedraw = true;
+    }
+    const bool hasStepped = !mPaused && advance() > 0;
+    if (!hasStepped && !mNeedsRedraw && mSavePath.empty()) return false;
+    if (!hasStepped) mPlayer->redraw();
     mNeedsRedraw = false;
-    if (isNew && !mSavePath.empty()) save();
-    return isNew;
+    if (!mSavesOverlay) save();
+    drawOverlay();
+    if (mSavesOverlay) save();
+    return true;
 }
 
 int Viewer::advance() {
@@ -241,20 +356,13 @@ int Viewer::advance() {
     return 1;
 }
 
-// A pause begins with one step, whose picture is shown until the pause ends, stretched where the window has been
-// resized: some effects move as they draw and could not draw the same picture again.
-bool Viewer::redraw() {
-    if (mPausedPicture.width == 0) {
-        mPlayer->drawStep();
-        mPausedPicture = headless::framebufferPicture(mSize.x, mSize.y);
-        return true;
-    }
-    const bool isDue = mNeedsRedraw || !mSavePath.empty();
-    if (isDue) blit(mPausedPicture, mSize);
-    return isDue;
+void Viewer::drawOverlay() {
+    const std::string help = mShowsHelp ? keys + ("\n\n" + mControls->describe(*mPlayer)) : "";
+    mOverlay->draw(help, mNote.empty() && mPaused ? "Paused" : mNote);
 }
 
 void Viewer::save() {
+    if (mSavePath.empty()) return;
     try {
         headless::writePng(mSavePath, headless::framebufferPicture(mSize.x, mSize.y));
         std::printf("%s\n", mSavePath.c_str());
@@ -266,15 +374,23 @@ void Viewer::save() {
 
 // Twice a second: the scene, the time between frames and the driver.
 void Viewer::updateTitle() {
+    if (mPaused) {
+        showTitle("paused");
+        return;
+    }
     ++mTitleFrames;
     const Clock::time_point now = Clock::now();
     const double seconds = std::chrono::duration<double>(now - mTitleTime).count();
     if (seconds < 0.5) return;
     char time[32];
     std::snprintf(time, sizeof time, "%.1f ms", 1000 * seconds / mTitleFrames);
-    mWindow.setTitle(std::string(sceneTable()[mScene].title) + " - " + time + " - " + mWindow.driver());
+    showTitle(time);
     mTitleTime = now;
     mTitleFrames = 0;
+}
+
+void Viewer::showTitle(const std::string& state) {
+    mWindow.setTitle(std::string(sceneTable()[mScene].title) + " - " + state + " - " + mWindow.driver());
 }
 
 } // namespace tidalume::gallery

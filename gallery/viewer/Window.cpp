@@ -4,6 +4,7 @@
 
 #include <GLES3/gl3.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace tidalume::gallery {
@@ -25,6 +26,16 @@ void openDisplay() {
     }
 }
 
+// 540 x 960, or as much of it as leaves room for the window's frame.
+SDL_Point fittingSize() {
+    constexpr SDL_Point best = {540, 960};
+    constexpr double share = 0.9;
+    SDL_Rect screen = {};
+    if (SDL_GetDisplayUsableBounds(0, &screen) != 0) return best;
+    const double scale = std::min({1.0, share * screen.w / best.x, share * screen.h / best.y});
+    return {std::max(1, static_cast<int>(scale * best.x)), std::max(1, static_cast<int>(scale * best.y))};
+}
+
 } // namespace
 
 Window::Window(int width, int height) {
@@ -42,7 +53,8 @@ Window::Window(int width, int height) {
     SDL_GL_SetAttribute(SDL_GL_BLUE_SIZE, 8);
     SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 0);
     const Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
-    mWindow = SDL_CreateWindow("Tidalume", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height, flags);
+    const SDL_Point size = width > 0 ? SDL_Point{width, height} : fittingSize();
+    mWindow = SDL_CreateWindow("Tidalume", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.x, size.y, flags);
     try {
         if (mWindow == nullptr) fail("no window can be opened");
         createContext();

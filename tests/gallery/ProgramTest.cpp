@@ -35,7 +35,10 @@ class Programs : public testing::Test {
         EXPECT_EQ(output.find('\n') + 1, output.size()) << "one line: " << output;
     }
 
-    static std::string gallery(const std::string& options) { return GALLERY_PROGRAM " --size 97x161 " + options; }
+    static std::string gallery(const std::string& options) {
+        const bool hasSize = options.find("--size") != std::string::npos;
+        return GALLERY_PROGRAM + std::string(hasSize ? " " : " --size 97x161 ") + options;
+    }
 
     /// Plays a script.
     static std::string viewer(const std::string& script, const std::string& options = "--scene metaballs") {
@@ -103,25 +106,61 @@ TEST_F(Programs, ViewerTakesMouseAndFingers) {
     EXPECT_EQ(readPicture("up.png").rgba, untouched.rgba);
 }
 
-// What the window is made to show during a pause adds no step to the two as it begins and ends.
+// What the window is made to show during a pause adds no step.
 TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
-    runsWell(viewer("10 key Space\n15 save paused.png\n16 key c\n20 resize 120x90\n60 save wide.png\n"
-                    "61 resize 97x161\n99 save still.png\n100 key Space\n100 save on.png\n110 key Right\n"
-                    "112 save right.png\n113 key Left\n120 key c\n124 key c\n142 save left.png\n143 key r\n"
-                    "172 save restarted.png\n173 key s\n180 key q\n"));
+    runsWell(viewer("10 key Space\n15 key s\n16 key c\n20 resize 120x90\n60 key s\n61 resize 97x161\n99 key s\n"
+                    "100 key Space\n100 save on.png\n110 key Right\n112 save right.png\n113 key Left\n120 key c\n"
+                    "124 key c\n142 save left.png\n143 key r\n172 save restarted.png\n173 key q\n"));
     const std::tuple<const char*, const char*, int, const char*> rows[] = {
-        {"paused.png", "metaballs", 11, ""},
-        {"still.png", "metaballs", 11, ""},
-        {"on.png", "metaballs", 12, ""},
+        {"tidalume-metaballs-1.png", "metaballs", 10, ""},
+        {"tidalume-metaballs-2.png", "metaballs", 10, " --size 120x90"},
+        {"tidalume-metaballs-3.png", "metaballs", 10, ""},
+        {"on.png", "metaballs", 11, ""},
         {"right.png", "particles", 3, ""},
         {"left.png", "metaballs", 30, ""},
         {"restarted.png", "metaballs", 30, " --seed 2"},
-        {"tidalume-metaballs-1.png", "metaballs", 31, " --seed 2"},
     };
     for (const auto& [file, scene, frames, options] : rows)
         EXPECT_EQ(readPicture(file).rgba, headlessPicture(scene, frames, options).rgba) << file;
     EXPECT_NE(readPicture("restarted.png").rgba, readPicture("left.png").rgba) << "another seed";
-    EXPECT_EQ(readPicture("wide.png").width, 120);
+}
+
+// Each is seen after a restart, which keeps settings and background. From Dew's ground, ember is the third.
+TEST_F(Programs, ViewersKeysAndDroppedFilesSetWhatTheCommandLineSets) {
+    headless::writePng("photo.png", headlessPicture("vector", 1));
+    runsWell(viewer("0 key +\n0 key Up\n0 key +\n0 key r\n30 key s\n31 key p\n31 key p\n31 key p\n31 key r\n61 key s\n"
+                    "62 drop photo.png\n62 drop absent.png\n62 key r\n92 key s\n"
+                    "93 key g\n93 key g\n93 key g\n93 key g\n93 key r\n123 key s\n124 quit\n"));
+    EXPECT_THAT(fileContent("output"), testing::HasSubstr("tidalume-viewer: absent.png: there is no such file"));
+    const char* const options[] = {" --set palette=mercury --set touchRadius=0.16", " --preset dew",
+                                   " --preset dew --background photo.png", " --preset dew --ground ember"};
+    int number = 0;
+    for (const std::string option : options) {
+        const std::string name = std::to_string(++number);
+        EXPECT_EQ(readPicture("tidalume-metaballs-" + name + ".png").rgba,
+                  headlessPicture("metaballs", 31, option + " --seed " + std::to_string(number + 1)).rgba)
+            << option;
+    }
+}
+
+// Over the picture, of which they change nothing.
+TEST_F(Programs, ViewerShowsHelpAndThatItIsPaused) {
+    runsWell(viewer("10 key Space\n15 save paused.png\n16 key s\n20 key h\n25 save help.png\n26 key s\n30 key h\n"
+                    "35 save again.png\n36 quit\n"));
+    const Picture bare = readPicture("tidalume-metaballs-1.png");
+    const auto changedRows = [&](const std::string& file) {
+        const Picture shown = readPicture(file);
+        std::set<int> rows;
+        for (int y = 0; y < bare.height; ++y) {
+            if (!std::equal(shown.pixel(0, y), shown.pixel(0, y) + 4 * bare.width, bare.pixel(0, y))) rows.insert(y);
+        }
+        return rows;
+    };
+    EXPECT_THAT(changedRows("paused.png"), testing::Each(testing::Gt(bare.height / 2)));
+    EXPECT_THAT(changedRows("paused.png"), testing::SizeIs(testing::Gt(15)));
+    EXPECT_THAT(changedRows("help.png"), testing::Contains(0));
+    EXPECT_EQ(readPicture("again.png").rgba, readPicture("paused.png").rgba);
+    EXPECT_EQ(readPicture("tidalume-metaballs-2.png").rgba, bare.rgba);
 }
 
 // It takes a window manager to make a window fill the screen. What the surface does not cover stays black.
@@ -136,12 +175,26 @@ TEST_F(Programs, ViewerFollowsTheSizeOfTheWindow) {
         for (std::size_t i = 0; i < shown.rgba.size(); i += 4)
             ASSERT_GT(shown.rgba[i] + shown.rgba[i + 1] + shown.rgba[i + 2], 0) << file;
     }
+    writeFile("script", "0 save fitting.png\n1 quit\n");
+    runsWell(VIEWER_PROGRAM " --script script");
+    const Picture fitting = readPicture("fitting.png");
+    EXPECT_LT(fitting.height, 480) << "the screen's height";
+    EXPECT_NEAR(1.0 * fitting.width / fitting.height, 9 / 16.0, 0.01);
 }
 
 TEST_F(Programs, ViewersTitleShowsSceneFrameTimeAndDriver) {
     run(viewer("100000000 quit\n") + R"( & for i in $(seq 2000); do
         sleep 0.1; xwininfo -root -tree | grep '"Metaballs' && break; done; kill $!)");
     EXPECT_THAT(fileContent("output"), testing::ContainsRegex("\"Metaballs - [0-9]+\\.[0-9] ms - .*llvmpipe"));
+}
+
+// Counts how often it wakes within two seconds.
+TEST_F(Programs, ViewerSleepsWhilePaused) {
+    run(viewer("10 key Space\n") + R"( & for i in $(seq 600); do
+        sleep 0.1; xwininfo -root -tree | grep -q '"Metaballs - paused' && break; done
+        wakes() { awk '/^voluntary/ { print $2 }' /proc/$(pgrep -P $!)/status; }
+        before=$(wakes); sleep 2; echo $(($(wakes) - before)); kill $!)");
+    EXPECT_LT(std::stoi(fileContent("output")), 20);
 }
 
 TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
