@@ -39,7 +39,8 @@ ViewerOptions parseViewerOptions(int argc, char** argv) {
     CLI::App app("Shows the effects of Tidalume in a window, to be touched.", "tidalume-viewer");
     app.footer(std::string("In the window:\n") + keys + aboutScripts);
     app.add_option("--scene", scene, "The first scene")->type_name("NAME")->check(sceneCheck())->capture_default_str();
-    app.add_option("--size", size, "Size of the window in the desktop's pixels; else 540x960 or what of it fits")
+    app.add_option("--size", size,
+                   "Size of the window in pixels of the desktop; 540x960 or what of it fits, where none is given")
         ->type_name("WxH")
         ->check(sizeCheck(options.width, options.height));
     addBackgroundOptions(app, options.background, options.ground);
