@@ -51,11 +51,11 @@ void addBackgroundOptions(CLI::App& app, std::string& background, std::string& g
 
 void addSettingsOptions(CLI::App& app, Settings& settings) {
     app.add_option("--preset", settings.preset,
-                   "Settings that go together, in scenes that have them; --list names them")
+                   "Settings that go together, in scenes that have them; tidalume-gallery --list names them")
         ->type_name("NAME")
         ->check(namedCheck("preset"));
     app.add_option("--set", settings.values,
-                   "Give a parameter a value, in scenes that have it; may be given several times; --list names them")
+                   "Give a parameter a value, in scenes that have it; may be given several times; tidalume-gallery --list names them")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
 }

@@ -158,10 +158,10 @@ struct WebPAnimation::Encoder {
         if (!WebPAnimEncoderOptionsInit(&options) || !WebPConfigPreset(&config, WEBP_PRESET_PICTURE, 80)) {
             throw Error("libwebp is another version than the headers that this was built with");
         }
-        // Without key frames each frame is compressed once instead of twice.
+        // Key frames only: whatever a frame leaves out keeps the errors of those before, which moving things trail.
         options.kmin = 0;
-        options.kmax = 0;
-        config.method = 0;
+        options.kmax = 1;
+        config.method = 2; // of 0, fast, to 6, small
         const bool possible = std::min(width, height) >= 1 && std::max(width, height) <= WEBP_MAX_DIMENSION;
         encoder = possible ? WebPAnimEncoderNew(width, height, &options) : nullptr;
         if (encoder == nullptr) {

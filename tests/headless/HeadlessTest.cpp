@@ -5,6 +5,7 @@
 #include "tests/support/Files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gmock/gmock.h>
 #include <numeric>
 #include <webp/demux.h>
@@ -96,21 +97,59 @@ TEST_F(PictureFile, PngKeepsEveryByte) {
     EXPECT_THAT([&] { writePng("/dev/full", picture); }, ThrowsMessage<Error>("/dev/full: No space left on device"));
 }
 
+/// Calls with the pixels, four bytes each, and the time of the end in milliseconds.
+template <typename Body>
+void forEachFrame(const std::string& path, Body body) {
+    const std::string bytes = fileContent(path);
+    const WebPData data = {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
+    WebPAnimDecoder* decoder = WebPAnimDecoderNew(&data, nullptr);
+    std::uint8_t* frame = nullptr;
+    for (int end = 0; WebPAnimDecoderGetNext(decoder, &frame, &end);)
+        body(frame, end);
+    WebPAnimDecoderDelete(decoder);
+}
+
 TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
     WebPAnimation animation(64, 48);
     for (int i = 0; i < 3; ++i)
         animation.add(pattern(64, 48, i * 120), 16 + i);
     EXPECT_THROW(animation.add(pattern(63, 48), 16), Error);
     animation.write("a.webp");
-    const std::string bytes = fileContent("a.webp");
-    const WebPData data = {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()};
-    WebPAnimDecoder* decoder = WebPAnimDecoderNew(&data, nullptr);
     std::vector<int> ends;
-    std::uint8_t* frame = nullptr;
-    for (int end = 0; WebPAnimDecoderGetNext(decoder, &frame, &end); ends.push_back(end))
+    forEachFrame("a.webp", [&](const std::uint8_t* frame, int end) {
         EXPECT_NEAR(frame[(24 * 64 + 32) * 4 + 2], ends.size() * 120, 12);
+        ends.push_back(end);
+    });
     EXPECT_THAT(ends, ElementsAre(16, 33, 51));
-    WebPAnimDecoderDelete(decoder);
+}
+
+// A soft light moves to the right over a dark ground.
+TEST_F(PictureFile, AnimationLeavesNoTrails) {
+    constexpr int ground = 20;
+    WebPAnimation animation(160, 48);
+    for (int i = 0; i < 60; ++i) {
+        Picture picture(160, 48);
+        for (int y = 0; y < 48; ++y) {
+            for (int x = 0; x < 160; ++x) {
+                const auto color =
+                    static_cast<std::uint8_t>(ground + 200 * std::exp(-std::hypot(x - 2 * i, y - 24) / 6));
+                const std::uint8_t rgba[] = {color, color, static_cast<std::uint8_t>(2 * ground), 255};
+                std::copy_n(rgba, 4, picture.pixel(x, y));
+            }
+        }
+        animation.add(picture, 33);
+    }
+    animation.write("a.webp");
+    int light = 0;
+    int largest = 0;
+    forEachFrame("a.webp", [&](const std::uint8_t* frame, int) {
+        for (int i = 0; i < 160 * 48; ++i) {
+            if (i % 160 < light - 30) largest = std::max(largest, std::abs(frame[4 * i] - ground));
+        }
+        light += 2;
+    });
+    EXPECT_EQ(light, 2 * 60);
+    EXPECT_LE(largest, 6);
 }
 
 /// EXIF orientations 1 to 8: the corner of the stored picture (left or right, top or bottom) that ends up top left.
