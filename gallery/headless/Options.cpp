@@ -32,8 +32,13 @@ Options parseOptions(int argc, char** argv) {
         ->type_name("WxH")
         ->check(sizeCheck(options.width, options.height))
         ->capture_default_str();
+    app.add_option("--ahead", options.ahead,
+                   "Number of frames, up to 36000, that pass unseen, so that animations do not begin empty")
+        ->type_name("N")
+        ->check(numberCheck(0, 36000))
+        ->capture_default_str();
     app.add_option("--frames", options.frames,
-                   "Number of frames, up to 36000, 60 for each second; the PNG shows the last")
+                   "Number of frames after these, up to 36000, 60 for each second; the PNG shows the last")
         ->type_name("N")
         ->check(numberCheck(1, 36000))
         ->capture_default_str();

@@ -15,6 +15,7 @@ struct Options {
     int width = 540;
     int height = 960;
     std::string size = "540x960"; ///< as it was given
+    int ahead = 120;
     int frames = 120;
     std::string background; ///< a picture file; empty for none
     std::string ground;     ///< the name of one for every scene; empty for each scene's own

@@ -106,6 +106,8 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& b
     Player player(entry, options.seed);
     apply(options.settings, player);
     player.setUp(options.width, options.height, background);
+    for (int frame = 0; frame < options.ahead; ++frame)
+        player.drawStep();
 
     headless::WebPAnimation animation(options.width, options.height);
     for (int frame = 0; frame < options.frames; ++frame) {
@@ -135,7 +137,7 @@ void drawPresets(const PresetRow& row, const Options& options, const Picture& ch
         Player player(*row.scene, options.seed);
         player.usePreset(preset.name);
         player.setUp(width, height, backgroundOf(*row.scene, preset.name, options, chosen));
-        for (int frame = 0; frame < options.frames; ++frame)
+        for (int frame = 0; frame < options.ahead + options.frames; ++frame)
             player.drawStep();
         const auto path = std::filesystem::path(options.out) / pictureOf(row, preset);
         about("--out", [&] { headless::writePng(path.string(), headless::framebufferPicture(width, height)); });

@@ -54,9 +54,10 @@ class Programs : public testing::Test {
         return "openbox --sm-disable --startup 'sh " + folder + "/managed'; exit $(cat status)";
     }
 
-    /// The last frame of a scene.
+    /// The picture after that many frames of a scene.
     static Picture headlessPicture(const std::string& scene, int frames, const std::string& options = "") {
-        runsWell(gallery("--out drawn --scene " + scene + " --frames " + std::to_string(frames) + options));
+        runsWell(
+            gallery("--out drawn --scene " + scene + " --frames 1 --ahead " + std::to_string(frames - 1) + options));
         return readPicture("drawn/" + scene + ".png");
     }
 
@@ -79,7 +80,7 @@ TEST_F(Programs, ShowTheSamePictures) {
             script += std::to_string(30 * i + 29) + " save " + sceneTable()[i].name + ".png\n";
         }
         runsWell(viewer(script + "999 quit\n", options));
-        runsWell(gallery("--out all --frames 30" + options));
+        runsWell(gallery("--out all --ahead 20 --frames 10" + options));
         for (const SceneEntry& entry : sceneTable()) {
             const std::string name = entry.name;
             EXPECT_EQ(readPicture(name + ".png").rgba, readPicture("all/" + name + ".png").rgba) << name << options;
@@ -203,6 +204,7 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(GALLERY_PROGRAM " --size 0x10", "--size: \"0x10\" is not WIDTHxHEIGHT");
     isRefused(GALLERY_PROGRAM " --size 100000x10", "--size 100000x10: width 100000 is above the driver's limit of");
     isRefused(gallery("--frames 0"), "--frames: \"0\" is not a whole number from 1 to 36000");
+    isRefused(GALLERY_PROGRAM " --ahead -1", "--ahead: \"-1\" is not a whole number from 0 to 36000");
     isRefused(gallery("--seed abc"), "--seed: \"abc\" is not a whole number from 0 to 4294967295");
     isRefused(gallery("--background absent.png"), "--background: absent.png: there is no such file");
     isRefused(gallery("--background broken.png"), "--background: broken.png: broken PNG");
