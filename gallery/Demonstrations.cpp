@@ -52,8 +52,8 @@ std::vector<Touch> demonstrateWater(int frame, float width, float height) {
 }
 
 std::vector<Touch> demonstratePond(int frame, float width, float height) {
-    constexpr Tap drops[] = {{1, 0.36F, 0.34F}, {45, 0.70F, 0.58F}, {84, 0.30F, 0.76F}, {130, 0.64F, 0.24F}};
-    return tap(drops, frame % 180, width, height, 0);
+    constexpr Tap drops[] = {{1, 0.36F, 0.34F}, {45, 0.70F, 0.58F}, {84, 0.30F, 0.76F}};
+    return tap(drops, frame % 120, width, height, 0);
 }
 
 std::vector<Touch> demonstrateBlobs(int frame, float width, float height) {
@@ -69,8 +69,8 @@ std::vector<Touch> demonstrateBlobs(int frame, float width, float height) {
 
 // Three fingers go down one after another, sweep to and fro, and lift one after another.
 std::vector<Touch> demonstrateSpray(int frame, float width, float height) {
-    constexpr int period = 240;
-    constexpr int length = 110;
+    constexpr int period = 120;
+    constexpr int length = 98;
     constexpr float places[3][2] = {{0.28F, 0.84F}, {0.74F, 0.80F}, {0.50F, 0.62F}};
     std::vector<Touch> touches;
     for (int i = 0; i < 3; ++i) {
