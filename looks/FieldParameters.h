@@ -11,7 +11,7 @@ inline constexpr Parameter outlines = {"fieldScale",
                                        0.15F,
                                        1,
                                        0.5F,
-                                       "Smoother outlines, at a cost that grows with the square.",
+                                       "Smoother outlines, at a higher cost.",
                                        {}};
 inline constexpr Parameter hue = {
     "hue", "Shift of the colours", "degrees", -180, 180, 0, "Colours turn from red towards green.", {}};

@@ -11,14 +11,7 @@ namespace tidalume {
 namespace {
 
 constexpr Parameter parameters[] = {
-    {"fieldScale",
-     "Fineness of the waves",
-     "texels a pixel",
-     0.1F,
-     1,
-     0.5F,
-     "Finer waves, at a cost that grows with the square.",
-     {}},
+    {"fieldScale", "Fineness of the waves", "texels a pixel", 0.1F, 1, 0.5F, "Finer waves, at a higher cost.", {}},
     {"speed", "Speed of the swell", "shorter sides a second", 0, 1, 0.144F, "Waves roll faster.", {}},
     {"length", "Length of the waves", "shorter sides", 0.08F, 1, 0.29F, "Crests lie further apart.", {}},
     {"bends", "Bends across the surface", "periods", 0, 8, 2, "Crests have more bends.", {}},

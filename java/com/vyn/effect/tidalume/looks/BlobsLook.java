@@ -66,7 +66,7 @@ public final class BlobsLook extends Look {
     /**
      * Sets how smooth the outlines are.
      *
-     * @param texelsPerPixel more are smoother, at a cost that grows with the square
+     * @param texelsPerPixel more are smoother, at a higher cost
      */
     public void setFieldScale(float texelsPerPixel) {
         set("fieldScale", texelsPerPixel);

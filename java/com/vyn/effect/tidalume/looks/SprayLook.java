@@ -48,7 +48,7 @@ public final class SprayLook extends Look {
     /**
      * Sets how smooth the outlines are.
      *
-     * @param texelsPerPixel more are smoother, at a cost that grows with the square
+     * @param texelsPerPixel more are smoother, at a higher cost
      */
     public void setFieldScale(float texelsPerPixel) {
         set("fieldScale", texelsPerPixel);

@@ -44,7 +44,7 @@ public final class WavesLook extends Look {
     /**
      * Sets how fine the waves are.
      *
-     * @param texelsPerPixel more are finer, at a cost that grows with the square
+     * @param texelsPerPixel more are finer, at a higher cost
      */
     public void setFieldScale(float texelsPerPixel) {
         set("fieldScale", texelsPerPixel);
