@@ -48,6 +48,9 @@ class Player {
     /// @return the number of steps, each of which drew all of framebuffer 0; 0 when it holds what it held before
     int advance(double seconds);
 
+    /// Whether advance() by that time would draw.
+    bool isDue(double seconds) const { return mDue + seconds >= timeStep; }
+
     /// Draws the next step whatever the time is.
     void drawStep();
 

@@ -31,7 +31,7 @@ class Scene {
 
     /// Makes what depends on the GL context and on the size; the motion goes on where it was.
     /// @param width, height  of framebuffer 0, in pixels
-    /// @param background     an opaque picture of that size
+    /// @param background     an opaque picture, which is stretched over that size
     virtual void setUp(int width, int height, const Picture& background) = 0;
 
     /// The GL context is gone: abandons every GL name without a GL call.

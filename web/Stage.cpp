@@ -1,14 +1,14 @@
-// The scenes for the page's JavaScript, which names a scene by its index in the table.
+// The scenes for the page's JavaScript, which names scenes and grounds by their index in the tables, and players by
+// numbers of its own.
 
-#include "gallery/Background.h"
+#include "gallery/Ground.h"
 #include "gallery/Player.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <emscripten/emscripten.h>
+#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 using namespace tidalume;
 using namespace tidalume::gallery;
@@ -17,16 +17,15 @@ namespace {
 
 struct RunningScene {
     std::unique_ptr<Player> player;
-    // Of the last setUp():
+    Picture ground;
+    // Of the last setUp(); 0 where it is due.
     int width = 0;
     int height = 0;
-    int backgroundVersion = 0;
 };
 
 struct Stage {
-    std::vector<RunningScene> scenes = std::vector<RunningScene>(sceneTable().size());
-    Picture chosen;        // by the visitor; empty for each scene's own ground
-    int chosenVersion = 1; // rises with each choice
+    std::map<int, RunningScene> scenes; // by the number of the player
+    Picture picture;                    // that JavaScript fills or reads
 };
 
 Stage& stage() {
@@ -34,24 +33,8 @@ Stage& stage() {
     return stage;
 }
 
-const SceneEntry& sceneEntry(int scene) {
-    return sceneTable().at(static_cast<std::size_t>(scene));
-}
-
-RunningScene& runningScene(int scene) {
-    return stage().scenes.at(static_cast<std::size_t>(scene));
-}
-
-/// @return whether the scene was set up anew
-bool fit(int scene, int width, int height) {
-    const int version = stage().chosenVersion;
-    RunningScene& running = runningScene(scene);
-    if (running.width == width && running.height == height && running.backgroundVersion == version) return false;
-    running.player->setUp(width, height, makeBackground(stage().chosen, sceneEntry(scene).ground, width, height));
-    running.width = width;
-    running.height = height;
-    running.backgroundVersion = version;
-    return true;
+RunningScene& runningScene(int player) {
+    return stage().scenes.at(player);
 }
 
 std::string quoted(const char* text) {
@@ -85,23 +68,27 @@ std::string describe(const Parameter& parameter, float initial) {
 }
 
 // With the values of all parameters, in their order.
-std::string describe(const Preset& preset, Player& player) {
+std::string describe(const Preset& preset, const SceneEntry& entry, Player& player) {
     player.usePreset(preset.name);
     int index = 0;
     return "{\"name\":" + quoted(preset.name) + ",\"title\":" + quoted(preset.title) +
            ",\"values\":" + list(player.parameters(), [&](const Parameter&) { return number(player.get(index++)); }) +
-           '}';
+           ",\"ground\":" + quoted(groundOf(entry, preset.name)) + '}';
 }
 
 std::string describe(const SceneEntry& entry) {
     Player player(entry, 1);
     int index = 0;
     return "{\"name\":" + quoted(entry.name) + ",\"title\":" + quoted(entry.title) +
-           ",\"sentence\":" + quoted(entry.sentence) + ",\"parameters\":" +
+           ",\"sentence\":" + quoted(entry.sentence) + ",\"ground\":" + quoted(entry.ground) + ",\"parameters\":" +
            list(player.parameters(),
                 [&](const Parameter& parameter) { return describe(parameter, player.get(index++)); }) +
-           ",\"presets\":" + list(player.presets(), [&](const Preset& preset) { return describe(preset, player); }) +
-           '}';
+           ",\"presets\":" +
+           list(player.presets(), [&](const Preset& preset) { return describe(preset, entry, player); }) + '}';
+}
+
+std::string describe(const Ground& ground) {
+    return "{\"name\":" + quoted(ground.name) + ",\"title\":" + quoted(ground.title) + '}';
 }
 
 } // namespace
@@ -114,49 +101,75 @@ EMSCRIPTEN_KEEPALIVE const char* stageScenes() {
     return text.c_str();
 }
 
-/// Starts a scene, or starts it anew.
-EMSCRIPTEN_KEEPALIVE void stageStart(int scene, unsigned seed) {
-    runningScene(scene) = RunningScene();
-    runningScene(scene).player = std::make_unique<Player>(sceneEntry(scene), seed);
+/// The table of grounds, as JSON.
+EMSCRIPTEN_KEEPALIVE const char* stageGrounds() {
+    static const std::string text = list(groundTable(), [](const Ground& ground) { return describe(ground); });
+    return text.c_str();
 }
 
-EMSCRIPTEN_KEEPALIVE void stageSet(int scene, const char* name, float value) {
-    runningScene(scene).player->set(name, value);
+/// Starts a player of that scene, or starts it anew over the same ground.
+EMSCRIPTEN_KEEPALIVE void stageStart(int player, int scene, unsigned seed) {
+    RunningScene& running = stage().scenes[player];
+    running.player = std::make_unique<Player>(sceneTable().at(static_cast<std::size_t>(scene)), seed);
+    running.width = 0;
+}
+
+EMSCRIPTEN_KEEPALIVE void stageSet(int player, const char* name, float value) {
+    runningScene(player).player->set(name, value);
 }
 
 /// @param phase  0 down, 1 move, 2 up, 3 cancelled
-EMSCRIPTEN_KEEPALIVE void stageTouch(int scene, float x, float y, int phase, int pointer) {
-    runningScene(scene).player->touch({x, y, static_cast<TouchPhase>(phase), pointer});
+EMSCRIPTEN_KEEPALIVE void stageTouch(int player, float x, float y, int phase, int pointer) {
+    runningScene(player).player->touch({x, y, static_cast<TouchPhase>(phase), pointer});
 }
 
-/// Draws the next step of a scene that fills a canvas of width x height pixels.
-EMSCRIPTEN_KEEPALIVE void stageStep(int scene, int width, int height) {
-    fit(scene, width, height);
-    runningScene(scene).player->drawStep();
+/// Memory for a picture: RGBA rows from the top, to be filled before stageShowGround().
+EMSCRIPTEN_KEEPALIVE unsigned char* stagePicture(int width, int height) {
+    stage().picture = Picture(width, height);
+    return stage().picture.rgba.data();
 }
 
-/// Advances a scene that fills a canvas of width x height pixels by that many seconds.
+/// Draws a ground into that memory.
+EMSCRIPTEN_KEEPALIVE unsigned char* stageDrawGround(int ground, int width, int height) {
+    stage().picture = groundTable().at(static_cast<std::size_t>(ground)).draw(width, height, 1);
+    return stage().picture.rgba.data();
+}
+
+/// The picture in that memory is the player's ground from the next frame on, stretched over whatever size it has.
+EMSCRIPTEN_KEEPALIVE void stageShowGround(int player) {
+    runningScene(player).ground = std::move(stage().picture);
+    runningScene(player).width = 0;
+}
+
+/// Sets a player that has a ground up for the lower left width x height pixels of the canvas.
+/// @return whether the size or the ground was new, so that this took its time
+EMSCRIPTEN_KEEPALIVE bool stageFit(int player, int width, int height) {
+    RunningScene& running = runningScene(player);
+    if (running.width == width && running.height == height) return false;
+    running.player->setUp(width, height, running.ground);
+    running.width = width;
+    running.height = height;
+    return true;
+}
+
+/// Draws the next step of a player that has been set up.
+EMSCRIPTEN_KEEPALIVE void stageStep(int player) {
+    runningScene(player).player->drawStep();
+}
+
+/// Whether stageAdvance() by that many seconds would draw.
+EMSCRIPTEN_KEEPALIVE bool stageIsDue(int player, double seconds) {
+    return runningScene(player).player->isDue(seconds);
+}
+
+/// Advances a player that has been set up.
 /// @return the number of steps that were drawn; 0 leaves the canvas as it is
-EMSCRIPTEN_KEEPALIVE int stageAdvance(int scene, int width, int height, double seconds) {
-    // A new size or background shows even when no time passes.
-    const bool isNew = fit(scene, width, height);
-    return runningScene(scene).player->advance(isNew ? std::max(seconds, Player::timeStep) : seconds);
-}
-
-/// Memory for the visitor's picture: RGBA rows from the top, to be filled before stageUseBackground().
-EMSCRIPTEN_KEEPALIVE unsigned char* stageBackground(int width, int height) {
-    stage().chosen = Picture(width, height);
-    return stage().chosen.rgba.data();
-}
-
-/// Shows the visitor's picture from the next frame on; after stageBackground(0, 0), each scene's own ground.
-EMSCRIPTEN_KEEPALIVE void stageUseBackground() {
-    ++stage().chosenVersion;
+EMSCRIPTEN_KEEPALIVE int stageAdvance(int player, double seconds) {
+    return runningScene(player).player->advance(seconds);
 }
 
 EMSCRIPTEN_KEEPALIVE void stageContextLost() {
-    for (RunningScene& lost : stage().scenes) {
-        if (!lost.player) continue;
+    for (auto& [number, lost] : stage().scenes) {
         lost.player->contextLost();
         lost.width = 0;
     }

@@ -1,144 +1,252 @@
 import { initialValues, readAddress, writeAddress } from './address.js';
-import { Gallery } from './gallery.js';
+import { codeFor } from './code.js';
+import { Gallery, cardHeight } from './gallery.js';
+import { Hero } from './hero.js';
 import { Stage, Unsupported } from './stage.js';
-import { View } from './view.js';
+import { View, presetOf } from './view.js';
 
 const part = (id) => document.getElementById(id);
+const all = (selector) => document.querySelectorAll(selector);
 
 class Page {
   constructor(stage) {
     this.stage = stage;
-    this.values = stage.scenes.map(initialValues); // of the settings, by scene and name
-    this.seed = 1;
-    this.scene = -1;
+    this.scene = -1; // -1 for the landing
+    // What the visitor left at each scene. The ground is '' where none was chosen.
+    this.states = stage.scenes.map((entry) => ({ values: initialValues(entry), seed: 1, ground: '' }));
+    this.folded = matchMedia('(max-width: 900px), (max-height: 500px)').matches;
+    this.usesPicture = false; // of the visitor, as the ground of every scene
     this.time = performance.now();
-    stage.scenes.forEach((_, scene) => stage.start(scene, this.seed));
+    stage.scenes.forEach((_, scene) => stage.start(scene, 1));
+    this.hero = new Hero(stage, part('hero'), cardHeight, () => this.#setPaused(false));
     this.gallery = new Gallery(part('cards'), stage);
-    this.view = new View(stage, (name, value) => this.#set(name, value), (values) => this.#setAll(values));
+    this.view = new View(stage, {
+      touched: () => this.#setPaused(false),
+      changed: (name, value) => this.#change(name, value),
+      chose: (values) => this.#setAll(values),
+      choseGround: (name) => this.#chooseGround(name),
+    });
+    this.#showFirstLines();
     this.#setPaused(matchMedia('(prefers-reduced-motion: reduce)').matches);
     this.#listen();
     this.#showAddress();
     requestAnimationFrame((time) => this.#draw(time));
   }
 
+  get #entry() {
+    return this.stage.scenes[this.scene];
+  }
+
+  get #state() {
+    return this.states[this.scene];
+  }
+
+  // A preset that its scene's own ground would hide brings another one.
+  #initialGround(scene) {
+    const entry = this.stage.scenes[scene];
+    return (presetOf(entry, this.states[scene].values) ?? entry).ground;
+  }
+
+  // Null for the visitor's picture.
+  #groundOf(scene) {
+    return this.usesPicture ? null : this.states[scene].ground || this.#initialGround(scene);
+  }
+
   #draw(time) {
     requestAnimationFrame((next) => this.#draw(next));
     const seconds = this.paused ? 0 : Math.max(0, time - this.time) / 1000;
     this.time = time;
-    (this.scene < 0 ? this.gallery : this.view).advance(seconds);
+    if (this.scene >= 0) {
+      this.view.advance(seconds);
+    } else if (!this.paused || this.stage.canvas.classList.contains('live')) {
+      this.#drawLanding(seconds);
+    }
+  }
+
+  // The cards use a corner of the canvas, which the hero covers in the same frame.
+  #drawLanding(seconds) {
+    const { hero, gallery } = this;
+    if (!this.paused) gallery.advance(seconds, !hero.inSight || hero.isDue(seconds));
+    if (hero.inSight) hero.advance(seconds);
   }
 
   // Shows the scene and the settings of the address.
   #showAddress() {
-    const { scene, values } = readAddress(location.hash, this.stage.scenes);
+    const { stage } = this;
+    const names = stage.grounds.table.map(({ name }) => name);
+    const { scene, values, seed, ground } = readAddress(location.hash, stage.scenes, names);
     const previous = this.scene;
+    if (previous < 0 && scene < 0 && this.isShown) return; // a link within the landing
+    this.isShown = true;
     this.scene = scene;
-    part('gallery').hidden = scene >= 0;
+    part('landing').hidden = scene >= 0;
     part('view').hidden = scene < 0;
-    document.title = scene < 0 ? 'Tidalume' : `${this.stage.scenes[scene].title} · Tidalume`;
+    document.title = scene < 0 ? 'Tidalume' : `${stage.scenes[scene].title} · Tidalume`;
     if (scene < 0) {
+      this.view.leave();
+      this.hero.enter();
       this.gallery.cards[previous]?.link.focus();
+      document.getElementById(location.hash.slice(1))?.scrollIntoView();
       return;
     }
-    this.values[scene] = values;
+    if (seed !== this.states[scene].seed) stage.start(scene, seed);
+    this.states[scene] = { values, seed, ground };
+    this.view.enter(scene, this.paused, (neighbour) => this.#address(neighbour));
     this.#applySettings();
+    this.#fold(this.folded);
     scrollTo(0, 0);
   }
 
   #navigate() {
-    const isFromGallery = this.scene < 0;
+    const isFromLanding = this.scene < 0;
     this.#showAddress();
-    if (isFromGallery && this.scene >= 0) this.stage.canvas.focus({ preventScroll: true });
-  }
-
-  #set(name, value) {
-    this.values[this.scene][name] = value;
-    this.stage.set(this.scene, name, value);
-    this.#writeAddress();
+    if (isFromLanding && this.scene >= 0) this.stage.canvas.focus({ preventScroll: true });
   }
 
   #address(scene) {
-    return writeAddress(this.stage.scenes[scene], this.values[scene]);
+    return writeAddress(this.stage.scenes[scene], this.states[scene]);
   }
 
   #applySettings() {
-    const values = this.values[this.scene];
-    for (const [name, value] of Object.entries(values)) this.stage.set(this.scene, name, value);
-    this.view.show(this.scene, values, (scene) => this.#address(scene));
-    this.#writeAddress();
+    for (const [name, value] of Object.entries(this.#state.values)) this.stage.set(this.scene, name, value);
+    this.view.show(this.#state.values, this.#groundOf(this.scene));
+    this.#applied();
   }
 
   // Every link to a scene holds the settings that the visitor left there.
-  #writeAddress() {
+  #applied() {
+    this.stage.scenes.forEach((_, scene) => this.stage.grounds.use(scene, this.#groundOf(scene)));
+    this.view.refresh(this.#state.values, this.#groundOf(this.scene));
     const address = this.#address(this.scene);
     history.replaceState(null, '', address);
     this.gallery.cards[this.scene].link.href = address;
   }
 
-  #setPaused(paused) {
-    this.paused = paused;
-    for (const button of document.querySelectorAll('.pause')) button.textContent = paused ? 'Play' : 'Pause';
-  }
-
-  #restart() {
-    this.stage.start(this.scene, ++this.seed);
-    this.#applySettings();
+  #change(name, value) {
+    this.#state.values[name] = value;
+    this.stage.set(this.scene, name, value);
+    this.#applied();
   }
 
   #setAll(values) {
-    this.values[this.scene] = values;
+    this.#state.values = values;
     this.#applySettings();
   }
 
-  async #copyLink() {
+  #chooseGround(name) {
+    this.usesPicture = name === null;
+    if (name !== null) this.#state.ground = name === this.#initialGround(this.scene) ? '' : name;
+    this.#applied();
+  }
+
+  async #choosePicture(file) {
     try {
-      await navigator.clipboard.writeText(location.href);
-      showMessage('The link is copied. It holds the effect and its settings.');
+      await this.stage.grounds.readPicture(file);
     } catch {
-      showMessage('Please copy the address of this page. It holds the effect and its settings.');
+      showMessage(`${file.name} is not a picture that this browser can read.`);
+      return;
+    }
+    this.view.grounds.drawOwn();
+    this.#chooseGround(null);
+    showMessage(`${file.name} is the ground now.`);
+  }
+
+  #setPaused(paused) {
+    this.paused = paused;
+    this.hero.isStill = paused;
+    document.body.classList.toggle('paused', paused);
+    for (const button of all('.pause span')) button.textContent = paused ? 'Play' : 'Pause';
+  }
+
+  #restart() {
+    this.stage.start(this.scene, ++this.#state.seed);
+    this.view.restart(this.paused);
+    this.#applySettings();
+  }
+
+  #fold(folded) {
+    this.folded = folded;
+    part('panel').hidden = folded;
+    part('fold').ariaExpanded = String(!folded);
+    part('view').classList.toggle('folded', folded);
+    if (!folded) this.view.grounds.draw();
+  }
+
+  #save() {
+    this.view.save((blob) => {
+      const link = document.createElement('a');
+      link.href = URL.createObjectURL(blob);
+      link.download = `tidalume-${this.#entry.name}.png`;
+      link.click();
+      URL.revokeObjectURL(link.href);
+    });
+  }
+
+  #toggleFullScreen() {
+    if (document.fullscreenElement) document.exitFullscreen();
+    else document.documentElement.requestFullscreen();
+  }
+
+  #showTab(name) {
+    for (const tab of all('[role=tab]')) {
+      tab.ariaSelected = String(tab.id === name);
+      tab.tabIndex = tab.id === name ? 0 : -1;
+      part(tab.getAttribute('aria-controls')).hidden = tab.id !== name;
     }
   }
 
-  async #showBackground(file) {
-    try {
-      await this.stage.showBackground(file);
-      showMessage(`${file.name} is the background now.`);
-    } catch {
-      showMessage(`${file.name} is not a picture that this browser can read.`);
+  #showFirstLines() {
+    const [entry] = this.stage.scenes;
+    for (const element of all('[data-language]')) {
+      element.textContent = codeFor(element.dataset.language, entry, initialValues(entry));
     }
   }
 
   #press(event) {
     const { key, target } = event;
-    if (event.ctrlKey || event.altKey || event.metaKey) return;
+    if (event.ctrlKey || event.altKey || event.metaKey || this.scene < 0) return;
     const actions = {
-      Escape: () => { location.hash = ''; },
-      ' ': () => this.#setPaused(!this.paused),
+      p: () => this.#setPaused(!this.paused),
       r: () => this.#restart(),
-      ArrowLeft: () => part('previous').click(),
-      ArrowRight: () => part('next').click(),
+      f: () => this.#toggleFullScreen(),
+      s: () => this.#save(),
+      ',': () => part('previous').click(),
+      '.': () => part('next').click(),
     };
-    const belongsToControl = target.closest('input, select') || (key === ' ' && target.closest('button, label'));
-    const isForView = key !== ' ';
-    if (!actions[key] || (belongsToControl && key !== 'Escape') || (isForView && this.scene < 0)) return;
-    event.preventDefault();
-    actions[key]();
+    if (key === 'Escape' && !document.fullscreenElement) {
+      location.hash = '';
+    } else if (actions[key] && (target === document.body || target === this.stage.canvas)) {
+      event.preventDefault();
+      actions[key]();
+    }
   }
 
   #listen() {
+    const onClick = (id, action) => part(id).addEventListener('click', action);
     addEventListener('hashchange', () => this.#navigate());
     addEventListener('keydown', (event) => this.#press(event));
-    for (const button of document.querySelectorAll('.pause')) {
-      button.addEventListener('click', () => this.#setPaused(!this.paused));
-    }
-    part('restart').addEventListener('click', () => this.#restart());
-    part('reset').addEventListener('click', () => this.#setAll(initialValues(this.stage.scenes[this.scene])));
-    part('copy').addEventListener('click', () => this.#copyLink());
-    part('own-ground').addEventListener('click', () => this.stage.showOwnGrounds());
+    for (const button of all('.pause')) button.addEventListener('click', () => this.#setPaused(!this.paused));
+    onClick('restart', () => this.#restart());
+    onClick('reset', () => this.#setAll(initialValues(this.#entry)));
+    onClick('fold', () => this.#fold(!this.folded));
+    onClick('save', () => this.#save());
+    onClick('full', () => this.#toggleFullScreen());
+    onClick('copy', () => copy(location.href, 'The link is copied. It holds the effect and its settings.'));
+    onClick('copy-code', () => copy(part('code-tab').querySelector('code').textContent, 'The code is copied.'));
+    part('full').hidden = !document.fullscreenEnabled;
     part('file').addEventListener('change', ({ target }) => {
-      if (target.files[0]) this.#showBackground(target.files[0]);
+      if (target.files[0]) this.#choosePicture(target.files[0]);
       target.value = '';
     });
+    for (const tab of all('[role=tab]')) {
+      tab.addEventListener('click', () => this.#showTab(tab.id));
+      tab.addEventListener('keydown', ({ key }) => {
+        if (key !== 'ArrowLeft' && key !== 'ArrowRight') return;
+        const other = tab.nextElementSibling ?? tab.previousElementSibling;
+        this.#showTab(other.id);
+        other.focus();
+      });
+    }
     this.#listenForDrops();
   }
 
@@ -153,8 +261,17 @@ class Page {
       event.preventDefault();
       showDragging(false);
       const [file] = event.dataTransfer.files;
-      if (file) this.#showBackground(file);
+      if (file && this.scene >= 0) this.#choosePicture(file);
     });
+  }
+}
+
+async function copy(text, done) {
+  try {
+    await navigator.clipboard.writeText(text);
+    showMessage(done);
+  } catch {
+    showMessage('This browser lets no page copy. Please select the text and copy it, or the address of this page.');
   }
 }
 
@@ -164,12 +281,34 @@ function showMessage(text) {
   showMessage.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
 }
 
+function showLoaded(bytes, total) {
+  const bar = part('loading');
+  if (total > 0) Object.assign(bar, { max: total, value: bytes });
+}
+
+function showFailure(error) {
+  part('view').hidden = true;
+  part('landing').hidden = false;
+  part('failure').hidden = false;
+  part('failure').querySelector('p').textContent = error instanceof Unsupported ? error.message :
+    `The effects did not load: ${error.message} Please check the connection and try again.`;
+  part('again').addEventListener('click', () => location.reload());
+}
+
+// A link to a scene shows its poster meanwhile.
+function showLinked() {
+  const name = location.hash.slice(1).split('&')[0];
+  if (!document.querySelector(`.card[data-scene="${CSS.escape(name)}"]`)) return;
+  part('landing').hidden = true;
+  part('view').hidden = false;
+  part('poster').src = `posters/${name}.webp`;
+}
+
+showLinked();
 try {
-  new Page(await Stage.create(document.createElement('canvas')));
+  new Page(await Stage.create(document.createElement('canvas'), showLoaded));
 } catch (error) {
-  const alert = document.createElement('p');
-  alert.className = 'alert';
-  alert.setAttribute('role', 'alert');
-  alert.textContent = error instanceof Unsupported ? error.message : `The effects did not start: ${error.message}`;
-  part('cards').before(alert);
+  showFailure(error);
+} finally {
+  part('loading').hidden = true;
 }

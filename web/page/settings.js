@@ -11,36 +11,49 @@ export class Settings {
   }
 
   #row(parameter, value) {
+    const { name, label: title, sentence, unit } = parameter;
+    const row = document.createElement('div');
+    row.className = 'setting';
     const label = document.createElement('label');
-    const controls = parameter.choices.length > 0 ? this.#list(parameter, value) : this.#slider(parameter, value);
-    label.title = parameter.unit ? `${parameter.sentence} In ${parameter.unit}.` : parameter.sentence;
-    label.append(parameter.label, ...controls);
-    return label;
+    label.htmlFor = `set-${name}`;
+    label.textContent = title;
+    const says = document.createElement('p');
+    says.id = `says-${name}`;
+    says.textContent = unit ? `${sentence} In ${unit}.` : sentence;
+    const control = document.createElement(parameter.choices.length > 0 ? 'select' : 'input');
+    control.id = label.htmlFor;
+    control.name = name;
+    control.setAttribute('aria-describedby', says.id);
+    row.append(label, control, says);
+    if (parameter.choices.length > 0) {
+      this.#fillList(control, parameter, value);
+    } else {
+      label.after(this.#fillSlider(control, parameter, value));
+    }
+    return row;
   }
 
-  #list({ name, choices }, value) {
-    const list = document.createElement('select');
-    list.name = name;
+  #fillList(list, { name, choices }, value) {
     list.append(...choices.map((choice, index) => new Option(choice, index)));
     list.selectedIndex = value;
     list.addEventListener('change', () => this.changed(name, list.selectedIndex));
-    return [list];
   }
 
-  #slider(parameter, value) {
+  /** Returns the number beside it, which readers of screens get from the slider. */
+  #fillSlider(slider, parameter, value) {
     const { name, minimum: min, maximum: max } = parameter;
-    const output = document.createElement('output');
-    const slider = document.createElement('input');
+    const number = document.createElement('span');
+    number.ariaHidden = 'true';
     const step = stepOf(parameter);
-    Object.assign(slider, { type: 'range', name, min, max, step, value });
+    Object.assign(slider, { type: 'range', min, max, step, value });
     const decimals = Math.max(0, -Math.floor(Math.log10(step)));
-    const print = () => { output.textContent = slider.valueAsNumber.toFixed(decimals); };
+    const print = () => { number.textContent = slider.valueAsNumber.toFixed(decimals); };
     slider.addEventListener('input', () => {
       print();
       this.changed(name, slider.valueAsNumber);
     });
     print();
-    return [output, slider];
+    return number;
   }
 }
 

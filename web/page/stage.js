@@ -1,18 +1,21 @@
+import { Grounds } from './grounds.js';
 import createModule from './tidalume.js';
 
 /** The effects cannot run here. The message is for the visitor. */
 export class Unsupported extends Error {}
 
-const maxBackgroundSide = 2048;
-
-/** The scenes, which take turns on one WebGL canvas. A scene is named by its index in `scenes`. */
+/**
+ * Players of the scenes, which take turns on one WebGL canvas. A scene is named by its index in `scenes`, a player by a
+ * number; each scene's first player has the scene's own.
+ */
 export class Stage {
   /**
    * Throws Unsupported where the browser lacks what the effects need.
    * @param {HTMLCanvasElement} canvas  without a context
+   * @param loaded  called with how many bytes of the module are there, and of how many; 0 where that is not known
    */
-  static async create(canvas) {
-    const module = createModule(); // fetched while the browser makes the context
+  static async create(canvas, loaded = () => {}) {
+    const binary = fetchBytes(new URL('tidalume.wasm', import.meta.url), loaded); // while the browser makes the context
     const settings = { alpha: false, antialias: false, depth: false, stencil: false };
     const gl = canvas.getContext('webgl2', settings);
     if (!gl) {
@@ -23,7 +26,11 @@ export class Stage {
       throw new Unsupported('The graphics driver of this device cannot draw into floating-point textures ' +
         '(EXT_color_buffer_float or EXT_color_buffer_half_float), in which the effects keep their waves.');
     }
-    return new Stage(canvas, gl, await module);
+    if (!globalThis.WebAssembly) {
+      throw new Unsupported('This browser does not run WebAssembly, or has it switched off, as a strict safety mode ' +
+        'does. Please allow it for this page.');
+    }
+    return new Stage(canvas, gl, await createModule({ wasmBinary: await binary }));
   }
 
   constructor(canvas, gl, module) {
@@ -32,6 +39,8 @@ export class Stage {
     this.module = module;
     this.lost = false;
     this.scenes = JSON.parse(module.UTF8ToString(module._stageScenes()));
+    this.grounds = new Grounds(module, (player) => this.sceneOf[player].ground);
+    this.sceneOf = []; // by player
     this.driver = gl.getParameter(gl.getExtension('WEBGL_debug_renderer_info')?.UNMASKED_RENDERER_WEBGL ?? gl.RENDERER);
     this.#registerContext();
     canvas.addEventListener('webglcontextlost', (event) => {
@@ -52,29 +61,45 @@ export class Stage {
     this.module.GL.makeContextCurrent(this.context);
   }
 
-  /** Starts a scene, or starts it anew. */
-  start(scene, seed) {
-    this.module._stageStart(scene, seed);
+  /** Starts a player of a scene, or starts it anew. */
+  start(player, seed, scene = player) {
+    this.sceneOf[player] = this.scenes[scene];
+    this.module._stageStart(player, scene, seed);
   }
 
-  set(scene, name, value) {
-    this.module.ccall('stageSet', null, ['number', 'string', 'number'], [scene, name, value]);
+  set(player, name, value) {
+    this.module.ccall('stageSet', null, ['number', 'string', 'number'], [player, name, value]);
   }
 
-  /** @param phase  'down', 'move', 'up' or 'cancel';  x, y in pixels of the canvas from the upper left;  pointer from 0 */
-  touch(scene, phase, x, y, pointer) {
-    this.module._stageTouch(scene, x, y, ['down', 'move', 'up', 'cancel'].indexOf(phase), pointer);
+  /** @param phase  'down', 'move', 'up' or 'cancel';  x, y in pixels of the player from the upper left;  finger from 0 */
+  touch(player, phase, x, y, finger) {
+    this.module._stageTouch(player, x, y, ['down', 'move', 'up', 'cancel'].indexOf(phase), finger);
   }
 
-  /** Advances a scene by a time in seconds. Returns whether the canvas shows a new picture. */
-  advance(scene, seconds) {
-    if (this.lost || this.gl.isContextLost()) return false;
-    return this.module._stageAdvance(scene, this.canvas.width, this.canvas.height, seconds) > 0;
+  /**
+   * Makes a player fill the lower left width x height pixels of the canvas.
+   * @return whether something was new, so that this took its time and a frame is due
+   */
+  fit(player, width, height) {
+    if (this.#isLost()) return false;
+    this.grounds.fit(player, width, height);
+    return Boolean(this.module._stageFit(player, width, height));
   }
 
-  /** Draws the scene's next step. */
-  step(scene) {
-    this.module._stageStep(scene, this.canvas.width, this.canvas.height);
+  /** Whether advance() by a time in seconds would draw. */
+  isDue(player, seconds) {
+    return Boolean(this.module._stageIsDue(player, seconds));
+  }
+
+  /** Advances a player that fits by a time in seconds. Returns whether the canvas shows a new picture. */
+  advance(player, seconds) {
+    return !this.#isLost() && this.module._stageAdvance(player, seconds) > 0;
+  }
+
+  /** Draws a player's next step, on the whole canvas. */
+  step(player) {
+    this.fit(player, this.canvas.width, this.canvas.height);
+    this.module._stageStep(player);
   }
 
   /** Sets the size of the canvas in pixels. The same size leaves the picture as it is. */
@@ -83,23 +108,23 @@ export class Stage {
     if (this.canvas.height !== height) this.canvas.height = height;
   }
 
-  /** Shows a picture file in the scenes that have a background. Throws if the browser cannot read the file. */
-  async showBackground(file) {
-    const bitmap = await createImageBitmap(file);
-    const scale = Math.min(1, maxBackgroundSide / Math.max(bitmap.width, bitmap.height));
-    const width = Math.max(1, Math.round(bitmap.width * scale));
-    const height = Math.max(1, Math.round(bitmap.height * scale));
-    const context = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });
-    context.imageSmoothingQuality = 'high';
-    context.drawImage(bitmap, 0, 0, width, height);
-    bitmap.close();
-    const address = this.module._stageBackground(width, height);
-    this.module.HEAPU8.set(context.getImageData(0, 0, width, height).data, address);
-    this.module._stageUseBackground();
+  #isLost() {
+    return this.lost || this.gl.isContextLost();
   }
+}
 
-  showOwnGrounds() {
-    this.module._stageBackground(0, 0);
-    this.module._stageUseBackground();
+async function fetchBytes(url, loaded) {
+  const response = await fetch(url);
+  if (!response.ok) throw new Error(`${url.pathname} was not found (${response.status}).`);
+  // Of a compressed file the length says nothing about the bytes that come out.
+  const total = response.headers.get('content-encoding') ? 0 : Number(response.headers.get('content-length'));
+  const chunks = [];
+  let length = 0;
+  const reader = response.body.getReader();
+  for (let part = await reader.read(); !part.done; part = await reader.read()) {
+    chunks.push(part.value);
+    length += part.value.length;
+    loaded(length, total);
   }
+  return new Blob(chunks).arrayBuffer();
 }

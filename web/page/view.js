@@ -1,140 +1,156 @@
+import { CodeTab } from './code-tab.js';
+import { GroundChoice } from './ground-choice.js';
+import { presetValues } from './presets.js';
 import { Settings } from './settings.js';
+import { Surface } from './surface.js';
+import { KeyTouches, Touches } from './touches.js';
 
-const maxPixels = 1.5e6;
-const pointerCount = 10;
-const timeStep = 1 / 60; // of every scene, in seconds
+const stepsAhead = 120; // which a still shows
+const frameBudget = 10; // milliseconds of each frame of the page in which it is run ahead
 
 const part = (id) => document.getElementById(id);
 
 /** One scene in the full view, to be touched. */
 export class View {
   /**
-   * @param changed  called with (name, value) when a person changes a setting
-   * @param chosen   called with the values of all settings, by name, when a person chooses a preset
+   * @param page  gets what a person does: touched(), changed(name, value) for a setting, chose(values) for a preset,
+   *              choseGround(name), where null is the visitor's own picture, and chosePicture(file)
    */
-  constructor(stage, changed, chosen) {
+  constructor(stage, page) {
     this.stage = stage;
     this.scene = -1;
-    this.needsRedraw = false; // the scene or a setting is new
-    this.scale = 1; // of the resolution; below 1 where the machine is too slow for the full one
-    this.pointers = new Array(pointerCount).fill(null); // ids of the pointers that are down
+    this.ahead = 0; // steps that are left to be run before the picture shows
+    this.picture = null; // what to do with the next picture
+    this.surface = new Surface(stage, part('frame'));
     this.settings = new Settings(part('settings'), (name, value) => {
-      this.needsRedraw = true;
-      changed(name, value);
+      this.surface.needsRedraw = true;
+      page.changed(name, value);
     });
-    this.chosen = chosen;
-    this.clock = new FrameClock();
+    this.grounds = new GroundChoice(part('grounds'), stage.grounds, page);
+    this.codeTab = new CodeTab(part('code-tab'));
+    this.page = page;
+    this.time = part('time');
     part('driver').textContent = stage.driver;
     const { canvas } = stage;
-    canvas.tabIndex = 0;
-    part('frame').append(canvas);
-    for (const type of ['pointerdown', 'pointermove', 'pointerup', 'pointercancel']) {
-      canvas.addEventListener(type, (event) => this.#point(event));
-    }
-    for (const type of ['keydown', 'keyup']) {
-      canvas.addEventListener(type, (event) => this.#touchMiddle(event));
-    }
+    const send = (phase, x, y, finger) => {
+      if (this.scene < 0) return;
+      if (phase === 'down') page.touched();
+      stage.touch(this.scene, phase, x * canvas.width, y * canvas.height, finger);
+    };
+    this.touches = new Touches(part('frame'), send);
+    this.keys = new KeyTouches(canvas, part('mark'), send);
     for (const type of ['webglcontextlost', 'webglcontextrestored']) {
-      canvas.addEventListener(type, () => {
-        part('lost').hidden = !stage.lost;
-        this.clock.restart();
-      });
+      canvas.addEventListener(type, () => { part('lost').hidden = !stage.lost; });
     }
-    document.addEventListener('visibilitychange', () => this.clock.restart());
   }
 
   /** @param address  of a scene */
-  show(scene, values, address) {
+  enter(scene, isStill, address) {
     const { scenes, canvas } = this.stage;
     const neighbour = (offset) => address((scene + offset + scenes.length) % scenes.length);
     const entry = scenes[scene];
+    this.leave();
     this.scene = scene;
-    this.needsRedraw = true;
-    this.scale = 1;
-    part('title').textContent = entry.title;
+    part('title').textContent = part('name').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
     part('previous').href = neighbour(-1);
     part('next').href = neighbour(1);
-    canvas.setAttribute('aria-label', `${entry.title}. ${entry.sentence}`);
-    this.#showPresets(entry);
+    part('poster').src = `posters/${entry.name}.webp`;
+    canvas.tabIndex = 0;
+    canvas.ariaHidden = null;
+    canvas.role = 'application';
+    canvas.ariaLabel = `${entry.title}. ${entry.sentence} Arrow keys move a point, the space bar touches there.`;
+    canvas.classList.remove('live'); // the poster shows until there is a picture
+    this.surface.enter();
+    this.restart(isStill);
+    this.time.textContent = '';
+    part('panel').scrollTop = 0;
+  }
+
+  /** The scene begins anew. */
+  restart(isStill) {
+    this.#liftFingers();
+    this.ahead = isStill ? stepsAhead : 0;
+  }
+
+  leave() {
+    this.#liftFingers();
+    this.scene = -1;
+  }
+
+  // They stay without effect until they are put down again.
+  #liftFingers() {
+    this.touches.cancel();
+    this.keys.cancel();
+  }
+
+  /** Shows the settings in the panel. `ground` is the name of the ground, or null for the visitor's picture. */
+  show(values, ground) {
+    const entry = this.stage.scenes[this.scene];
+    this.surface.needsRedraw = true;
     this.settings.show(entry.parameters, values);
-    this.#fitCanvas(); // before the first touch, which is in pixels of the canvas
-    this.#showTime('–');
-    this.clock.restart();
+    this.#listPresets(entry);
+    this.refresh(values, ground);
   }
 
-  /** Advances by a time in seconds. A new scene or setting shows, by one step, even when no time passes. */
+  /** Shows in the panel what follows from the settings. */
+  refresh(values, ground) {
+    const entry = this.stage.scenes[this.scene];
+    this.grounds.show(ground);
+    this.codeTab.show(entry, values);
+    const preset = presetOf(entry, values);
+    for (const button of part('presets').children) button.ariaPressed = String(button.name === preset?.name);
+  }
+
+  /** Calls back with the next picture as a blob of a PNG. */
+  save(done) {
+    this.picture = done;
+    this.surface.needsRedraw = true;
+  }
+
+  /** Advances by a time in seconds. */
   advance(seconds) {
-    const isTouched = this.pointers.some((id) => id !== null); // in pixels of the canvas, whose size must not change
-    if (!isTouched) this.#fitCanvas();
-    if (seconds === 0) this.clock.restart();
-    if (!this.stage.advance(this.scene, seconds === 0 && this.needsRedraw ? timeStep : seconds)) return;
-    this.needsRedraw = false;
-    const milliseconds = this.clock.tick();
-    if (milliseconds === null) return;
-    this.#showTime(milliseconds.toFixed(1));
-    if (milliseconds > 45 && !isTouched) this.scale = Math.max(0.5, this.scale * 0.75);
+    const { canvas } = this.stage;
+    if (this.ahead > 0 && seconds === 0) {
+      this.#runAhead();
+      if (this.ahead > 0) return;
+    }
+    this.ahead = 0;
+    if (!this.surface.advance(this.scene, seconds, this.touches.areDown)) return;
+    canvas.classList.add('live');
+    const { framesPerSecond } = this.surface.pace;
+    const frames = framesPerSecond === null ? '' : `${framesPerSecond} frames a second, `;
+    const text = `${frames}${canvas.width} × ${canvas.height} pixels`;
+    if (this.time.textContent !== text) this.time.textContent = text;
+    if (this.picture) canvas.toBlob(this.picture);
+    this.picture = null;
   }
 
-  #showPresets({ parameters, presets }) {
-    part('presets').hidden = presets.length < 2;
-    part('presets').replaceChildren(...presets.map(({ title, values }) => {
+  #runAhead() {
+    const end = performance.now() + frameBudget;
+    while (this.ahead > 0 && performance.now() < end && !this.stage.lost) {
+      this.stage.step(this.scene);
+      --this.ahead;
+    }
+    this.surface.needsRedraw = true;
+  }
+
+  #listPresets(entry) {
+    part('presets').hidden = entry.presets.length < 2;
+    part('presets').replaceChildren(...entry.presets.map((preset) => {
       const button = document.createElement('button');
       button.type = 'button';
-      button.textContent = title;
-      button.addEventListener('click', () => {
-        this.chosen(Object.fromEntries(parameters.map(({ name }, index) => [name, values[index]])));
-      });
+      button.name = preset.name;
+      button.textContent = preset.title;
+      button.addEventListener('click', () => this.page.chose(presetValues(entry, preset)));
       return button;
     }));
   }
-
-  #showTime(milliseconds) {
-    const { width, height } = this.stage.canvas;
-    part('time').textContent = `${milliseconds} ms per frame, ${width} × ${height} pixels`;
-  }
-
-  #fitCanvas() {
-    const { clientWidth, clientHeight } = part('frame');
-    const ratio = Math.min(2, devicePixelRatio, Math.sqrt(maxPixels / (clientWidth * clientHeight))) * this.scale;
-    this.stage.resize(Math.max(1, Math.round(clientWidth * ratio)), Math.max(1, Math.round(clientHeight * ratio)));
-  }
-
-  #point(event) {
-    const isStart = event.type === 'pointerdown';
-    const slot = this.pointers.indexOf(isStart ? null : event.pointerId);
-    if (slot < 0) return;
-    const { canvas } = this.stage;
-    if (isStart) canvas.setPointerCapture(event.pointerId);
-    const isEnd = event.type === 'pointerup' || event.type === 'pointercancel';
-    this.pointers[slot] = isEnd ? null : event.pointerId;
-    const phase = { pointerdown: 'down', pointermove: 'move', pointerup: 'up', pointercancel: 'cancel' }[event.type];
-    this.stage.touch(this.scene, phase, event.offsetX * canvas.width / canvas.clientWidth,
-      event.offsetY * canvas.height / canvas.clientHeight, slot);
-  }
-
-  #touchMiddle(event) {
-    if (event.key !== 'Enter' || event.repeat) return;
-    const { canvas } = this.stage;
-    this.stage.touch(this.scene, event.type === 'keydown' ? 'down' : 'up', canvas.width / 2, canvas.height / 2, 0);
-  }
 }
 
-/** Averages the time between frames over half a second. */
-class FrameClock {
-  /** To be called while no frames are drawn, too: that time does not count. */
-  restart() {
-    this.start = performance.now();
-    this.frames = 0;
-  }
-
-  /** The average in milliseconds, or null while it is being measured. */
-  tick() {
-    ++this.frames;
-    const elapsed = performance.now() - this.start;
-    if (elapsed < 500) return null;
-    const average = elapsed / this.frames;
-    this.restart();
-    return average;
-  }
+/** The preset that has exactly these values. */
+export function presetOf(entry, values) {
+  return entry.presets.find((preset) => {
+    return entry.parameters.every(({ name }, index) => preset.values[index] === values[name]);
+  });
 }

@@ -1,0 +1,52 @@
+import { presetValues } from './presets.js';
+import { Surface } from './surface.js';
+import { Touches } from './touches.js';
+
+const preset = 'pool';
+const rain = 1.5; // drops a second, so that the water is never still for long
+
+/** Water that fills the top of the page and follows the mouse. */
+export class Hero {
+  /**
+   * @param smallest  pixels that the canvas has in both directions at least
+   * @param touched   called when a person presses on the water
+   */
+  constructor(stage, element, smallest, touched) {
+    this.stage = stage;
+    this.player = stage.scenes.length; // after the scenes' own
+    this.surface = new Surface(stage, element, smallest);
+    this.inSight = true;
+    this.isStill = false; // the mouse moves nothing
+    const scene = stage.scenes.findIndex(({ name }) => name === 'water');
+    const entry = stage.scenes[scene];
+    const values = { ...presetValues(entry, entry.presets.find(({ name }) => name === preset)), rain };
+    stage.start(this.player, 1, scene);
+    for (const [name, value] of Object.entries(values)) stage.set(this.player, name, value);
+    new IntersectionObserver(([{ isIntersecting }]) => { this.inSight = isIntersecting; }, { rootMargin: '80px' })
+      .observe(element);
+    this.touches = new Touches(element, (phase, x, y, finger) => {
+      const { width, height } = stage.canvas;
+      if (!this.isStill) stage.touch(this.player, phase, x * width, y * height, finger);
+    }, true);
+    element.addEventListener('pointerdown', touched);
+  }
+
+  enter() {
+    const { canvas } = this.stage;
+    canvas.removeAttribute('tabindex');
+    canvas.removeAttribute('role');
+    canvas.removeAttribute('aria-label');
+    canvas.ariaHidden = 'true';
+    canvas.classList.remove('live'); // the poster shows until there is a picture
+    this.touches.cancel();
+    this.surface.enter();
+  }
+
+  isDue(seconds) {
+    return this.surface.isDue(this.player, seconds);
+  }
+
+  advance(seconds) {
+    if (this.surface.advance(this.player, seconds)) this.stage.canvas.classList.add('live');
+  }
+}
