@@ -14,11 +14,8 @@ const page = await browser.newPage({
   baseURL: 'http://localhost', colorScheme: 'dark', viewport: { width: 900, height: 560 },
 });
 await page.route('**', (route) => route.fulfill({ path: join(root, new URL(route.request().url()).pathname) }));
-await page.goto('/out/web/index.html');
-await page.locator('canvas').first().waitFor({ state: 'visible' });
-await page.waitForTimeout(1000);
-await page.mouse.move(150, 330);
-await page.mouse.move(760, 250, { steps: 60 });
-await page.waitForTimeout(500);
+await page.goto('/out/web/index.html#water');
+await page.waitForSelector('#frame canvas.live');
+await page.waitForTimeout(2500);
 await page.screenshot({ path: process.argv[2] });
 await browser.close();

@@ -2,7 +2,8 @@ import { initialValues, readAddress, writeAddress } from './address.js';
 import { codeFor } from './code.js';
 import { Gallery, cardHeight } from './gallery.js';
 import { Hero } from './hero.js';
-import { Stage, Unsupported } from './stage.js';
+import { copy, showFailure, showLoaded, showMessage } from './notices.js';
+import { Stage } from './stage.js';
 import { View, presetOf } from './view.js';
 
 const part = (id) => document.getElementById(id);
@@ -14,7 +15,7 @@ class Page {
     this.scene = -1; // -1 for the landing
     // What the visitor left at each scene. The ground is '' where none was chosen.
     this.states = stage.scenes.map((entry) => ({ values: initialValues(entry), seed: 1, ground: '' }));
-    this.folded = matchMedia('(max-width: 900px), (max-height: 500px)').matches;
+    this.folded = matchMedia('(max-width: 860px), (max-height: 500px)').matches;
     this.usesPicture = false; // of the visitor, as the ground of every scene
     this.time = performance.now();
     stage.scenes.forEach((_, scene) => stage.start(scene, 1));
@@ -155,7 +156,7 @@ class Page {
     this.paused = paused;
     this.hero.isStill = paused;
     document.body.classList.toggle('paused', paused);
-    for (const button of all('.pause span')) button.textContent = paused ? 'Play' : 'Pause';
+    for (const button of all('.pause')) button.ariaLabel = paused ? 'Play' : 'Pause';
   }
 
   #restart() {
@@ -264,35 +265,6 @@ class Page {
       if (file && this.scene >= 0) this.#choosePicture(file);
     });
   }
-}
-
-async function copy(text, done) {
-  try {
-    await navigator.clipboard.writeText(text);
-    showMessage(done);
-  } catch {
-    showMessage('This browser lets no page copy. Please select the text and copy it, or the address of this page.');
-  }
-}
-
-function showMessage(text) {
-  part('message').textContent = text;
-  clearTimeout(showMessage.timer);
-  showMessage.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
-}
-
-function showLoaded(bytes, total) {
-  const bar = part('loading');
-  if (total > 0) Object.assign(bar, { max: total, value: bytes });
-}
-
-function showFailure(error) {
-  part('view').hidden = true;
-  part('landing').hidden = false;
-  part('failure').hidden = false;
-  part('failure').querySelector('p').textContent = error instanceof Unsupported ? error.message :
-    `The effects did not load: ${error.message} Please check the connection and try again.`;
-  part('again').addEventListener('click', () => location.reload());
 }
 
 // A link to a scene shows its poster meanwhile.
