@@ -87,7 +87,7 @@ test('a link holds all settings of its scene, whatever the tab has shown before'
     [() => follow(page, '#particles&hue=90'), '#particles&hue=90', { touchRadius: '0.09', hue: '90' }],
     [() => follow(page, '#water&simulation=1'), '#water&simulation=1', { simulation: '1' }],
     [() => page.goBack(), '#particles&hue=90', { touchRadius: '0.09', hue: '90' }],
-    [() => follow(page, '#particles&touchRadius=lots&colour=3&opacity=-1e9&hue=1e9'), '#particles&hue=180&opacity=0', {}],
+    [() => follow(page, '#particles&touchRadius=lots&colour=3&opacity=-9&hue=1e9'), '#particles&hue=180&opacity=0', {}],
     [() => page.click('#reset'), '#particles', { opacity: '1' }],
     [() => follow(page, '#water&simulation=1.4'), '#water&simulation=1', { simulation: '1' }],
     [() => page.click('#restart'), '#water&simulation=1&seed=2', { simulation: '1' }],

@@ -8,7 +8,8 @@ export const cardHeight = 360;
 export class Gallery {
   constructor(element, stage) {
     this.stage = stage;
-    this.cards = stage.scenes.map(({ name }, scene) => new Card(element.querySelector(`[data-scene="${name}"]`), scene));
+    const linkTo = (name) => element.querySelector(`[data-scene="${name}"]`);
+    this.cards = stage.scenes.map(({ name }, scene) => new Card(linkTo(name), scene));
     this.next = 0; // index of the next card to advance
     const observer = new IntersectionObserver((changes) => {
       for (const { target, isIntersecting } of changes) this.#cardOf(target).visible = isIntersecting;

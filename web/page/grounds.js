@@ -2,8 +2,8 @@ const smallArea = 100_000; // pixels of a ground that one frame has time to draw
 const largestSide = 2048; // of a visitor's picture
 
 /**
- * What lies beneath the players. Grounds are drawn by a worker; until one is there, the old one is stretched, and in the
- * first frame a smaller one of the same shape.
+ * What lies beneath the players. Grounds are drawn by a worker; until one is there, the old one is stretched, and in
+ * the first frame a smaller one of the same shape.
  */
 export class Grounds {
   /** @param groundOf  called with a player for the name of the ground that it has at first */
@@ -15,7 +15,6 @@ export class Grounds {
     this.pictureNumber = 0;
     this.sources = []; // by player: a name, or null for the visitor's picture
     this.shown = []; // by player: what was asked for last, as text
-    this.thumbnails = [];
   }
 
   /** @param name  of a ground; null for the visitor's picture */

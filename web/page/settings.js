@@ -11,7 +11,7 @@ export class Settings {
   }
 
   #row(parameter, value) {
-    const { name, label: title, sentence, unit } = parameter;
+    const { name, label: title, sentence } = parameter;
     const row = document.createElement('div');
     row.className = 'setting';
     const label = document.createElement('label');
@@ -19,7 +19,7 @@ export class Settings {
     label.textContent = title;
     const says = document.createElement('p');
     says.id = `says-${name}`;
-    says.textContent = unit ? `${sentence} In ${unit}.` : sentence;
+    says.textContent = sentence;
     const control = document.createElement(parameter.choices.length > 0 ? 'select' : 'input');
     control.id = label.htmlFor;
     control.name = name;
@@ -39,15 +39,18 @@ export class Settings {
     list.addEventListener('change', () => this.changed(name, list.selectedIndex));
   }
 
-  /** Returns the number beside it, which readers of screens get from the slider. */
+  /** Returns the number beside it, which the slider itself says to readers of screens. */
   #fillSlider(slider, parameter, value) {
-    const { name, minimum: min, maximum: max } = parameter;
+    const { name, unit, minimum: min, maximum: max } = parameter;
     const number = document.createElement('span');
     number.ariaHidden = 'true';
     const step = stepOf(parameter);
     Object.assign(slider, { type: 'range', min, max, step, value });
     const decimals = Math.max(0, -Math.floor(Math.log10(step)));
-    const print = () => { number.textContent = slider.valueAsNumber.toFixed(decimals); };
+    const print = () => {
+      number.textContent = `${slider.valueAsNumber.toFixed(decimals)} ${unit}`;
+      slider.ariaValueText = number.textContent;
+    };
     slider.addEventListener('input', () => {
       print();
       this.changed(name, slider.valueAsNumber);

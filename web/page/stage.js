@@ -71,7 +71,11 @@ export class Stage {
     this.module.ccall('stageSet', null, ['number', 'string', 'number'], [player, name, value]);
   }
 
-  /** @param phase  'down', 'move', 'up' or 'cancel';  x, y in pixels of the player from the upper left;  finger from 0 */
+  /**
+   * @param phase   'down', 'move', 'up' or 'cancel'
+   * @param x, y    in pixels of the player, from the upper left
+   * @param finger  from 0
+   */
   touch(player, phase, x, y, finger) {
     this.module._stageTouch(player, x, y, ['down', 'move', 'up', 'cancel'].indexOf(phase), finger);
   }

@@ -1,4 +1,6 @@
-const phases = { pointerdown: 'down', pointermove: 'move', pointerup: 'up', pointercancel: 'cancel', pointerleave: 'up' };
+const phases = {
+  pointerdown: 'down', pointermove: 'move', pointerup: 'up', pointercancel: 'cancel', pointerleave: 'up',
+};
 const fingers = 9; // and one more for the keyboard
 
 /** Fingers and the mouse on an element. */
