@@ -61,7 +61,7 @@ for (const deviceScaleFactor of [1, 3]) {
     await page.press('[name=speed]', 'End');
     await page.click('#restart');
     await page.click('#lines');
-    assert.match(await page.textContent('#code-tab code'), /app:preset="ink"[^]*app:speed=/);
+    assert.match(await page.textContent('#code-tab code'), /app:preset="ink"[^]*app:effectSpeed=/);
     await page.click('#look');
     await page.click('#copy');
     await page.getByText('The link is copied').waitFor();
