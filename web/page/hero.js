@@ -3,6 +3,7 @@ import { Surface } from './surface.js';
 import { Touches } from './touches.js';
 
 const preset = 'pool';
+const picturesAlone = 20; // before cards take a part of each frame
 const rain = 1.5; // drops a second, so that the water is never still for long
 
 /** Water that fills the top of the page and follows the mouse. */
@@ -16,6 +17,7 @@ export class Hero {
     this.player = stage.scenes.length; // after the scenes' own
     this.surface = new Surface(stage, element, smallest);
     this.inSight = true;
+    this.pictures = 0; // that have been drawn
     this.isStill = false; // the mouse moves nothing
     const scene = stage.scenes.findIndex(({ name }) => name === 'water');
     const entry = stage.scenes[scene];
@@ -42,11 +44,14 @@ export class Hero {
     this.surface.enter();
   }
 
-  isDue(seconds) {
-    return this.surface.isDue(this.player, seconds);
+  /** Whether cards may use the canvas in this frame: the water moves, and covers it again, or is out of sight. */
+  sharesCanvas(seconds) {
+    return !this.inSight || (this.pictures >= picturesAlone && this.surface.isDue(this.player, seconds));
   }
 
   advance(seconds) {
-    if (this.surface.advance(this.player, seconds)) this.stage.canvas.classList.add('live');
+    if (!this.surface.advance(this.player, seconds)) return;
+    ++this.pictures;
+    this.stage.canvas.classList.add('live');
   }
 }

@@ -64,10 +64,10 @@ class Page {
     }
   }
 
-  // The cards use a corner of the canvas, which the hero covers in the same frame.
+  // The cards use a corner of the canvas, before the hero covers it.
   #drawLanding(seconds) {
     const { hero, gallery } = this;
-    if (!this.paused) gallery.advance(seconds, !hero.inSight || hero.isDue(seconds));
+    if (!this.paused) gallery.advance(seconds, hero.sharesCanvas(seconds));
     if (hero.inSight) hero.advance(seconds);
   }
 
