@@ -50,5 +50,10 @@ tidalume: custom-library-search-path RUNPATH /usr/lib/*/android *
 set(CPACK_INSTALLED_DIRECTORIES ${root} /)
 file(WRITE ${PROJECT_BINARY_DIR}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/triggers)
+# Modes are the same whatever the umask of who packs.
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+file(WRITE ${PROJECT_BINARY_DIR}/SetModes.cmake
+  "execute_process(COMMAND chmod -R u=rwX,go=rX \${CPACK_TEMPORARY_INSTALL_DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)\n")
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_BINARY_DIR}/SetModes.cmake)
 
 include(CPack)

@@ -2,17 +2,22 @@
 # Packs what check-samples.sh has built, installs the package into a folder, builds and runs the README's programs
 # there, removes it, and has lintian look at it. In continuous integration, as root, it is installed on the system too,
 # where the programs get no path but that of the jars.
-# usage: check-debian.sh SAMPLES_DIR WORK_DIR
+# usage: check-debian.sh SAMPLES_DIR WORK_DIR VERSION
 set -euo pipefail
 samples=$1
 work=$2
+version=$3
 folder=$work/system
 fail() { echo "check-debian: $1" >&2; exit 1; }
 rm -rf "$work"
 mkdir -p "$work/bin" "$folder"/var/lib/dpkg/{info,updates,triggers}
 build=$samples/repository/build-package
-cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/log" || fail "$(cat "$work/log")"
+chmod -R go= "$build"/{debian,triggers}
+(umask 077 && cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/log") || fail "$(cat "$work/log")"
 package=$(echo "$work"/*.deb)
+[[ $(dpkg-deb --field "$package" Version) == "$version-1" ]] || fail "the version is another: $package"
+modes=$(for part in ctrl fsys; do dpkg-deb --$part-tarfile "$package" | tar -tv; done | grep -vE '^([d-]rwxr-xr-x|-rw-r--r--) ') || true
+[[ -z $modes ]] || fail "modes depend on who packs: $modes"
 
 run_programs() { # sed's script, which says where the package is
   local step
