@@ -15,13 +15,21 @@ import zipfile
 
 source, version, jars, work = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3].split(":"), pathlib.Path(sys.argv[4])
 libraries = dict(argument.split("=", 1) for argument in sys.argv[5:])
-machines = {"arm64-v8a": "AArch64", "armeabi-v7a": "ARM", "x86_64": "Advanced Micro Devices X86-64"}
 android = "{http://schemas.android.com/apk/res/android}"
 
 
 def expect(what, found, wanted):
     if found != wanted:
         sys.exit(f"check-aar: {what}: {found} instead of {wanted}")
+
+
+def contents(archive):
+    return {name: archive.read(name) for name in archive.namelist() if not name.endswith("/")}
+
+
+def expect_alike(what, found, wanted):
+    names = found.keys() | wanted.keys()
+    expect(f"{what} that differ", sorted(name for name in names if found.get(name) != wanted.get(name)), [])
 
 
 shutil.rmtree(work, ignore_errors=True)
@@ -31,70 +39,77 @@ for abi, library in libraries.items():
 with zipfile.ZipFile(work / "R.jar", "w") as left_out:
     for name in ("R", "R$attr"):
         left_out.writestr(f"com/vyn/effect/tidalume/{name}.class", "")
-build = [source / "scripts/build-aar", work / "tidalume.aar", work / "libraries"]
-subprocess.run([*build, *jars, work / "R.jar"], check=True)
-aar = zipfile.ZipFile(work / "tidalume.aar")
-expect("a damaged entry", aar.testzip(), None)
+
+
+def build_aar(*jars):
+    built = subprocess.run([source / "scripts/build-aar", work / "tidalume.aar", work / "libraries", *jars],
+                           capture_output=True, text=True)
+    return built.returncode, built.stderr
+
+
+status, messages = build_aar(*jars, work / "R.jar")
+expect(f"status with {messages}", status, 0)
+expect("warnings of Linux's libraries", messages.count("of no use on Android"), len(libraries))
 
 module = "prefab/modules/Tidalume"
-headers = (source / "cmake/public-headers.txt").read_text().split()
 resources = source / "android/tidalume/src/main/res"
-entries = {"AndroidManifest.xml", "R.txt", "classes.jar", "proguard.txt", "prefab/prefab.json", f"{module}/module.json"}
-entries |= {f"{module}/include/{header}" for header in headers}
-entries |= {f"res/{file.relative_to(resources)}" for file in resources.rglob("*") if file.is_file()}
-for abi in libraries:
-    folder = f"{module}/libs/android.{abi}"
-    entries |= {f"jni/{abi}/libTidalume.so", f"{folder}/libTidalume.so", f"{folder}/abi.json"}
-expect("entries", sorted(name for name in aar.namelist() if not name.endswith("/")), sorted(entries))
-
-manifest = xml.etree.ElementTree.fromstring(aar.read("AndroidManifest.xml"))
-expect("package", manifest.get("package"), "com.vyn.effect.tidalume")
-expect("lowest API level", manifest.find("uses-sdk").get(android + "minSdkVersion"), "21")
-classes = zipfile.ZipFile(io.BytesIO(aar.read("classes.jar")))
-files = {name for name in classes.namelist() if not name.endswith("/")}
-given = {name for jar in jars for name in zipfile.ZipFile(jar).namelist() if name.endswith(".class")}
-expect("classes of AAR and jars, apart", files ^ given, set())
-folders = [source / "java", source / "android/tidalume/src/main/java"]
-expect("classes without a source", sorted(name for name in files if not any(
-    (folder / name.split(".")[0].split("$")[0]).with_suffix(".java").exists() for folder in folders)), [])
-attributes = xml.etree.ElementTree.parse(resources / "values/attrs.xml")
-declared = {("attr", attribute.get("name")) for attribute in attributes.iter("attr")}
-for styleable in attributes.iter("declare-styleable"):
-    names = {styleable.get("name")} | {f"{styleable.get('name')}_{attribute.get('name')}" for attribute in styleable}
-    declared |= {("styleable", name) for name in names}
-symbols = {tuple(line.split()[1:3]) for line in aar.read("R.txt").decode().splitlines()}
-expect("R.txt and attributes, apart", {symbol for symbol in symbols if symbol[0] != "id"} ^ declared, set())
-expect("keep rules", aar.read("proguard.txt"), (source / "android/tidalume/consumer-rules.pro").read_bytes())
-
-expect("prefab.json", json.loads(aar.read("prefab/prefab.json")),
-       {"name": "tidalume", "schema_version": 2, "dependencies": [], "version": version})
-expect("module.json", json.loads(aar.read(f"{module}/module.json")),
-       {"export_libraries": [], "library_name": "libTidalume", "android": {}})
+taken = {f"{module}/include/{header}": source / header
+         for header in (source / "cmake/public-headers.txt").read_text().split()}
+taken |= {f"res/{file.relative_to(resources)}": file for file in resources.rglob("*") if file.is_file()}
+taken["proguard.txt"] = source / "android/tidalume/consumer-rules.pro"
+written = {"prefab/prefab.json": {"name": "tidalume", "schema_version": 2, "dependencies": [], "version": version},
+           f"{module}/module.json": {"export_libraries": [], "library_name": "libTidalume", "android": {}}}
 for abi, library in libraries.items():
     folder = f"{module}/libs/android.{abi}"
-    expect(f"{abi}'s abi.json", json.loads(aar.read(f"{folder}/abi.json")),
-           {"abi": abi, "api": 21, "ndk": 28, "stl": "gnustl_shared", "static": False})
-    for path in (f"jni/{abi}/libTidalume.so", f"{folder}/libTidalume.so"):
-        unpacked = aar.extract(path, work)
-        elf = subprocess.run(["readelf", "-hlW", unpacked], check=True, capture_output=True, text=True).stdout
-        lines = [line.split() for line in elf.splitlines()]
-        expect(f"{path}'s machine", [line[1:] for line in lines if line[:1] == ["Machine:"]], [machines[abi].split()])
-        expect(f"{path}'s alignment", {line[-1] for line in lines if line[:1] == ["LOAD"]}, {"0x4000"})
+    taken |= {f"jni/{abi}/libTidalume.so": library, f"{folder}/libTidalume.so": library}
+    written[f"{folder}/abi.json"] = {"abi": abi, "api": 21, "ndk": 28, "stl": "gnustl_shared", "static": False}
+    elf = subprocess.run(["readelf", "-lW", library], check=True, capture_output=True, text=True).stdout
+    expect(f"{library}'s alignment", {line.split()[-1] for line in elf.splitlines() if "LOAD" in line}, {"0x4000"})
+entries = contents(zipfile.ZipFile(work / "tidalume.aar"))
+manifest, symbols, classes = (entries.pop(name) for name in ("AndroidManifest.xml", "R.txt", "classes.jar"))
+for name in written:
+    expect(name, json.loads(entries.pop(name)), written[name])
+expect_alike("entries", entries, {name: pathlib.Path(file).read_bytes() for name, file in taken.items()})
+
+manifest = xml.etree.ElementTree.fromstring(manifest)
+expect("package", manifest.get("package"), "com.vyn.effect.tidalume")
+expect("lowest API level", manifest.find("uses-sdk").get(android + "minSdkVersion"), "21")
+expect("features", [feature.get(android + "glEsVersion") for feature in manifest.iter("uses-feature")], ["0x00030000"])
+classes = contents(zipfile.ZipFile(io.BytesIO(classes)))
+given = {name: data for jar in jars for name, data in contents(zipfile.ZipFile(jar)).items() if name.endswith(".class")}
+expect_alike("classes", classes, given)
+folders = [source / "java", source / "android/tidalume/src/main/java"]
+expect("classes without a source", sorted(name for name in classes if not any(
+    (folder / name.split(".")[0].split("$")[0]).with_suffix(".java").exists() for folder in folders)), [])
+attributes = xml.etree.ElementTree.parse(resources / "values/attrs.xml")
+declared = {("int", "attr", attribute.get("name")) for attribute in attributes.iter("attr")}
+declared |= {("int", "id", value.get("name")) for value in attributes.iter("enum")}
+for styleable in attributes.iter("declare-styleable"):
+    name = styleable.get("name")
+    declared |= {("int[]", "styleable", name)}
+    declared |= {("int", "styleable", f"{name}_{attribute.get('name')}") for attribute in styleable}
+symbols = {tuple(line.split()[:3]) for line in symbols.decode().splitlines()}
+expect("R.txt and attributes, apart", symbols ^ declared, set())
 
 with zipfile.ZipFile(work / "empty.jar", "w") as empty:
     empty.writestr("com/", "")
-refused = subprocess.run([*build, work / "empty.jar"], capture_output=True, text=True)
-expect("an AAR without its classes", "no jar has the class of" in refused.stderr and refused.returncode, 1)
-
-# Libraries of nothing, that share the C++ runtime of Android and none.
+# Libraries of nothing, of this machine, that share the C++ runtime of Android or none.
 link = ["c++", "-shared", "-nostdlib", "-Wl,--no-as-needed", f"-L{work}", "-x", "c++", "/dev/null", "-o"]
 subprocess.run([*link, work / "libc++_shared.so"], check=True)
-for runtime, wanted in ((["-lc++_shared"], "c++_shared"), ([], "refused")):
-    subprocess.run([*link, work / "libraries" / abi / "libTidalume.so", *runtime], check=True)
-    (work / "tidalume.aar").unlink(missing_ok=True)
-    if subprocess.run([*build, *jars], capture_output=True).returncode == 0:
-        found = json.loads(zipfile.ZipFile(work / "tidalume.aar").read(f"{module}/libs/android.{abi}/abi.json"))["stl"]
-    else:
-        found = "refused"
-    expect("C++ runtime", found, wanted)
-print(f"check-aar: {len(entries)} entries, as documented")
+shared = ["-lc++_shared"]
+for abi, runtime, classes, status, message in (("x86_64", shared, [work / "empty.jar"], 1, "no jar has the class of"),
+                                               ("x86_64", [], jars, 1, "shares no C++ runtime"),
+                                               ("arm64-v8a", shared, jars, 1, "is none of arm64-v8a"),
+                                               ("x86", shared, jars, 1, "the ABIs are"),
+                                               ("x86_64", shared, jars, 0, "")):
+    shutil.rmtree(work / "libraries")
+    folder = work / "libraries" / abi
+    folder.mkdir(parents=True)
+    subprocess.run([*link, folder / "libTidalume.so", *runtime], check=True)
+    shutil.copy(work / "libc++_shared.so", folder)
+    found, messages = build_aar(*classes)
+    expect(f"status and message for {abi}", (found, message in messages), (status, True))
+entries = contents(zipfile.ZipFile(work / "tidalume.aar"))
+expect("C++ runtime", json.loads(entries[f"{module}/libs/android.x86_64/abi.json"])["stl"], "c++_shared")
+expect("its places", [name for name in entries if "libc++_shared" in name], ["jni/x86_64/libc++_shared.so"])
+print("check-aar: entries, as documented")
