@@ -38,7 +38,7 @@ install(
   DESTINATION ${TIDALUME_PACKAGE_DIR} COMPONENT Tidalume)
 tidalume_install_pkgconfig(Tidalume tidalume)
 tidalume_install_headers(Tidalume ${TIDALUME_PUBLIC_HEADERS})
-# The page that the headers point to, and the one that it points to.
+# The page that the headers point to, and the one that it links to: installed pages link to nothing else.
 install(FILES docs/life-cycle.md docs/threads.md
   DESTINATION ${CMAKE_INSTALL_DATADIR}/tidalume/docs COMPONENT Tidalume)
 

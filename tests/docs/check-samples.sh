@@ -57,8 +57,12 @@ find "$HOME/tidalume/include/tidalume" -name '*.h' | while IFS= read -r header; 
     fail "an installed header needs what is not installed: $header"
 done
 
-grep -rhoE 'docs/[a-z-]+\.md' "$HOME/tidalume/include/tidalume" | sort -u | while IFS= read -r page; do
-  [ -e "$HOME/tidalume/share/tidalume/$page" ] || fail "an installed header points to what is not installed: $page"
+pages=$HOME/tidalume/share/tidalume/docs
+{
+  grep -rhoP 'docs/\K[a-z-]+\.md' "$HOME/tidalume/include/tidalume"
+  grep -hoP '\]\(\K[^)#]+' "$pages"/*.md
+} | sort -u | while IFS= read -r page; do
+  [ -e "$pages/$page" ] || fail "an installed header or page points to what is not installed: $page"
 done
 
 calls=
