@@ -15,12 +15,22 @@ for macros in TIDALUME_VERSION TIDALUME_VERSION_MAJOR.TIDALUME_VERSION_MINOR.TID
   expect "$macros in tidalume/version.h" \
     "$(echo "$macros" | c++ -E -P -include "$source/tidalume/version.h" -x c++ - | tr -d '" \n')"
 done
-expect "CHANGELOG.md" "$(sed -n 's/^## \[\([0-9.]*\)\] - .*/\1/p' "$source/CHANGELOG.md" | head -n 1)"
+# The version is the newest that has a date, or a later one whose changes are unreleased.
+changes=$source/CHANGELOG.md
+dated='^## \[([0-9]+\.[0-9]+\.[0-9]+)\] - [0-9]{4}-[0-9]{2}-[0-9]{2}$'
+others=$(grep '^## ' "$changes" | grep -vE "$dated") || true
+[ "$others" = "## [Unreleased]" ] || { echo "check-version: odd headings in CHANGELOG.md: $others" >&2; wrong=1; }
+newest=$(sed -nE "/$dated/{s//\1/p;q}" "$changes")
+unreleased=$(sed '1,/^## \[Unreleased/d; /^## /,$d' "$changes")
+[ -z "$unreleased" ] || newest=$(printf '%s\n' "$newest" "$version" | sort -V | tail -n 1)
+expect "CHANGELOG.md" "$newest"
 expect "docs/android.md" \
   "$(sed -n 's/.*com\.vyn\.effect:tidalume:\([0-9.]*\).*/\1/p' "$source/docs/android.md" | sort -u)"
 for file in "$build"/*.pc; do
   expect "$(basename "$file")" "$(sed -n 's/^Version: //p' "$file")"
 done
+expect "TidalumeConfigVersion.cmake" \
+  "$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' "$build/TidalumeConfigVersion.cmake")"
 expect "Tidalume.java" \
   "$(javap -constants -cp "$jar" com.vyn.effect.tidalume.Tidalume | sed -n 's/.*VERSION = "\(.*\)";/\1/p')"
 
@@ -47,7 +57,7 @@ sample=android/sample/build.gradle
 alike '(minSdk = |-DANDROID_PLATFORM=|\(API )([0-9]+)' $module $sample android/README.md docs/android.md
 alike '(compileSdk = |targetSdk = |platform )([0-9]+)' $module $sample android/README.md
 alike "(ndkVersion = '|NDK )([0-9.]+[0-9])" $module android/README.md
-alike "(version = '|CMake )([0-9.]+[0-9])" $module android/README.md
+alike "(version = .|CMake )([0-9.]*[0-9])" $module android/README.md
 alike "(version '|plug-in )([0-9]+)" android/build.gradle docs/android.md
 alike '(Gradle )([0-9.]+[0-9])' android/README.md docs/android.md
 alike '(openjdk-|JDK )([0-9]+)' android/README.md scripts/install-dependencies cmake/{FindJniHeaders,TidalumeJava}.cmake
