@@ -16,7 +16,8 @@ chmod -R go= "$build"/{debian,triggers}
 (umask 077 && cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/log") || fail "$(cat "$work/log")"
 package=$(echo "$work"/*.deb)
 [[ $(dpkg-deb --field "$package" Version) == "$version-1" ]] || fail "the version is another: $package"
-modes=$(for part in ctrl fsys; do dpkg-deb --$part-tarfile "$package" | tar -tv; done | grep -vE '^([d-]rwxr-xr-x|-rw-r--r--) ') || true
+modes=$(for part in ctrl fsys; do dpkg-deb --$part-tarfile "$package" | tar -tv; done |
+  grep -vE '^([d-]rwxr-xr-x|-rw-r--r--) ') || true
 [[ -z $modes ]] || fail "modes depend on who packs: $modes"
 
 run_programs() { # sed's script, which says where the package is

@@ -55,7 +55,7 @@ alike() { # pattern, whose second group is what must be alike; files, each of wh
 module=android/tidalume/build.gradle
 sample=android/sample/build.gradle
 alike '(minSdk = |-DANDROID_PLATFORM=|\(API )([0-9]+)' $module $sample android/README.md docs/android.md
-alike '(compileSdk = |targetSdk = |platform )([0-9]+)' $module $sample android/README.md
+alike '(compileSdk = |targetSdk = |platform |platforms.android-)([0-9]+)' $module $sample android/README.md
 alike "(ndkVersion = '|NDK )([0-9.]+[0-9])" $module android/README.md
 alike "(version = .|CMake )([0-9.]*[0-9])" $module android/README.md
 alike "(version '|plug-in )([0-9]+)" android/build.gradle docs/android.md
