@@ -158,6 +158,7 @@ TEST_F(FoundationTest, BuildsFromTextWhereTheCacheIsOfNoUse) {
         {"head -c 99 usable > Program.dat", {rejected}},
         {"touch Program.dat", {rejected}},
         {"head -c 5000 /bin/sh > Program.dat", {rejected}},
+        {"truncate -s 3G Program.dat", {}}, // longer than the driver can be told
         {"mkdir Program.dat", {notOpened}},
         {"mkfifo Program.dat", {notOpened}},                   // which must not block
         {"ln -s /proc/absent Program.dat", {notOpened}},       // as in an unwritable folder

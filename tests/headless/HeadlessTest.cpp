@@ -5,13 +5,21 @@
 #include "tests/support/Files.h"
 
 #include <algorithm>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <numeric>
+#include <unistd.h>
 #include <webp/demux.h>
 
 namespace tidalume::headless {
 
 using namespace testing;
+
+long virtualMegabytes() {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return (pages * sysconf(_SC_PAGESIZE)) >> 20;
+}
 
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
@@ -32,6 +40,11 @@ TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
     context.recreate();
     EXPECT_THROW(readTexture(texture, 1, 1), Error) << "its name is gone";
+
+    const long before = virtualMegabytes();
+    for (int i = 0; i < 20; ++i)
+        context.resize(4096, 4096 - i); // 64 MB
+    EXPECT_LE(virtualMegabytes() - before, 640) << "surfaces that are replaced go";
 }
 
 TEST(Picture, IsPremultipliedByEachPixelsAlpha) {
@@ -82,7 +95,12 @@ Picture pattern(int width, int height, int shade = 0) {
 
 /// Files lie in a folder of the test's own.
 class PictureFile : public Test {
+  protected:
+    ~PictureFile() override { EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open"; }
+
+  private:
     const WorkingFolder mFolder;
+    const int mNextFileNumber = nextFileNumber();
 };
 
 /// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.

@@ -62,9 +62,17 @@ TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     Java_com_vyn_effect_tidalume_VectorGraphicRenderer_Free(&env, nullptr, handle);
 }
 
-TEST_F(BridgeTest, SettingsTakeAnyByteAndNoStringThatCannotBePinned) {
-    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) -> const char* { return nullptr; };
-    Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, reinterpret_cast<jstring>(first));
+TEST_F(BridgeTest, SettingsTakeAnyByteAndGiveStringsBack) {
+    static const char* pinned = nullptr;
+    static const char* released = nullptr;
+    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) { return pinned; };
+    functions.ReleaseStringUTFChars = [](JNIEnv*, jstring, const char* characters) { released = characters; };
+    for (const char* directory : {static_cast<const char*>(nullptr), "/cache/"}) {
+        pinned = directory;
+        Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, reinterpret_cast<jstring>(first));
+        EXPECT_EQ(released, directory);
+    }
+    EXPECT_STREQ(GlobalProperty::ROOT_DIR, "/cache/");
     for (const int byte : {2, 0, 128}) {
         Java_com_vyn_effect_tidalume_GlobalProperty_setDEBUGLOG(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::DEBUG_LOG, byte != 0);

@@ -202,6 +202,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
         SCOPED_TRACE(name);
         auto effect = effectCase.make();
         refuse(glRecorder().faults);
+        effect.setScreenSize(height, width); // what is made by halves goes with the next size
         effect.prepare();
         effect.draw();
         checkGLError("next"); // errors that the effect's own checks have left to the next one

@@ -256,12 +256,22 @@ TEST_P(LooksTest, SurvivesTheLossOfTheContextTheSmallestSizeAndAnyTouch) {
     for (int time = 0; time < 2; ++time) {
         pictureAfter(*look, 0.5, 60);
         context.recreate();
+        GLuint anothers[20]; // under names that the look had
+        glGenFramebuffers(std::size(anothers), anothers);
+        for (const GLuint name : anothers)
+            glBindFramebuffer(GL_FRAMEBUFFER, name);
         EXPECT_EQ(
             glRecorder().record([&] { look->contextLost(); }) + glRecorder().record([&] { other->contextLost(); }), "");
         other->contextCreated();
         look->contextCreated();
         const Pixels anew = pictureAfter(*look, 0.5, 60);
         EXPECT_THAT(anew, Contains(Gt(0.1F)));
+        for (const GLuint name : anothers) {
+            glBindFramebuffer(GL_FRAMEBUFFER, name);
+            EXPECT_EQ(glCheckFramebufferStatus(GL_FRAMEBUFFER), GLenum{GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT});
+        }
+        glBindFramebuffer(GL_FRAMEBUFFER, 0);
+        glDeleteFramebuffers(std::size(anothers), anothers);
     }
     other->setSize(1, 1);
     other->touch(9, -500, 1e6F, TouchPhase::Down);

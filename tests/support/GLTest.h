@@ -3,6 +3,7 @@
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
 #include "testing/GLRecorder.h"
+#include "tests/support/Files.h"
 #include "tests/support/LiveNames.h"
 #include "tests/support/LogCapture.h"
 
@@ -18,7 +19,8 @@
         #operation, [&] { operation; }, __VA_ARGS__)
 
 /// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
-/// afterwards where a GL error is pending, a line was left in the log that the test did not take, or a GL object lives.
+/// afterwards where a GL error is pending, a line was left in the log that the test did not take, a GL object lives, or
+/// a file is open.
 class GLTest : public testing::Test {
   protected:
     static constexpr int width = 97;
@@ -36,6 +38,7 @@ class GLTest : public testing::Test {
     ~GLTest() override {
         glRecorder().faults = {};
         EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
+        EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open";
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
@@ -61,6 +64,8 @@ class GLTest : public testing::Test {
     LogCapture log;
 
   private:
+    const int mNextFileNumber = nextFileNumber();
+
     /// One call a line: their differences are shown then.
     static std::string lines(std::string calls, const std::string& beginning = "") {
         std::replace(calls.begin(), calls.end(), ';', '\n');
