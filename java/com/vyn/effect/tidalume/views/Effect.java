@@ -5,6 +5,7 @@ import com.vyn.effect.tidalume.looks.TouchPhase;
 import java.util.LinkedHashMap;
 import java.util.Map;
 import java.util.Objects;
+import javax.annotation.Nullable;
 
 /**
  * What a view does, on the view's thread: it checks what it is told and hands it to the GL thread, where it happens in
@@ -16,9 +17,8 @@ final class Effect {
     private final EffectRenderer renderer;
     private final Map<String, Float> settings;
     private TouchMode touchMode = TouchMode.TAKE;
+    private boolean isEnabled = true;
     private boolean isAttached;
-    private boolean isVisible = true;
-    private boolean isPaused;
 
     /** @param errors is called on the GL thread */
     Effect(RenderThread thread, Gpu gpu, LookType type, EffectErrorListener errors) {
@@ -64,32 +64,37 @@ final class Effect {
      */
     void windowGone(Runnable release) {
         thread.post(() -> {
-            thread.enter();
             renderer.setWindow(null, 0, 0);
             release.run();
         });
     }
 
     void setVisible(boolean isVisible) {
-        this.isVisible = isVisible;
-        show();
+        thread.post(() -> {
+            thread.enter();
+            renderer.setVisible(isVisible);
+        });
     }
 
     void setPaused(boolean isPaused) {
-        this.isPaused = isPaused;
-        show();
-    }
-
-    private void show() {
-        final boolean isShown = isVisible && !isPaused;
-        thread.post(() -> {
-            thread.enter();
-            renderer.setShown(isShown);
-        });
+        thread.post(() -> renderer.setPaused(isPaused));
     }
 
     void setTouchMode(TouchMode touchMode) {
         this.touchMode = Objects.requireNonNull(touchMode, "touchMode must not be null");
+        cancelUnfollowed();
+    }
+
+    /** Disabled, a view shows no touches; whom they go to stays the same. */
+    void setEnabled(boolean isEnabled) {
+        this.isEnabled = isEnabled;
+        cancelUnfollowed();
+    }
+
+    private void cancelUnfollowed() {
+        if (!isEnabled || touchMode != TouchMode.TAKE) {
+            thread.post(() -> renderer.cancelTouches(0));
+        }
     }
 
     /**
@@ -98,10 +103,10 @@ final class Effect {
      * @return whether the view takes the touch, so that others do not get it
      */
     boolean onTouch(PointerEvent event) {
-        if (touchMode == TouchMode.THROUGH && event.isDown()) {
+        if (isEnabled && touchMode == TouchMode.THROUGH && event.isDown()) {
             tap(event.actionPointer().x, event.actionPointer().y);
         }
-        if (touchMode == TouchMode.TAKE) {
+        if (isEnabled && touchMode == TouchMode.TAKE) {
             follow(event);
         }
         return touchMode == TouchMode.TAKE;
@@ -189,7 +194,7 @@ final class Effect {
     }
 
     /** @param picture null for none */
-    void setPicture(PictureSource picture) {
+    void setPicture(@Nullable PictureSource picture) {
         thread.post(() -> {
             thread.enter();
             renderer.setPicture(picture);
