@@ -193,6 +193,15 @@ public final class ViewsTest extends ViewsFixture {
         effect.detach();
     }
 
+    @Test
+    public void idleEffectsTakeEverything() {
+        final Effect idle = Effect.idle();
+        idle.attach();
+        idle.usePreset("rain");
+        idle.set("rain", 3);
+        assertTrue(Float.isNaN(idle.get("rain")));
+    }
+
     /** A phone that needs 30 ms for a frame at full scale, by the third power of the scale, and 5 ms after that. */
     @Test
     public void fieldScaleSettlesAndComesBack() {

@@ -28,6 +28,15 @@ final class Effect {
         settings = type.initial();
     }
 
+    /** Does nothing and knows no parameters, for layout editors: they have no native library. */
+    static Effect idle() {
+        return new Effect(new RenderThread(null, new NoFrames()), null, LookType.empty(), null);
+    }
+
+    private boolean isIdle() {
+        return type.parameters().isEmpty();
+    }
+
     /** The look begins anew, with the settings that are. Ignored while attached. */
     void attach() {
         if (isAttached) {
@@ -163,10 +172,13 @@ final class Effect {
     }
 
     float get(String parameter) {
-        return settings.get(type.parameter(parameter).name);
+        return isIdle() ? Float.NaN : settings.get(type.parameter(parameter).name);
     }
 
     void set(String parameter, float value) {
+        if (isIdle()) {
+            return;
+        }
         type.parameter(parameter).require(value);
         settings.put(parameter, value);
         sendSettings();
@@ -184,6 +196,9 @@ final class Effect {
     }
 
     void usePreset(String preset) {
+        if (isIdle()) {
+            return;
+        }
         settings.putAll(type.preset(preset));
         sendSettings();
     }

@@ -39,7 +39,7 @@ final class EffectRenderer {
     private PictureSource.Texture texture;
     private Object surface;
     private boolean isBlank;
-    /** What was tried again, and has not come to a picture since. */
+    /** And since then nothing has been shown. */
     private boolean hasFailed;
     private boolean hasLostSurface;
     private boolean isGivenUp;
@@ -183,8 +183,8 @@ final class EffectRenderer {
 
     /** Whether there is something to show that the surface does not. */
     boolean wantsFrame() {
-        final boolean isWanted =
-                isVisible && hasContext && surface != null && (isBlank || !isPaused && look.isMoving());
+        final boolean canDraw = isVisible && hasContext && surface != null;
+        final boolean isWanted = canDraw && (isBlank || !isPaused && look.isMoving());
         if (!isWanted) {
             governor.rest();
         }

@@ -1,6 +1,6 @@
 package com.vyn.effect.tidalume.views;
 
-/** A GL thread that does nothing, for layout editors, which have no native library. */
+/** A GL thread that does nothing. */
 final class NoFrames implements Frames {
     @Override
     public void post(Runnable task) {

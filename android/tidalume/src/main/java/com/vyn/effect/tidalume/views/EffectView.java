@@ -22,8 +22,8 @@ import javax.annotation.Nullable;
  * again it begins anew, with its settings.
  *
  * <p>In a layout every parameter is an attribute: {@code speed} is {@code app:effectSpeed}, {@code fieldScale} is
- * {@code app:fieldScale}. All methods belong on the main thread. In a layout editor, which has no native library, a view
- * stays empty and knows no parameters.
+ * {@code app:fieldScale}. All methods belong on the main thread. In a layout editor, which has no native library, a
+ * view stays empty and knows no parameters.
  */
 public abstract class EffectView extends TextureView implements TextureView.SurfaceTextureListener {
     /** A view's own queue may wait until it is attached. */
@@ -38,8 +38,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
     /** @param styleable of the view's parameters; other attributes in it are left to the view */
     EffectView(Context context, @Nullable AttributeSet attributes, LookType type, int[] styleable) {
         super(context, attributes);
-        effect = isInEditMode() ? new Effect(new RenderThread(null, new NoFrames()), null, LookType.empty(), this::postError)
-                : new Effect(shared(context), gpu, type, this::postError);
+        effect = isInEditMode() ? Effect.idle() : new Effect(shared(context), gpu, type, this::postError);
         setOpaque(false);
         setSurfaceTextureListener(this);
         readAttributes(context.obtainStyledAttributes(attributes, R.styleable.EffectView));
@@ -59,7 +58,8 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
         if (preset != null) {
             usePreset(preset);
         }
-        setTouchMode(TouchMode.values()[attributes.getInt(R.styleable.EffectView_effectTouches, TouchMode.TAKE.ordinal())]);
+        final int touches = attributes.getInt(R.styleable.EffectView_effectTouches, TouchMode.TAKE.ordinal());
+        setTouchMode(TouchMode.values()[touches]);
         setFrameLimit(attributes.getFloat(R.styleable.EffectView_effectFrameLimit, Float.POSITIVE_INFINITY));
         setAdaptive(attributes.getBoolean(R.styleable.EffectView_effectAdaptive, true));
         attributes.recycle();
@@ -97,9 +97,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
      * @throws IllegalArgumentException if there is no such parameter, or the value is out of range
      */
     public void set(String parameter, float value) {
-        if (!isInEditMode()) {
-            effect.set(parameter, value);
-        }
+        effect.set(parameter, value);
     }
 
     /**
@@ -110,7 +108,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
      * @throws IllegalArgumentException if there is no such parameter
      */
     public float get(String parameter) {
-        return isInEditMode() ? Float.NaN : effect.get(parameter);
+        return effect.get(parameter);
     }
 
     /**
@@ -120,9 +118,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
      * @throws IllegalArgumentException if there is no such preset
      */
     public void usePreset(String preset) {
-        if (!isInEditMode()) {
-            effect.usePreset(preset);
-        }
+        effect.usePreset(preset);
     }
 
     /**
