@@ -39,12 +39,10 @@ final class EffectRenderer {
     private PictureSource.Texture texture;
     private Object surface;
     private boolean isBlank;
-    /** And since then nothing has been shown. */
-    private boolean hasFailed;
-    private boolean hasLostSurface;
-    private boolean isGivenUp;
-    private boolean hasDrawn;
     private long drawn;
+    /** Since the last picture that was shown. */
+    private int failures;
+    private int lostSurfaces;
 
     EffectRenderer(Gpu gpu, Frames frames, LookType type, EffectErrorListener errors) {
         this.gpu = gpu;
@@ -60,10 +58,8 @@ final class EffectRenderer {
     /** Makes the look; the context comes with {@link #contextCreated}. */
     void open(Map<String, Float> settings) {
         look = type.make();
-        hasFailed = false;
-        isGivenUp = false;
+        failures = 0;
         set(settings);
-        fit();
     }
 
     /** With the context current if there is one. */
@@ -103,7 +99,7 @@ final class EffectRenderer {
         fingers.forget();
         hasContext = false;
         texture = null;
-        if (isGivenUp) {
+        if (failures > 1) {
             close();
         }
     }
@@ -111,7 +107,7 @@ final class EffectRenderer {
     /** @param window null where it has gone */
     void setWindow(@Nullable Object window, int width, int height) {
         releaseSurface();
-        hasLostSurface = false;
+        lostSurfaces = 0;
         this.window = window;
         this.width = width;
         this.height = height;
@@ -142,8 +138,8 @@ final class EffectRenderer {
             return;
         }
         for (Map.Entry<String, Float> setting : settings.entrySet()) {
-            if (look.get(setting.getKey()) != setting.getValue()) {
-                look.set(setting.getKey(), setting.getValue());
+            if (!setting.getKey().equals(FIELD_SCALE)) {
+                setParameter(setting.getKey(), setting.getValue());
             }
         }
         setFieldScale();
@@ -184,15 +180,15 @@ final class EffectRenderer {
     /** Whether there is something to show that the surface does not. */
     boolean wantsFrame() {
         final boolean canDraw = isVisible && hasContext && surface != null;
-        final boolean isWanted = canDraw && (isBlank || !isPaused && look.isMoving());
-        if (!isWanted) {
-            governor.rest();
+        if (canDraw && (isBlank || !isPaused && look.isMoving())) {
+            return true;
         }
-        return isWanted;
+        governor.rest();
+        return false;
     }
 
     boolean isDue(long now) {
-        return wantsFrame() && (!hasDrawn || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
+        return wantsFrame() && (isBlank || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
     }
 
     /** Draws a frame. */
@@ -212,9 +208,8 @@ final class EffectRenderer {
         } else if (result == Gpu.Result.DONE) {
             fingers.drawn();
             isBlank = false;
-            hasFailed = false;
-            hasLostSurface = false;
-            hasDrawn = true;
+            failures = 0;
+            lostSurfaces = 0;
             drawn = now;
             govern(now);
         }
@@ -224,8 +219,7 @@ final class EffectRenderer {
     /** The look draws in its own context only: the one that is current may be another, so all begin anew, once. */
     private Gpu.Result fail(RuntimeException exception) {
         report(EffectError.EFFECT, exception);
-        isGivenUp = hasFailed;
-        hasFailed = true;
+        failures++;
         return Gpu.Result.CONTEXT_LOST;
     }
 
@@ -233,8 +227,8 @@ final class EffectRenderer {
     private void loseSurface() {
         releaseSurface();
         report(EffectError.SURFACE, new IllegalStateException("EGL has lost the view's surface"));
-        if (!hasLostSurface) {
-            hasLostSurface = true;
+        lostSurfaces++;
+        if (lostSurfaces == 1) {
             fit();
         }
     }
@@ -247,15 +241,17 @@ final class EffectRenderer {
         }
     }
 
-    /** A change makes fields anew, so none is made without need. */
     private void setFieldScale() {
-        if (look == null || !settings.containsKey(FIELD_SCALE)) {
-            return;
+        if (look != null && settings.containsKey(FIELD_SCALE)) {
+            final float share = isAdaptive ? governor.share() : 1;
+            setParameter(FIELD_SCALE, Math.max(settings.get(FIELD_SCALE) * share, type.parameter(FIELD_SCALE).minimum));
         }
-        final float share = isAdaptive ? governor.share() : 1;
-        final float scale = Math.max(settings.get(FIELD_SCALE) * share, type.parameter(FIELD_SCALE).minimum);
-        if (look.get(FIELD_SCALE) != scale) {
-            look.set(FIELD_SCALE, scale);
+    }
+
+    /** A change makes fields anew, so none is made without need. */
+    private void setParameter(String name, float value) {
+        if (look.get(name) != value) {
+            look.set(name, value);
         }
     }
 
