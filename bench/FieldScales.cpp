@@ -3,18 +3,13 @@
 #include "headless/Pixels.h"
 
 #include <cmath>
+#include <map>
 
 namespace tidalume::bench {
 namespace {
 
 constexpr int width = 540;
 constexpr int height = 960;
-
-constexpr struct {
-    const char* name;
-    float scale;
-    float touchStrength;
-} variants[] = {{"1", 1.0F, 0.5F}, {"1/2", 0.5F, 0.5F}, {"1/3", 1.0F / 3.0F, 0.5F}, {"1, still", 1.0F, 0.0F}};
 
 /// A picture of soft tiles.
 GLuint tiles() {
@@ -37,24 +32,62 @@ double meanDifference(const std::vector<float>& a, const std::vector<float>& b) 
     return 255.0 * sum / (0.75 * static_cast<double>(a.size()));
 }
 
+std::unique_ptr<Look> water(float scale, float touchStrength) {
+    auto look = std::make_unique<WaterLook>();
+    look->setFieldScale(scale);
+    look->setTouchStrength(touchStrength);
+    look->setPicture(tiles(), width, height, PictureTop::LastRow);
+    return look;
+}
+
+std::unique_ptr<Look> movingWater(float scale) {
+    return water(scale, 0.5F);
+}
+
+std::unique_ptr<Look> stillWater(float scale) {
+    return water(scale, 0.0F);
+}
+
+template <typename Metaballs>
+std::unique_ptr<Look> metaballs(float scale) {
+    auto look = std::make_unique<Metaballs>();
+    look->setFieldScale(scale);
+    return look;
+}
+
+/// The first of a look is what the others of its name are compared with.
+constexpr struct {
+    const char* look;
+    const char* name;
+    float scale;
+    std::unique_ptr<Look> (*make)(float scale);
+} variants[] = {{"WaterLook", "1", 1.0F, movingWater},
+                {"WaterLook", "1/2", 1.0F / 2.0F, movingWater},
+                {"WaterLook", "1/3", 1.0F / 3.0F, movingWater},
+                {"WaterLook", "1, still", 1.0F, stillWater},
+                {"WaterLook", "1/2, still", 1.0F / 2.0F, stillWater},
+                {"WaterLook", "1/3, still", 1.0F / 3.0F, stillWater},
+                {"BlobsLook", "1", 1.0F, metaballs<BlobsLook>},
+                {"BlobsLook", "1/2", 1.0F / 2.0F, metaballs<BlobsLook>},
+                {"BlobsLook", "1/3", 1.0F / 3.0F, metaballs<BlobsLook>},
+                {"SprayLook", "1", 1.0F, metaballs<SprayLook>},
+                {"SprayLook", "1/2", 1.0F / 2.0F, metaballs<SprayLook>},
+                {"SprayLook", "1/3", 1.0F / 3.0F, metaballs<SprayLook>}};
+
 } // namespace
 
 /// The same touches at the same times for all of them.
 void registerFieldScales(Run& run) {
-    const auto first = std::make_shared<std::vector<float>>();
+    const auto firsts = std::make_shared<std::map<std::string, std::vector<float>>>();
     for (const auto& variant : variants) {
-        const std::string name = std::string("WaterLook/field scale ") + variant.name;
+        const std::string name = std::string(variant.look) + "/field scale " + variant.name;
         registerTimed(name, std::max(1, run.pairs / 2), [=, &run](benchmark::State& state) {
             run.screen(width, height);
-            auto water = std::make_unique<WaterLook>();
-            water->setFieldScale(variant.scale);
-            water->setTouchStrength(variant.touchStrength);
-            water->setPicture(tiles(), width, height, PictureTop::LastRow);
-            LookFrames frames(std::move(water), width, height);
+            LookFrames frames(variant.make(variant.scale), width, height);
             const double time = median(state, [&] { return seconds({[] {}, [&] { frames.draw(); }}, 1); });
             const std::vector<float> picture = headless::readFramebuffer(width, height).rgba;
-            if (first->empty()) *first = picture;
-            run.results.fieldScales.push_back({variant.name, time, meanDifference(picture, *first)});
+            const std::vector<float>& first = firsts->emplace(variant.look, picture).first->second;
+            run.results.fieldScales.push_back({variant.look, variant.name, time, meanDifference(picture, first)});
         });
     }
 }

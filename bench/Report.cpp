@@ -80,7 +80,7 @@ std::string seriesRow(const Series& s) {
 }
 
 std::string fieldScaleRow(const FieldScale& s) {
-    return row(s.name, duration(s.seconds), format("%.1f", s.difference));
+    return row(s.look, s.texelsAPixel, duration(s.seconds), format("%.1f", s.difference));
 }
 
 std::string startUpRow(const StartUp& s) {
@@ -152,8 +152,8 @@ std::string markdownTables(const Results& results) {
            table("\n### Scaling\n\n| Operation | Against | From | To | Cost from | Cost to | Exponent |\n"
                  "|---|---|---:|---:|---:|---:|---:|\n",
                  measured(results.series), seriesRow) +
-           table("\n### Field scales\n\n| WaterLook, 540x960, texels a pixel | A frame | Steps of 8 bits from 1, on "
-                 "average |\n|---|---:|---:|\n",
+           table("\n### Field scales\n\n| 540x960 | Texels a pixel | A frame | Steps of 8 bits from 1, on average "
+                 "|\n|---|---:|---:|---:|\n",
                  results.fieldScales, fieldScaleRow) +
            table("\n### Start-up\n\n| `init` of all effects | Time | Instructions, in millions |\n|---|---:|---:|\n",
                  results.startUps, startUpRow) +

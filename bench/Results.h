@@ -28,11 +28,12 @@ struct Series {
     std::vector<double> seconds;
 };
 
-/// Frames of WaterLook with a height field of some size.
+/// Frames of a look with a field of some size.
 struct FieldScale {
-    std::string name;
+    std::string look;
+    std::string texelsAPixel;
     double seconds;    ///< of a frame
-    double difference; ///< of a channel from the first, on average, in steps of 8 bits
+    double difference; ///< of a channel from the look's first, on average, in steps of 8 bits
 };
 
 /// The `init` calls of all effects.

@@ -18,12 +18,16 @@ public class AttributesTest {
         final Map<int[], Look> looks = Map.of(R.styleable.RippleView, new WaterLook(), R.styleable.BlobsView,
                 new BlobsLook(), R.styleable.SprayView, new SprayLook(), R.styleable.CometsView, new CometsLook());
         for (Map.Entry<int[], Look> view : looks.entrySet()) {
-            final Set<String> attributes = new HashSet<>();
+            final Set<String> parameters = new HashSet<>();
             for (int attribute : view.getKey()) {
-                attributes.add(names.get(attribute));
+                final String parameter = String.valueOf(ParameterAttributes.parameterOf(attribute));
+                final String name = names.get(attribute);
+                if (!name.equals("src")) {
+                    parameters.add(parameter);
+                    assertEquals(parameter.toLowerCase(), name.replace("effect", "").toLowerCase());
+                }
             }
-            attributes.remove("src");
-            assertEquals(view.getValue().parameters().keySet(), attributes);
+            assertEquals(view.getValue().parameters().keySet(), parameters);
             view.getValue().close();
         }
     }

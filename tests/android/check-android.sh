@@ -52,7 +52,7 @@ if [ -e "$npm/kotlin-compiler" ]; then
     recipes/android/*.kt
   declarations=$npm/@nativescript/types-android/lib/android
   min_sdk=$(sed -n 's/^ *minSdk = //p' "$source/android/tidalume/build.gradle")
-  node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours
+  node "$here/check-platform.mjs" "$declarations" "$min_sdk" classes ours "$here/unproven.txt"
 else
   echo "check-android: npm has not brought a Kotlin compiler and the platform's declarations; both are left out"
 fi

@@ -1,11 +1,12 @@
 // Fails where a stub of a platform class says what the platform's declarations do not, or where our classes call what
 // Android has not had since MIN_SDK. The declarations are TypeScript's: all kinds of numbers are one there, and
-// checked exceptions and access (public or protected) are left out: the stubs' word for those is unproven.
-// usage: check-platform.mjs FOLDER_OF_DECLARATIONS MIN_SDK STUBS_CLASSES OUR_CLASSES
+// checked exceptions and access (public or protected) are left out: the stubs' word for those is unproven. It must be
+// that of the table UNPROVEN.
+// usage: check-platform.mjs FOLDER_OF_DECLARATIONS MIN_SDK STUBS_CLASSES OUR_CLASSES UNPROVEN
 import { execFileSync } from 'node:child_process';
 import { readFileSync, readdirSync } from 'node:fs';
 
-const [declarations, minSdk, stubs, ours] = process.argv.slice(2);
+const [declarations, minSdk, stubs, ours, unproven] = process.argv.slice(2);
 // Android's compiler D8 brings these to older versions, or compiles them away.
 const BACKPORTED = /^java\.lang\.(invoke\.|Float\.isFinite$)|^java\.util\.(List\.copyOf$|Objects\.)/;
 
@@ -86,9 +87,12 @@ function same(declared, java) {
 
 const files = classFiles(stubs, /^(android|javax)/);
 let members = 0;
+const table = readFileSync(unproven, 'utf8').split('\n').filter(line => line && !line.startsWith('#'));
+const rows = new Set(table.map(line => line.replace(/ +/, ' ')));
+const unusual = new Set();
 const HEADER = /^(?:public |final |abstract |static )*(class|interface) ([\w.$]+)(?:<.*>)?(?: extends ([\w.$]+))?.*\{$/;
 const MODIFIERS = '^ +(?:public |protected |abstract |final )*(static )?(?:final )?(?:<.*?> )?';
-const MEMBER = new RegExp(`${MODIFIERS}(?:([\\w.$[\\]]+) )?([\\w.$]+)(\\((.*)\\))?(?: = (.*))?;$`);
+const MEMBER = new RegExp(`${MODIFIERS}(?:([\\w.$[\\]]+) )?([\\w.$]+)(\\((.*)\\))?(?: throws .*)?(?: = (.*))?;$`);
 for (const line of javap('-protected', '-constants', ...files).split('\n')) {
   const header = line.match(HEADER);
   if (header) {
@@ -105,10 +109,17 @@ for (const line of javap('-protected', '-constants', ...files).split('\n')) {
   const parameters = member[4] && (member[5] ? member[5].split(', ').map(fromJava) : []);
   const type = name === 'constructor' ? 'void' : fromJava(member[2]);
   members++;
+  for (const [word] of line.replace(/ = .*|;$/, '').matchAll(/\b(byte|short|long|float|double|protected|throws .*)\b/g)) {
+    unusual.add(`${word} ${check.at}.${name}`);
+  }
   const found = membersOf(check.at, name).filter(entry => isOld(entry) && entry.isStatic === Boolean(member[1]));
   check(found.some(entry => (parameters && entry.parameters?.length === parameters.length
     ? parameters.every((given, i) => same(entry.parameters[i], given)) && same(entry.type, type)
     : !parameters && !entry.parameters && [type, member[6]].includes(entry.type))), `${check.at}: ${line.trim()}`);
+}
+
+for (const row of new Set([...rows, ...unusual])) {
+  check(rows.has(row) && unusual.has(row), `${row}, in the stubs and in ${unproven}`);
 }
 
 // What our own classes call of Java itself.
@@ -122,6 +133,6 @@ for (const [, owner, name, signature] of javap('-p', '-c', ...classFiles(ours, /
     `${type}.${name} with ${count} arguments, called by us`);
 }
 
-for (const failure of failures) console.error(`check-platform: Android ${minSdk} has not: ${failure}`);
+for (const failure of failures) console.error(`check-platform: missing, for Android ${minSdk}: ${failure}`);
 if (failures.size > 0 || members < 50) process.exit(1);
 console.log(`check-platform: ${files.length} classes with ${members} members are the platform's`);

@@ -17,7 +17,8 @@ inline std::set<GLuint> liveNames(GLboolean (*isObject)(GLuint), GLuint first = 
 /// How many objects of all kinds there are under such names.
 inline std::size_t liveObjects(GLuint first = 1, GLuint end = 1000) {
     std::size_t count = 0;
-    for (const auto isObject : {glIsTexture, glIsFramebuffer, glIsProgram, glIsShader, glIsBuffer})
+    for (const auto isObject : {glIsTexture, glIsFramebuffer, glIsRenderbuffer, glIsProgram, glIsShader, glIsBuffer,
+                                glIsVertexArray, glIsSampler})
         count += liveNames(isObject, first, end).size();
     return count;
 }

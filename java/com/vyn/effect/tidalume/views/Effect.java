@@ -5,6 +5,7 @@ import com.vyn.effect.tidalume.looks.TouchPhase;
 import java.util.LinkedHashMap;
 import java.util.Map;
 import java.util.Objects;
+import javax.annotation.Nullable;
 
 /**
  * What a view does, on the view's thread: it checks what it is told and hands it to the GL thread, where it happens in
@@ -16,9 +17,8 @@ final class Effect {
     private final EffectRenderer renderer;
     private final Map<String, Float> settings;
     private TouchMode touchMode = TouchMode.TAKE;
+    private boolean isEnabled = true;
     private boolean isAttached;
-    private boolean isVisible = true;
-    private boolean isPaused;
 
     /** @param errors is called on the GL thread */
     Effect(RenderThread thread, Gpu gpu, LookType type, EffectErrorListener errors) {
@@ -26,6 +26,15 @@ final class Effect {
         this.type = type.read(thread.frames());
         renderer = new EffectRenderer(gpu, thread.frames(), type, errors);
         settings = type.initial();
+    }
+
+    /** Does nothing and knows no parameters, for layout editors: they have no native library. */
+    static Effect idle() {
+        return new Effect(new RenderThread(null, new NoFrames()), null, LookType.empty(), null);
+    }
+
+    private boolean isIdle() {
+        return type.parameters().isEmpty();
     }
 
     /** The look begins anew, with the settings that are. Ignored while attached. */
@@ -64,32 +73,37 @@ final class Effect {
      */
     void windowGone(Runnable release) {
         thread.post(() -> {
-            thread.enter();
             renderer.setWindow(null, 0, 0);
             release.run();
         });
     }
 
     void setVisible(boolean isVisible) {
-        this.isVisible = isVisible;
-        show();
+        thread.post(() -> {
+            thread.enter();
+            renderer.setVisible(isVisible);
+        });
     }
 
     void setPaused(boolean isPaused) {
-        this.isPaused = isPaused;
-        show();
-    }
-
-    private void show() {
-        final boolean isShown = isVisible && !isPaused;
-        thread.post(() -> {
-            thread.enter();
-            renderer.setShown(isShown);
-        });
+        thread.post(() -> renderer.setPaused(isPaused));
     }
 
     void setTouchMode(TouchMode touchMode) {
         this.touchMode = Objects.requireNonNull(touchMode, "touchMode must not be null");
+        cancelUnfollowed();
+    }
+
+    /** Disabled, a view shows no touches; whom they go to stays the same. */
+    void setEnabled(boolean isEnabled) {
+        this.isEnabled = isEnabled;
+        cancelUnfollowed();
+    }
+
+    private void cancelUnfollowed() {
+        if (!isEnabled || touchMode != TouchMode.TAKE) {
+            thread.post(() -> renderer.cancelTouches(0));
+        }
     }
 
     /**
@@ -98,10 +112,10 @@ final class Effect {
      * @return whether the view takes the touch, so that others do not get it
      */
     boolean onTouch(PointerEvent event) {
-        if (touchMode == TouchMode.THROUGH && event.isDown()) {
+        if (isEnabled && touchMode == TouchMode.THROUGH && event.isDown()) {
             tap(event.actionPointer().x, event.actionPointer().y);
         }
-        if (touchMode == TouchMode.TAKE) {
+        if (isEnabled && touchMode == TouchMode.TAKE) {
             follow(event);
         }
         return touchMode == TouchMode.TAKE;
@@ -158,10 +172,13 @@ final class Effect {
     }
 
     float get(String parameter) {
-        return settings.get(type.parameter(parameter).name);
+        return isIdle() ? Float.NaN : settings.get(type.parameter(parameter).name);
     }
 
     void set(String parameter, float value) {
+        if (isIdle()) {
+            return;
+        }
         type.parameter(parameter).require(value);
         settings.put(parameter, value);
         sendSettings();
@@ -179,6 +196,9 @@ final class Effect {
     }
 
     void usePreset(String preset) {
+        if (isIdle()) {
+            return;
+        }
         settings.putAll(type.preset(preset));
         sendSettings();
     }
@@ -189,7 +209,7 @@ final class Effect {
     }
 
     /** @param picture null for none */
-    void setPicture(PictureSource picture) {
+    void setPicture(@Nullable PictureSource picture) {
         thread.post(() -> {
             thread.enter();
             renderer.setPicture(picture);

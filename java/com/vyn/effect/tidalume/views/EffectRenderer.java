@@ -6,6 +6,7 @@ import com.vyn.effect.tidalume.looks.TouchPhase;
 import com.vyn.effect.tidalume.looks.WaterLook;
 import java.io.IOException;
 import java.util.Map;
+import javax.annotation.Nullable;
 
 /** One view's look and surface. Everything happens on the GL thread. */
 final class EffectRenderer {
@@ -21,11 +22,12 @@ final class EffectRenderer {
     private final LookType type;
     private final EffectErrorListener errors;
     private final Fingers fingers = new Fingers();
-    private final FieldScaleGovernor governor = new FieldScaleGovernor();
+    private FieldScaleGovernor governor = new FieldScaleGovernor();
 
     private Map<String, Float> settings;
     private PictureSource picture;
-    private boolean isShown = true;
+    private boolean isVisible = true;
+    private boolean isPaused;
     private boolean isAdaptive = true;
     private float frameLimit = Float.POSITIVE_INFINITY;
     private Object window;
@@ -37,8 +39,10 @@ final class EffectRenderer {
     private PictureSource.Texture texture;
     private Object surface;
     private boolean isBlank;
-    private boolean hasDrawn;
     private long drawn;
+    /** Since the last picture that was shown. */
+    private int failures;
+    private int lostSurfaces;
 
     EffectRenderer(Gpu gpu, Frames frames, LookType type, EffectErrorListener errors) {
         this.gpu = gpu;
@@ -48,14 +52,14 @@ final class EffectRenderer {
     }
 
     void report(EffectError error, Throwable reason) {
-        errors.onEffectError(error, reason.getMessage());
+        errors.onEffectError(error, reason.getMessage() != null ? reason.getMessage() : reason.toString());
     }
 
     /** Makes the look; the context comes with {@link #contextCreated}. */
     void open(Map<String, Float> settings) {
         look = type.make();
+        failures = 0;
         set(settings);
-        fit();
     }
 
     /** With the context current if there is one. */
@@ -79,7 +83,8 @@ final class EffectRenderer {
         try {
             look.contextCreated();
         } catch (RuntimeException exception) {
-            fail(exception);
+            report(EffectError.EFFECT, exception);
+            close();
             return;
         }
         uploadPicture();
@@ -94,21 +99,36 @@ final class EffectRenderer {
         fingers.forget();
         hasContext = false;
         texture = null;
+        if (failures > 1) {
+            close();
+        }
     }
 
     /** @param window null where it has gone */
-    void setWindow(Object window, int width, int height) {
+    void setWindow(@Nullable Object window, int width, int height) {
         releaseSurface();
+        lostSurfaces = 0;
         this.window = window;
         this.width = width;
         this.height = height;
         fit();
     }
 
-    void setShown(boolean isShown) {
-        this.isShown = isShown;
-        if (!isShown && look != null) {
-            fingers.cancel(look);
+    /** What is shown again is drawn again: Android may have let go of the picture. */
+    void setVisible(boolean isVisible) {
+        isBlank |= isVisible && !this.isVisible;
+        this.isVisible = isVisible;
+        if (isVisible) {
+            fit();
+        } else {
+            cancelTouches(Integer.MIN_VALUE);
+        }
+    }
+
+    void setPaused(boolean isPaused) {
+        this.isPaused = isPaused;
+        if (isPaused) {
+            cancelTouches(Integer.MIN_VALUE);
         }
     }
 
@@ -118,15 +138,15 @@ final class EffectRenderer {
             return;
         }
         for (Map.Entry<String, Float> setting : settings.entrySet()) {
-            if (look.get(setting.getKey()) != setting.getValue()) {
-                look.set(setting.getKey(), setting.getValue());
+            if (!setting.getKey().equals(FIELD_SCALE)) {
+                setParameter(setting.getKey(), setting.getValue());
             }
         }
         setFieldScale();
     }
 
     /** @param picture null for none */
-    void setPicture(PictureSource picture) {
+    void setPicture(@Nullable PictureSource picture) {
         this.picture = picture;
         if (hasContext) {
             releasePicture();
@@ -136,6 +156,7 @@ final class EffectRenderer {
 
     void setAdaptive(boolean isAdaptive) {
         this.isAdaptive = isAdaptive;
+        governor = new FieldScaleGovernor();
         setFieldScale();
     }
 
@@ -144,25 +165,33 @@ final class EffectRenderer {
     }
 
     void touch(int point, float x, float y, TouchPhase phase) {
-        if (look != null && isShown) {
+        if (look != null && isVisible && !isPaused) {
             fingers.touch(look, point, x, y, phase);
+        }
+    }
+
+    /** Takes away the points from a number on. */
+    void cancelTouches(int lowest) {
+        if (look != null) {
+            fingers.cancel(look, lowest);
         }
     }
 
     /** Whether there is something to show that the surface does not. */
     boolean wantsFrame() {
-        final boolean isWanted = isShown && hasContext && surface != null && (isBlank || look.isMoving());
-        if (!isWanted) {
-            governor.rest();
+        final boolean canDraw = isVisible && hasContext && surface != null;
+        if (canDraw && (isBlank || !isPaused && look.isMoving())) {
+            return true;
         }
-        return isWanted;
+        governor.rest();
+        return false;
     }
 
     boolean isDue(long now) {
-        return wantsFrame() && (!hasDrawn || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
+        return wantsFrame() && (isBlank || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
     }
 
-    /** Draws a frame; a surface that has gone is let go of. */
+    /** Draws a frame. */
     Gpu.Result draw(long now) {
         Gpu.Result result = gpu.makeCurrent(surface);
         if (result == Gpu.Result.DONE) {
@@ -170,40 +199,59 @@ final class EffectRenderer {
             try {
                 look.draw(now / 1e9);
             } catch (RuntimeException exception) {
-                fail(exception);
-                return result;
+                return fail(exception);
             }
             result = gpu.swap(surface);
         }
         if (result == Gpu.Result.SURFACE_LOST) {
-            setWindow(null, 0, 0);
+            loseSurface();
         } else if (result == Gpu.Result.DONE) {
             fingers.drawn();
             isBlank = false;
-            hasDrawn = true;
+            failures = 0;
+            lostSurfaces = 0;
             drawn = now;
             govern(now);
         }
         return result;
     }
 
+    /** The look draws in its own context only: the one that is current may be another, so all begin anew, once. */
+    private Gpu.Result fail(RuntimeException exception) {
+        report(EffectError.EFFECT, exception);
+        failures++;
+        return Gpu.Result.CONTEXT_LOST;
+    }
+
+    /** The window stays. Another surface is made at once, unless that has just been tried. */
+    private void loseSurface() {
+        releaseSurface();
+        report(EffectError.SURFACE, new IllegalStateException("EGL has lost the view's surface"));
+        lostSurfaces++;
+        if (lostSurfaces == 1) {
+            fit();
+        }
+    }
+
     private void govern(long now) {
         final long period = frames.periodNanoseconds();
         final long wanted = period * (long) Math.ceil((SECOND / frameLimit - JITTER) / period);
-        if (governor.frame(now, Math.max(STEP, Math.max(period, wanted))) && isAdaptive) {
+        if (isAdaptive && governor.frame(now, Math.max(STEP, Math.max(period, wanted)))) {
             setFieldScale();
         }
     }
 
-    /** A change makes fields anew, so none is made without need. */
     private void setFieldScale() {
-        if (look == null || !settings.containsKey(FIELD_SCALE)) {
-            return;
+        if (look != null && settings.containsKey(FIELD_SCALE)) {
+            final float share = isAdaptive ? governor.share() : 1;
+            setParameter(FIELD_SCALE, Math.max(settings.get(FIELD_SCALE) * share, type.parameter(FIELD_SCALE).minimum));
         }
-        final float share = isAdaptive ? governor.share() : 1;
-        final float scale = Math.max(settings.get(FIELD_SCALE) * share, type.parameter(FIELD_SCALE).minimum);
-        if (look.get(FIELD_SCALE) != scale) {
-            look.set(FIELD_SCALE, scale);
+    }
+
+    /** A change makes fields anew, so none is made without need. */
+    private void setParameter(String name, float value) {
+        if (look.get(name) != value) {
+            look.set(name, value);
         }
     }
 
@@ -215,7 +263,7 @@ final class EffectRenderer {
         try {
             surface = gpu.createSurface(window);
         } catch (IllegalArgumentException | IllegalStateException exception) {
-            window = null; // Android has taken it away, and will say so
+            report(EffectError.SURFACE, exception);
             return;
         }
         isBlank = true;
@@ -237,8 +285,8 @@ final class EffectRenderer {
         try {
             texture = picture.upload();
             ((WaterLook) look).setPicture(texture.name, texture.width, texture.height, PictureTop.FIRST_ROW);
-        } catch (IOException | RuntimeException exception) {
-            report(EffectError.PICTURE, exception);
+        } catch (IOException | RuntimeException | OutOfMemoryError error) {
+            report(EffectError.PICTURE, error);
         }
     }
 
@@ -248,11 +296,5 @@ final class EffectRenderer {
             gpu.deleteTexture(texture.name);
         }
         texture = null;
-    }
-
-    private void fail(RuntimeException exception) {
-        report(EffectError.EFFECT, exception);
-        gpu.makeCurrent();
-        close();
     }
 }

@@ -26,14 +26,14 @@ final class Fingers {
         look.touch(finger, x, y, phase);
     }
 
-    /** Takes all fingers away. */
-    void cancel(Look look) {
+    /** Takes away the points from a number on. */
+    void cancel(Look look, int lowest) {
         for (int finger = 0; finger < Look.FINGERS; finger++) {
-            if (isDown[finger]) {
+            if (isDown[finger] && points[finger] >= lowest) {
                 look.touch(finger, 0, 0, TouchPhase.CANCEL);
+                isDown[finger] = false;
             }
         }
-        forget();
     }
 
     /** For a look that knows already that all are up. */

@@ -3,6 +3,7 @@ package com.vyn.effect.tidalume.views;
 import com.vyn.effect.tidalume.looks.Look;
 import com.vyn.effect.tidalume.looks.Parameter;
 import com.vyn.effect.tidalume.looks.Preset;
+import java.util.Collections;
 import java.util.LinkedHashMap;
 import java.util.Map;
 
@@ -19,6 +20,14 @@ final class LookType {
 
     LookType(Maker maker) {
         this.maker = maker;
+    }
+
+    /** A type that can be read without the native library, since there is nothing in it. */
+    static LookType empty() {
+        final LookType empty = new LookType(null);
+        empty.parameters = Collections.emptyMap();
+        empty.presets = Collections.emptyMap();
+        return empty;
     }
 
     /**
@@ -58,18 +67,18 @@ final class LookType {
 
     /** The values that a preset gives to all parameters. */
     Map<String, Float> preset(String name) {
-        return values(find(presets, "preset", name));
+        return values(find(presets, "preset", name).settings);
     }
 
-    /** The values of all parameters before anything is set, which are those of the first preset. */
+    /** The values of all parameters before anything is set. */
     Map<String, Float> initial() {
-        return values(presets.values().iterator().next());
+        return values(Collections.emptyMap());
     }
 
-    private Map<String, Float> values(Preset preset) {
+    private Map<String, Float> values(Map<String, Float> settings) {
         final Map<String, Float> values = new LinkedHashMap<>();
         for (Parameter parameter : parameters.values()) {
-            final Float value = preset.settings.get(parameter.name);
+            final Float value = settings.get(parameter.name);
             values.put(parameter.name, value != null ? value : parameter.initial);
         }
         return values;

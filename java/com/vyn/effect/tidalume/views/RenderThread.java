@@ -41,9 +41,12 @@ final class RenderThread {
 
     /** Takes the renderer out while the context is current; with the last one the context goes. */
     void detach(EffectRenderer renderer) {
-        enter();
-        renderer.close();
         attached.remove(renderer);
+        if (isLost()) {
+            renderer.contextLost();
+            lose();
+        }
+        renderer.close();
         if (attached.isEmpty() && hasContext) {
             gpu.destroyContext();
             hasContext = false;
@@ -56,13 +59,23 @@ final class RenderThread {
      * @return whether there is one
      */
     boolean enter() {
-        if (hasContext && gpu.makeCurrent() == Gpu.Result.CONTEXT_LOST) {
+        if (isLost()) {
             lose();
+        } else if (!hasContext) {
+            createContext();
         }
-        return hasContext || !attached.isEmpty() && createContext();
+        return hasContext;
     }
 
-    private boolean createContext() {
+    /** Makes the context current where there is one. */
+    private boolean isLost() {
+        return hasContext && gpu.makeCurrent() == Gpu.Result.CONTEXT_LOST;
+    }
+
+    private void createContext() {
+        if (attached.isEmpty()) {
+            return;
+        }
         try {
             gpu.createContext();
             hasContext = true;
@@ -70,12 +83,11 @@ final class RenderThread {
             for (EffectRenderer renderer : attached) {
                 renderer.report(EffectError.NO_CONTEXT, exception);
             }
-            return false;
+            return;
         }
         for (EffectRenderer renderer : attached) {
             renderer.contextCreated();
         }
-        return true;
     }
 
     /** Looks of a class share their programs: all of them forget before the first one builds anew. */

@@ -106,7 +106,14 @@ final class AndroidGpu implements Gpu {
         if (isDone) {
             return Result.DONE;
         }
-        return EGL14.eglGetError() == EGL14.EGL_CONTEXT_LOST ? Result.CONTEXT_LOST : Result.SURFACE_LOST;
+        switch (EGL14.eglGetError()) {
+            case EGL14.EGL_CONTEXT_LOST:
+            case EGL14.EGL_BAD_CONTEXT:
+            case EGL14.EGL_NOT_INITIALIZED:
+                return Result.CONTEXT_LOST;
+            default:
+                return Result.SURFACE_LOST;
+        }
     }
 
     @Override

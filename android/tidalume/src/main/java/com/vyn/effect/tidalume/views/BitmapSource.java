@@ -21,9 +21,11 @@ final class BitmapSource {
             if (bitmap == null) {
                 throw new IOException(resources.getResourceName(resource) + " is no bitmap");
             }
-            final PictureSource.Texture texture = upload(bitmap);
-            bitmap.recycle();
-            return texture;
+            try {
+                return upload(bitmap);
+            } finally {
+                bitmap.recycle();
+            }
         };
     }
 
@@ -42,10 +44,37 @@ final class BitmapSource {
             throw new IOException("the picture has " + bitmap.getWidth() + " x " + bitmap.getHeight()
                     + " pixels, this phone's textures end at " + limit[0]);
         }
+        if (bitmap.getConfig() == Bitmap.Config.ARGB_8888) {
+            return uploadPixels(bitmap);
+        }
+        // Of other kinds GL reads no pixels, as from the GPU's own memory, or no colours.
+        final Bitmap copy = bitmap.copy(Bitmap.Config.ARGB_8888, false);
+        if (copy == null) {
+            throw new IOException("the bitmap cannot be copied");
+        }
+        try {
+            return uploadPixels(copy);
+        } finally {
+            copy.recycle();
+        }
+    }
+
+    private static PictureSource.Texture uploadPixels(Bitmap bitmap) throws IOException {
         final int[] texture = new int[1];
         GLES30.glGenTextures(1, texture, 0);
-        GLES30.glBindTexture(GLES30.GL_TEXTURE_2D, texture[0]);
-        GLUtils.texImage2D(GLES30.GL_TEXTURE_2D, 0, bitmap, 0);
+        boolean isDone = false;
+        try {
+            GLES30.glBindTexture(GLES30.GL_TEXTURE_2D, texture[0]);
+            GLUtils.texImage2D(GLES30.GL_TEXTURE_2D, 0, bitmap, 0);
+            if (GLES30.glGetError() == GLES30.GL_OUT_OF_MEMORY) {
+                throw new IOException("the GPU has no memory for the picture");
+            }
+            isDone = true;
+        } finally {
+            if (!isDone) {
+                GLES30.glDeleteTextures(1, texture, 0);
+            }
+        }
         return new PictureSource.Texture(texture[0], bitmap.getWidth(), bitmap.getHeight());
     }
 }

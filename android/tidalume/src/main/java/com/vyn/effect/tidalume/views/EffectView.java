@@ -3,6 +3,8 @@ package com.vyn.effect.tidalume.views;
 import android.content.Context;
 import android.content.res.TypedArray;
 import android.graphics.SurfaceTexture;
+import android.os.Handler;
+import android.os.Looper;
 import android.util.AttributeSet;
 import android.util.Log;
 import android.view.MotionEvent;
@@ -19,10 +21,13 @@ import javax.annotation.Nullable;
  * is seen, and has nothing to be closed: while it is detached it holds neither memory of the GPU nor a look. Attached
  * again it begins anew, with its settings.
  *
- * <p>In a layout every parameter is an attribute of its name, such as {@code app:fieldScale="0.25"}. All methods belong
- * on the main thread.
+ * <p>In a layout every parameter is an attribute: {@code speed} is {@code app:effectSpeed}, {@code fieldScale} is
+ * {@code app:fieldScale}. All methods belong on the main thread. In a layout editor, which has no native library, a
+ * view stays empty and knows no parameters.
  */
 public abstract class EffectView extends TextureView implements TextureView.SurfaceTextureListener {
+    /** A view's own queue may wait until it is attached. */
+    private static final Handler MAIN = new Handler(Looper.getMainLooper());
     private static AndroidGpu gpu;
     private static RenderThread thread;
 
@@ -33,7 +38,7 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
     /** @param styleable of the view's parameters; other attributes in it are left to the view */
     EffectView(Context context, @Nullable AttributeSet attributes, LookType type, int[] styleable) {
         super(context, attributes);
-        effect = new Effect(shared(context), gpu, type, (error, message) -> post(() -> report(error, message)));
+        effect = isInEditMode() ? Effect.idle() : new Effect(shared(context), gpu, type, this::postError);
         setOpaque(false);
         setSurfaceTextureListener(this);
         readAttributes(context.obtainStyledAttributes(attributes, R.styleable.EffectView));
@@ -53,18 +58,19 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
         if (preset != null) {
             usePreset(preset);
         }
-        setTouchMode(TouchMode.values()[attributes.getInt(R.styleable.EffectView_touches, TouchMode.TAKE.ordinal())]);
-        setFrameLimit(attributes.getFloat(R.styleable.EffectView_frameLimit, Float.POSITIVE_INFINITY));
-        setAdaptive(attributes.getBoolean(R.styleable.EffectView_adaptive, true));
+        final int touches = attributes.getInt(R.styleable.EffectView_effectTouches, TouchMode.TAKE.ordinal());
+        setTouchMode(TouchMode.values()[touches]);
+        setFrameLimit(attributes.getFloat(R.styleable.EffectView_effectFrameLimit, Float.POSITIVE_INFINITY));
+        setAdaptive(attributes.getBoolean(R.styleable.EffectView_effectAdaptive, true));
         attributes.recycle();
     }
 
     private void readParameters(TypedArray attributes, int[] styleable) {
         for (int i = 0; i < styleable.length; i++) {
             final String value = attributes.getString(i);
-            final String name = getResources().getResourceEntryName(styleable[i]);
-            if (value != null && parameters().containsKey(name)) {
-                effect.setText(name, value);
+            final String parameter = ParameterAttributes.parameterOf(styleable[i]);
+            if (value != null && parameters().containsKey(parameter)) {
+                effect.setText(parameter, value);
             }
         }
         attributes.recycle();
@@ -179,12 +185,14 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
      * Follows the fingers of an event that is another's, whatever the touch mode is: for an activity's or a layout's
      * {@code dispatchTouchEvent}.
      *
-     * @param event with positions in the window
+     * @param event as any view gets it
      */
     public void follow(MotionEvent event) {
         final int[] place = new int[2];
-        getLocationInWindow(place);
-        effect.follow(pointerEvent(event, place[0], place[1]));
+        getLocationOnScreen(place);
+        final float left = place[0] - (event.getRawX() - event.getX());
+        final float top = place[1] - (event.getRawY() - event.getY());
+        effect.follow(pointerEvent(event, left, top));
     }
 
     /**
@@ -196,6 +204,10 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
         errorListener = listener;
     }
 
+    private void postError(EffectError error, String message) {
+        MAIN.post(() -> report(error, message));
+    }
+
     private void report(EffectError error, String message) {
         if (errorListener != null) {
             errorListener.onEffectError(error, message);
@@ -204,9 +216,19 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
         }
     }
 
+    /** Clicks stay the platform's, for those who listen. */
     @Override
     public boolean onTouchEvent(MotionEvent event) {
-        return effect.onTouch(pointerEvent(event, 0, 0));
+        final boolean isClick = super.onTouchEvent(event);
+        return effect.onTouch(pointerEvent(event, 0, 0)) || isClick;
+    }
+
+    @Override
+    public void setEnabled(boolean isEnabled) {
+        super.setEnabled(isEnabled);
+        if (effect != null) { // the constructor above this one may call
+            effect.setEnabled(isEnabled);
+        }
     }
 
     /** A copy: the event is Android's again before the GL thread sees it. */
