@@ -43,11 +43,16 @@ class GLTest : public testing::Test {
         EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
 
-    /// To the bit, a NaN too.
-    static void expectSame(const float* made, const float* expected, size_t count) {
+    /// To the bit, a NaN too; else says where they begin to differ.
+    static testing::AssertionResult same(const float* made, const float* expected, size_t count) {
         for (size_t i = 0; i < count; ++i)
-            ASSERT_EQ(std::memcmp(made + i, expected + i, sizeof(float)), 0)
-                << i << ": " << made[i] << " instead of " << expected[i];
+            if (std::memcmp(made + i, expected + i, sizeof(float)) != 0)
+                return testing::AssertionFailure() << "at " << i << ": " << made[i] << " instead of " << expected[i];
+        return testing::AssertionSuccess();
+    }
+    static testing::AssertionResult same(const std::vector<float>& made, const std::vector<float>& expected) {
+        if (made.size() == expected.size()) return same(made.data(), expected.data(), made.size());
+        return testing::AssertionFailure() << made.size() << " values instead of " << expected.size();
     }
 
     /// In the recorder's notation.
