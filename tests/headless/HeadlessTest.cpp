@@ -5,6 +5,7 @@
 #include "tests/support/Files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <numeric>
@@ -24,9 +25,11 @@ long virtualMegabytes() {
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
-    HeadlessContext(3, 3).makeCurrent();
-    context.makeCurrent();
     context.resize(1, 2);
+    {
+        const HeadlessContext another(3, 3);
+        context.makeCurrent();
+    }
     EXPECT_THROW(context.resize(1000000, 10), Error);
     EXPECT_EQ(std::pair(context.width(), context.height()), std::pair(1, 2)) << "as it was";
     glClearColor(0, 0, 1, 0);
@@ -76,6 +79,8 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
             }
         }
     }
+    const GLuint clamped = makeTexture(GL_RGBA8, 1, 1, std::vector<float>{-1, 2, NAN, 1});
+    EXPECT_THAT(readTexture(clamped, 1, 1).rgba, ElementsAre(0, 1, 0, 1));
     EXPECT_THROW(makeTexture(GL_R16F, 2, 1, std::vector<float>(4)), Error);
     EXPECT_THROW(makeTexture(GL_R32F, 2, 2, std::vector<float>(4)), Error);
     GLint bindings[2];
@@ -131,15 +136,19 @@ TEST_F(PictureFile, AnimationHoldsItsFramesAndTimes) {
     WebPAnimDecoderDelete(decoder);
 }
 
-/// EXIF orientations 1 to 8: the corner of the stored picture (left or right, top or bottom) that ends up top left.
+/// EXIF orientations 1 to 8 in both byte orders: the corner of the stored picture (left or right, top or bottom) that
+/// ends up top left.
 TEST_F(PictureFile, JpegIsTurnedUpright) {
     const char* const topLeft[] = {"", "LT", "RT", "RB", "LB", "LT", "LB", "RB", "RT"};
-    for (int orientation = 1; orientation <= 8; ++orientation) {
-        writeFile("turned", fileContent(jpeg).replace(31, 1, 1, static_cast<char>(orientation)));
+    const std::string orders[] = {fileContent(jpeg).substr(12, 20), {"II*\0\x8\0\0\0\1\0\x12\1\3\0\1\0\0\0\1\0", 20}};
+    for (int i = 0; i < 16; ++i) {
+        const int orientation = 1 + i / 2;
+        const std::string& block = orders[i % 2];
+        writeFile("turned", fileContent(jpeg).replace(12, 20, block).replace(31 - i % 2, 1, 1, char(orientation)));
         const Picture read = readPicture("turned");
-        EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << orientation;
-        EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << orientation;
-        EXPECT_NEAR(read.rgba[1], topLeft[orientation][1] == 'B' ? 255 : 0, 16) << orientation;
+        EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << i;
+        EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << i;
+        EXPECT_NEAR(read.rgba[1], topLeft[orientation][1] == 'B' ? 255 : 0, 16) << i;
     }
 }
 
