@@ -85,13 +85,6 @@ TEST_F(CometTest, FlightsAreReasonableAndFollowTheRandomStreamToTheBit) {
     }
 }
 
-TEST_F(CometTest, TextureCoordinates) {
-    for (int i = 0; i < 303; ++i) {
-        EXPECT_EQ(comets.getTexCoords()[2 * i], i % 101 / 100.0F);
-        EXPECT_EQ(comets.getTexCoords()[2 * i + 1], 1 - i / 101 / 2.0F);
-    }
-}
-
 TEST_F(CometTest, Frame) {
     EXPECT_CALLS(comets.setScreenSize(1080, 1920), "");
     EXPECT_CALLS(comets.render(0.5), ""); // before the first push

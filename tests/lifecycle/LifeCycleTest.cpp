@@ -270,16 +270,6 @@ TEST_P(LifeCycleTest, MakesTheSameCallsOnABareGL) {
     EXPECT_THAT(log.take(), Each(StartsWith("2 ")));
 }
 
-/// What has no target does not ask whether it has a size.
-TEST_P(LifeCycleTest, ShowsNothingBeforeItHasASize) {
-    const AnyEffect effect = effectCase.make();
-    effect.init();
-    expectSilence(effect);
-    if (effectCase.targets > 0 || effectCase.name == "CometRenderer") return;
-    EXPECT_THAT(glRecorder().record([&] { EXPECT_THAT(picture(effect), Each(0.0F)); }),
-                HasSubstr("glViewport 0 0 0 0\n"));
-}
-
 INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases()), PrintToStringParamName());
 
 } // namespace

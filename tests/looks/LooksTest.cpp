@@ -304,28 +304,25 @@ TEST_P(LooksTest, SurvivesTheLossOfTheContextTheSmallestSizeAndAnyTouch) {
 
 /// As if they had been lifted before: by the system, with the surface, with the context.
 TEST_P(LooksTest, FingersThatAreTakenAwayAreUp) {
-    for (const char* by : {"cancel", "size", "loss"}) {
-        const auto pictureAfterIt = [&](bool isLifted) {
+    enum Way { cancel, size, loss };
+    for (const Way way : {cancel, size, loss}) {
+        std::vector<Pixels> pictures;
+        for (const bool isLifted : {false, true}) {
             const auto look = ready();
-            look->touch(0, 30, 60, TouchPhase::Down);
-            look->draw(0);
-            look->touch(0, 40, 60, TouchPhase::Move);
-            look->draw(0.1);
+            pictureAfter(*look, 0.5, 60);
             if (isLifted) look->touch(0, 40, 60, TouchPhase::Up);
-            if (*by == 'c') look->touch(0, 0, 0, TouchPhase::Cancel);
-            if (*by == 's') look->setSize(0, 0);
+            if (way == cancel) look->touch(0, 0, 0, TouchPhase::Cancel);
+            if (way == size) look->setSize(0, 0);
+            if (way == loss) look->contextLost();
+            if (way == loss) context.recreate();
+            look->contextCreated();
             look->setSize(surfaceWidth, surfaceHeight);
-            if (*by == 'l') {
-                look->contextLost();
-                context.recreate();
-                look->contextCreated();
-            }
             look->touch(0, 80, 100, TouchPhase::Move);
-            for (int frame = 0; frame < 30; ++frame)
-                look->draw(0.2 + frame / 60.0);
-            return picture(*look, 0.7);
-        };
-        EXPECT_TRUE(same(pictureAfterIt(false), pictureAfterIt(true))) << by;
+            for (int frame = 31; frame < 60; ++frame)
+                look->draw(frame / 60.0);
+            pictures.push_back(picture(*look, 1));
+        }
+        EXPECT_TRUE(same(pictures[0], pictures[1])) << "way " << way;
     }
 }
 

@@ -123,14 +123,6 @@ TEST_F(MetaballTest, TouchesAndFrames) {
     renderer.push(60.0F, 6.0F, 5);
     update(200);
     EXPECT_THAT(render(20.0F), HasSubstr("glDrawArrays POINTS 0 1\n")) << "a press begins anew, and emits nothing";
-
-    renderer.GLContextDestroyed();
-    context.recreate();
-    renderer.push(1.0F, 1.0F, press);
-    EXPECT_THAT(render(10.0F), IsEmpty());
-    EXPECT_CALLS(renderer.addToField(10.0F), "");
-    EXPECT_EQ(particles()[0].position.x, 5.0F) << "frozen until init";
-    EXPECT_NEAR(particles()[0].age, 201 * 0.2, 1e-3);
 }
 
 /// The same sums as those of render, which has moved the particles before.
