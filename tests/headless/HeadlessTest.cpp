@@ -25,11 +25,12 @@ long virtualMegabytes() {
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
-    context.resize(1, 2);
     {
         const HeadlessContext another(3, 3);
         context.makeCurrent();
     }
+    EXPECT_THAT(context.driver(), HasSubstr("OpenGL ES 3")) << "it is still current";
+    context.resize(1, 2);
     EXPECT_THROW(context.resize(1000000, 10), Error);
     EXPECT_EQ(std::pair(context.width(), context.height()), std::pair(1, 2)) << "as it was";
     glClearColor(0, 0, 1, 0);
