@@ -127,15 +127,17 @@ void checkComplete(const char* what) {
                 hexadecimal(status));
 }
 
-void checkRead() {
+// glReadPixels alone may give what was there before: the threads of llvmpipe 22 may not have drawn yet.
+void readPixels(int width, int height, GLenum type, void* values) {
+    glFinish();
+    glReadPixels(0, 0, width, height, GL_RGBA, type, values);
     const GLenum error = glGetError();
     if (error != GL_NO_ERROR) throw Error("reading pixels back ended with GL error " + hexadecimal(error));
 }
 
 std::vector<std::uint8_t> readBytes(int width, int height) {
     std::vector<std::uint8_t> bytes(pixelCount(width, height) * 4);
-    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, bytes.data());
-    checkRead();
+    readPixels(width, height, GL_UNSIGNED_BYTE, bytes.data());
     return bytes;
 }
 
@@ -184,8 +186,7 @@ PixelArray readFramebuffer(int width, int height) {
     pixels.height = height;
     pixels.rgba.resize(pixelCount(width, height) * 4);
     if (isFloatFramebuffer()) {
-        glReadPixels(0, 0, width, height, GL_RGBA, GL_FLOAT, pixels.rgba.data());
-        checkRead();
+        readPixels(width, height, GL_FLOAT, pixels.rgba.data());
     } else {
         const std::vector<std::uint8_t> bytes = readBytes(width, height);
         std::transform(bytes.begin(), bytes.end(), pixels.rgba.begin(),

@@ -10,11 +10,8 @@ struct TestPeer {
         return effect.member;                                                                                          \
     }
     // NOLINTEND(bugprone-macro-parentheses)
-    TIDALUME_PEEK(mProgramMetaball)
-    TIDALUME_PEEK(mProgramDraw)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mFBONormal)
-    TIDALUME_PEEK(mIndices)
     TIDALUME_PEEK(mRectTexcoords)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mTextureBG)

@@ -6,19 +6,30 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <numeric>
+#include <unistd.h>
 #include <webp/demux.h>
 
 namespace tidalume::headless {
 
 using namespace testing;
 
+long virtualMegabytes() {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return (pages * sysconf(_SC_PAGESIZE)) >> 20;
+}
+
 TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     EXPECT_THROW(HeadlessContext(0, 10), Error);
     HeadlessContext context(1, 1);
-    HeadlessContext(3, 3).makeCurrent();
-    context.makeCurrent();
+    {
+        const HeadlessContext another(3, 3);
+        context.makeCurrent();
+    }
+    EXPECT_THAT(context.driver(), HasSubstr("OpenGL ES 3")) << "it is still current";
     context.resize(1, 2);
     EXPECT_THROW(context.resize(1000000, 10), Error);
     EXPECT_EQ(std::pair(context.width(), context.height()), std::pair(1, 2)) << "as it was";
@@ -33,6 +44,11 @@ TEST(HeadlessContext, ShowsWhatIsDrawnUprightAndOpaqueAtAnySize) {
     const GLuint texture = makeTexture(GL_R16F, 1, 1, std::vector<float>{1});
     context.recreate();
     EXPECT_THROW(readTexture(texture, 1, 1), Error) << "its name is gone";
+
+    const long before = virtualMegabytes();
+    for (int i = 0; i < 20; ++i)
+        context.resize(4096, 4096 - i); // 64 MB
+    EXPECT_LE(virtualMegabytes() - before, 640) << "surfaces that are replaced go";
 }
 
 TEST(Picture, IsPremultipliedByEachPixelsAlpha) {
@@ -64,6 +80,8 @@ TEST(Pixels, TexturesComeBackAsTheyWent) {
             }
         }
     }
+    const GLuint clamped = makeTexture(GL_RGBA8, 1, 1, std::vector<float>{-1, 2, NAN, 1});
+    EXPECT_THAT(readTexture(clamped, 1, 1).rgba, ElementsAre(0, 1, 0, 1));
     EXPECT_THROW(makeTexture(GL_R16F, 2, 1, std::vector<float>(4)), Error);
     EXPECT_THROW(makeTexture(GL_R32F, 2, 2, std::vector<float>(4)), Error);
     GLint bindings[2];
@@ -83,7 +101,12 @@ Picture pattern(int width, int height, int shade = 0) {
 
 /// Files lie in a folder of the test's own.
 class PictureFile : public Test {
+  protected:
+    ~PictureFile() override { EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open"; }
+
+  private:
     const WorkingFolder mFolder;
+    const int mNextFileNumber = nextFileNumber();
 };
 
 /// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.
@@ -152,15 +175,19 @@ TEST_F(PictureFile, AnimationLeavesNoTrails) {
     EXPECT_LE(largest, 6);
 }
 
-/// EXIF orientations 1 to 8: the corner of the stored picture (left or right, top or bottom) that ends up top left.
+/// EXIF orientations 1 to 8 in both byte orders: the corner of the stored picture (left or right, top or bottom) that
+/// ends up top left.
 TEST_F(PictureFile, JpegIsTurnedUpright) {
     const char* const topLeft[] = {"", "LT", "RT", "RB", "LB", "LT", "LB", "RB", "RT"};
-    for (int orientation = 1; orientation <= 8; ++orientation) {
-        writeFile("turned", fileContent(jpeg).replace(31, 1, 1, static_cast<char>(orientation)));
+    const std::string orders[] = {fileContent(jpeg).substr(12, 20), {"II*\0\x8\0\0\0\1\0\x12\1\3\0\1\0\0\0\1\0", 20}};
+    for (int i = 0; i < 16; ++i) {
+        const int orientation = 1 + i / 2;
+        const std::string& block = orders[i % 2];
+        writeFile("turned", fileContent(jpeg).replace(12, 20, block).replace(31 - i % 2, 1, 1, char(orientation)));
         const Picture read = readPicture("turned");
-        EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << orientation;
-        EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << orientation;
-        EXPECT_NEAR(read.rgba[1], topLeft[orientation][1] == 'B' ? 255 : 0, 16) << orientation;
+        EXPECT_EQ(read.width, orientation < 5 ? 64 : 48) << i;
+        EXPECT_NEAR(read.rgba[0], topLeft[orientation][0] == 'R' ? 255 : 0, 16) << i;
+        EXPECT_NEAR(read.rgba[1], topLeft[orientation][1] == 'B' ? 255 : 0, 16) << i;
     }
 }
 

@@ -3,9 +3,12 @@ package com.vyn.effect.tidalume;
 import static org.junit.Assert.*;
 
 import com.vyn.effect.tidalume.headless.HeadlessContext;
+import com.vyn.effect.tidalume.views.LiveNames;
 import java.lang.reflect.*;
+import java.nio.file.*;
 import java.util.*;
 import java.util.jar.*;
+import java.util.regex.*;
 import java.util.stream.*;
 import org.junit.*;
 
@@ -163,6 +166,10 @@ public final class CallTest {
     @Test
     public void statesAllowACallOrSayWhatIsMissing() throws Exception {
         for (Class<?> type : effects()) {
+            final AutoCloseable first = make(type, List.of("init", "setScreenSize"));
+            assertNotEquals(type + " shares its programs with one that was not deleted", 0, LiveNames.count());
+            first.close();
+            assertEquals(type + " leaves GL objects", 0, LiveNames.count());
             for (String steps : WAYS) {
                 final List<String> way = Arrays.asList(steps.split(" "));
                 final AutoCloseable effect = make(type, way);
@@ -175,6 +182,37 @@ public final class CallTest {
                 context.recreate();
             }
         }
+    }
+
+    /** Those of the platform and of the C++ classes have the same names; equations and factors are those of the GL. */
+    @Test
+    public void constantsAreThoseOfTheHeaders() throws Exception {
+        final StringBuilder headers = new StringBuilder();
+        for (String header : System.getProperty("headers").split(":")) {
+            headers.append(Files.readString(Path.of(header)));
+        }
+        final VectorGraphicRenderer graphics = new VectorGraphicRenderer();
+        for (Class<?> type : List.of(VectorGraphicRenderer.class, MetaballRenderer.class, CometRenderer.class)) {
+            for (Field constant : type.getFields()) {
+                final String name = constant.getName().replaceFirst("FACTOR_|EQUATION_", "GL_(FUNC_)?");
+                final Matcher found = Pattern.compile("\\b" + name + "[ =]+(-?\\w+)").matcher(headers);
+                assertTrue(name, found.find());
+                assertEquals(name, (int) Integer.decode(found.group(found.groupCount())), constant.getInt(null));
+                if (constant.getName().startsWith("FACTOR_")) {
+                    graphics.setBlendFunction(constant.getInt(null), 0, 0, 0);
+                }
+            }
+        }
+        graphics.close();
+    }
+
+    @Test
+    public void aSurfaceMayBeAsLargeAsTheDriversTextures() {
+        final CometRenderer comets = new CometRenderer();
+        final String refused = assertThrows(IllegalArgumentException.class, () -> comets.setScreenSize(1, 1 << 30))
+                .getMessage();
+        comets.setScreenSize(1, Integer.parseInt(refused.replaceAll(".* to (\\d+),.*", "$1")));
+        comets.close();
     }
 
     /** The native methods ignore a null, which stands for an array that Java cannot pin. */

@@ -1,7 +1,7 @@
 package com.vyn.effect.tidalume.views;
 
 /** The objects that are alive in the current context. */
-final class LiveNames {
+public final class LiveNames {
     static {
         System.loadLibrary("tidalume-live-names");
     }
@@ -9,5 +9,5 @@ final class LiveNames {
     private LiveNames() {
     }
 
-    static native long count();
+    public static native long count();
 }

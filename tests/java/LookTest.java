@@ -40,7 +40,7 @@ public final class LookTest {
                 throw exception.getCause();
             }
         });
-        assertTrue(refused.toString(), refused.getMessage().matches(message));
+        assertTrue(message + " does not match " + refused, refused.getMessage().matches(message));
     }
 
     private float[] draw(Look look, int frame) {
@@ -62,6 +62,8 @@ public final class LookTest {
                 final float[] touched = draw(look, 0);
                 assertTrue(look.isMoving());
                 assertFalse(look + " stands still", Arrays.equals(touched, draw(look, 4)));
+                look.draw(1, 1000);
+                assertThrows("nothing is attached", IllegalStateException.class, context::readFramebuffer);
                 context.recreate();
                 look.contextLost();
             }
@@ -95,6 +97,11 @@ public final class LookTest {
         final Picture picture = HeadlessContext.readPicture(file);
         assertEquals(2, picture.width);
         picture.rgba[8] = picture.rgba[12] = 0; // the lower row
+        final Picture half = HeadlessContext.readPicture(file);
+        half.rgba[1] = 100;
+        half.rgba[3] = -128;
+        half.premultiply();
+        assertArrayEquals(new byte[] {-128, 50, 0, -128, -1, 0, 0, -1}, Arrays.copyOf(half.rgba, 8));
         for (Look look : looks.subList(0, 2)) {
             look.contextCreated();
             look.setSize(2, 2);
@@ -106,6 +113,10 @@ public final class LookTest {
                 final float[] pixels = draw(look, 0);
                 assertArrayEquals(new float[] {1 - above, above}, new float[] {pixels[0], pixels[8]}, 0.2f);
             }
+        }
+        for (int[] size : new int[][] {{0, 1}, {1, 0}}) {
+            assertRefused(IllegalArgumentException.class, "width and height .*",
+                    () -> ((WaterLook) looks.get(0)).setPicture(1, size[0], size[1], PictureTop.FIRST_ROW));
         }
         assertRefused(IOException.class, "/absent.png: there is no such file",
                 () -> HeadlessContext.readPicture(Path.of("/absent.png")));
@@ -121,9 +132,21 @@ public final class LookTest {
         blobs.setPools(0);
         final float[] balls = {20, 70, 8, NaN, 5, 5, 30, 30, POSITIVE_INFINITY, 30, 40, -1, 40, 30, 8};
         blobs.setBalls(balls, 4);
-        final float[] pixels = draw(blobs, 0);
-        assertEquals(1, pixels[4 * ((HEIGHT - 70) * WIDTH + 20) + 3], 0.02f);
-        assertEquals(0, pixels[4 * ((HEIGHT - 30) * WIDTH + 40) + 3], 0);
+        final float[][] colors = {{1, 0.5f, 0.25f, 1}, {0.9f, 0.9f, 0.9f, 1}, {0, 0, 0.1f, 1}};
+        for (BlobsLook.Palette palette : BlobsLook.Palette.values()) {
+            blobs.setPalette(palette);
+            final float[] pixels = draw(blobs, 0);
+            final int middle = 4 * ((HEIGHT - 70) * WIDTH + 20);
+            final float[] color = Arrays.copyOfRange(pixels, middle, middle + 4);
+            assertArrayEquals(palette + "", colors[palette.ordinal()], color, 0.2f);
+            assertEquals(0, pixels[4 * ((HEIGHT - 30) * WIDTH + 40) + 3], 0);
+        }
+        blobs.setBalls(balls, 0);
+        blobs.touch(0, 20, 70, TouchPhase.DOWN);
+        draw(blobs, 0);
+        blobs.touch(0, 20, 70, TouchPhase.CANCEL);
+        IntStream.range(1, 99).forEach(frame -> draw(blobs, frame));
+        assertArrayEquals("all are gone", new float[4 * WIDTH * HEIGHT], draw(blobs, 99), 0);
         assertRefused(IllegalArgumentException.class, "count must be 0 to 5, .*", () -> blobs.setBalls(balls, 6));
     }
 

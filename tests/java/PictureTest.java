@@ -202,9 +202,11 @@ public final class PictureTest {
             assertEquals(0.25f * 0.5f, height(water.getTexture(), 60, 10), HALF_FLOAT_STEP);
             assertEquals(0.25f, height(water.getTexture(), 24, 48), 0.02f);
             final int before = water.getTexture();
-            water.setIterationCount(3);
-            water.update();
-            assertNotEquals("an odd number of passes", before, water.getTexture());
+            for (int passes : new int[] {2, 3}) {
+                water.setIterationCount(passes);
+                water.update();
+                assertEquals("every pass has another texture", passes == 2, before == water.getTexture());
+            }
         });
         drawInTwoContexts(new ShallowWater(), pond -> {
             pond.addDrop(A, 16, 0.5f);
@@ -217,12 +219,6 @@ public final class PictureTest {
             IntStream.range(0, 5).forEach(update -> pond.update());
             assertTrue(height(pond.getTexture(), 48, 15) > 0.6f);
         });
-        final NormalMapBuilder closed = new NormalMapBuilder();
-        closed.init();
-        closed.setScreenSize(WIDTH, HEIGHT);
-        final int texture = closed.getTexture();
-        closed.close();
-        assertThrows("its texture is deleted", IllegalStateException.class, () -> context.readTexture(texture, 1, 1));
     }
 
     @Test

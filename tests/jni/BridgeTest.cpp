@@ -16,6 +16,7 @@ NATIVE(jlong, VectorGraphicRenderer, Alloc)(JNIEnv*, jclass);
 NATIVE(void, VectorGraphicRenderer, Free)(JNIEnv*, jclass, jlong);
 NATIVE(void, VectorGraphicRenderer, renderRadialGradient)
 (JNIEnv*, jclass, jlong, jfloat, jfloat, jfloat, jfloatArray, jfloat, jfloatArray);
+NATIVE(jbyteArray, headless_HeadlessContext, nativeReadPicture)(JNIEnv*, jclass, jstring, jintArray);
 }
 
 namespace {
@@ -62,9 +63,22 @@ TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     Java_com_vyn_effect_tidalume_VectorGraphicRenderer_Free(&env, nullptr, handle);
 }
 
-TEST_F(BridgeTest, SettingsTakeAnyByteAndNoStringThatCannotBePinned) {
-    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) -> const char* { return nullptr; };
-    Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, reinterpret_cast<jstring>(first));
+TEST_F(BridgeTest, SettingsTakeAnyByteAndGiveStringsBack) {
+    static const char* pinned = nullptr;
+    static const char* released = nullptr;
+    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) { return pinned; };
+    functions.ReleaseStringUTFChars = [](JNIEnv*, jstring, const char* characters) { released = characters; };
+    functions.ExceptionCheck = [](JNIEnv*) { return static_cast<jboolean>(pinned == nullptr); };
+    functions.FindClass = [](JNIEnv*, const char*) -> jclass { return nullptr; };
+    auto* const text = reinterpret_cast<jstring>(first);
+    for (const char* directory : {static_cast<const char*>(nullptr), "/cache/"}) {
+        pinned = directory;
+        Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, text);
+        EXPECT_EQ(std::exchange(released, nullptr), directory);
+        Java_com_vyn_effect_tidalume_headless_HeadlessContext_nativeReadPicture(&env, nullptr, text, nullptr);
+        EXPECT_EQ(std::exchange(released, nullptr), directory);
+    }
+    EXPECT_STREQ(GlobalProperty::ROOT_DIR, "/cache/");
     for (const int byte : {2, 0, 128}) {
         Java_com_vyn_effect_tidalume_GlobalProperty_setDEBUGLOG(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::DEBUG_LOG, byte != 0);

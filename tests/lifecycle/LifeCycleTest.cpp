@@ -7,7 +7,6 @@
 #include <array>
 #include <climits>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <regex>
 
@@ -139,7 +138,7 @@ TEST_P(LifeCycleTest, TwoObjectsSurviveLossesOfTheContextWithoutACallToIt) {
         context.recreate();
         for (auto& effect : effects)
             effect.prepare();
-        EXPECT_EQ(picture(drawing), expected);
+        EXPECT_TRUE(same(picture(drawing), expected));
     }
     for (auto& effect : effects)
         effect.GLContextDestroyed();
@@ -149,8 +148,7 @@ TEST_P(LifeCycleTest, TwoObjectsSurviveLossesOfTheContextWithoutACallToIt) {
 }
 
 TEST_P(LifeCycleTest, CacheFilesHaveTheGivenNames) {
-    const WorkingFolder folder;
-    std::strcpy(GlobalProperty::ROOT_DIR, "./");
+    const WorkingFolder folder; // where files lie while no other is set
     ready();
     EXPECT_TRUE(std::filesystem::is_empty(".")) << "the cache is off";
     GlobalProperty::BINARY_SHADER = true;
@@ -199,22 +197,29 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
         {"pending", targets, "(0x505) GL_OUT_OF_MEMORY", [](Faults& f) { f.pendingErrors = someErrors; }},
     };
     for (const auto& [name, meets, says, refuse] : refusals) {
-        SCOPED_TRACE(name);
-        auto effect = effectCase.make();
-        refuse(glRecorder().faults);
-        effect.prepare();
-        effect.draw();
-        checkGLError("next"); // errors that the effect's own checks have left to the next one
-        const std::vector<std::string> lines = log.take();
-        glRecorder().faults = {};
-        EXPECT_THAT(lines, Each(ResultOf(isInCatalogue, true)));
-        if (*says && (meets == programs || effectCase.targets > 0)) {
-            EXPECT_THAT(lines, Contains(HasSubstr(says)));
+        std::vector<std::string> saidBefore;
+        for (const char* renderer : {"llvmpipe", "a GPU"}) {
+            SCOPED_TRACE(name + std::string(" of ") + renderer);
+            auto effect = effectCase.make();
+            refuse(glRecorder().faults);
+            glRecorder().faults.renderer = renderer;
+            effect.setScreenSize(height, width); // what is made by halves goes with the next size
+            effect.prepare();
+            effect.draw();
+            checkGLError("next"); // errors that the effect's own checks have left to the next one
+            const std::vector<std::string> lines = log.take();
+            glRecorder().faults = {};
+            EXPECT_THAT(lines, Each(ResultOf(isInCatalogue, true)));
+            if (*says && (meets == programs || effectCase.targets > 0)) {
+                EXPECT_THAT(lines, Contains(HasSubstr(says)));
+            }
+            EXPECT_TRUE(saidBefore.empty() || lines == saidBefore) << "hints go to no target that cannot be drawn into";
+            saidBefore = lines;
+            // A target that no format completes stays so until the next size.
+            if (name == std::string("formats")) effect.setScreenSize(height, width);
+            effect.prepare();
+            EXPECT_THAT(picture(effect), isLit);
         }
-        // A target that no format completes stays so until the next size.
-        if (name == std::string("formats")) effect.setScreenSize(height, width);
-        effect.prepare();
-        EXPECT_THAT(picture(effect), isLit);
     }
 }
 
@@ -222,7 +227,7 @@ TEST_P(LifeCycleTest, SurvivesAHostileDriver) {
 TEST_P(LifeCycleTest, DrawsTheSameInWiderFormats) {
     const std::vector<float> expected = picture(ready());
     glRecorder().faults.notRenderable = {GL_R16F, GL_RG16F, GL_RGB16F};
-    EXPECT_EQ(picture(ready()), expected);
+    EXPECT_TRUE(same(picture(ready()), expected));
 }
 
 TEST_P(LifeCycleTest, CallsAndTheirOrderAreFrozen) {
@@ -234,7 +239,7 @@ TEST_P(LifeCycleTest, CallsAndTheirOrderAreFrozen) {
 /// The hint to tile-based GPUs changes no picture, whatever blending and scissor the caller has left on.
 TEST_P(LifeCycleTest, WhatIsDiscardedWasToBeOverwritten) {
     for (const GLenum state : {GL_DITHER, GL_SCISSOR_TEST, GL_BLEND}) {
-        std::set<std::vector<float>> pictures;
+        std::vector<std::vector<float>> pictures;
         for (const char* driver : {"llvmpipe", "a GPU"}) {
             glRecorder().faults.renderer = driver;
             const AnyEffect effect = ready();
@@ -242,10 +247,10 @@ TEST_P(LifeCycleTest, WhatIsDiscardedWasToBeOverwritten) {
             glBlendFunc(GL_ONE, GL_ONE);
             glEnable(state);
             effect.draw();
-            pictures.insert(picture(effect));
+            pictures.push_back(picture(effect));
             glDisable(state);
         }
-        EXPECT_THAT(pictures, SizeIs(1)) << std::hex << state;
+        EXPECT_TRUE(same(pictures[1], pictures[0])) << std::hex << state;
     }
 }
 
@@ -263,16 +268,6 @@ TEST_P(LifeCycleTest, MakesTheSameCallsOnABareGL) {
     EXPECT_EQ(reinterpret_cast<Count>(dlsym(glRecorder().driver, "bareGLLiveObjects"))(), 0) << "GL objects leaked";
     glRecorder().reset();
     EXPECT_THAT(log.take(), Each(StartsWith("2 ")));
-}
-
-/// What has no target does not ask whether it has a size.
-TEST_P(LifeCycleTest, ShowsNothingBeforeItHasASize) {
-    const AnyEffect effect = effectCase.make();
-    effect.init();
-    expectSilence(effect);
-    if (effectCase.targets > 0 || effectCase.name == "CometRenderer") return;
-    EXPECT_THAT(glRecorder().record([&] { EXPECT_THAT(picture(effect), Each(0.0F)); }),
-                HasSubstr("glViewport 0 0 0 0\n"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Effects, LifeCycleTest, ValuesIn(effectCases()), PrintToStringParamName());

@@ -3,6 +3,7 @@
 #include "foundation/GlobalProperty.h"
 #include "headless/HeadlessContext.h"
 #include "testing/GLRecorder.h"
+#include "tests/support/Files.h"
 #include "tests/support/LiveNames.h"
 #include "tests/support/LogCapture.h"
 
@@ -18,7 +19,8 @@
         #operation, [&] { operation; }, __VA_ARGS__)
 
 /// A test with a GL context current, the recorder reset, the log captured and the settings at their defaults. Fails
-/// afterwards where a GL error is pending, a line was left in the log that the test did not take, or a GL object lives.
+/// afterwards where a GL error is pending, a line was left in the log that the test did not take, a GL object lives, or
+/// a file is open.
 class GLTest : public testing::Test {
   protected:
     static constexpr int width = 97;
@@ -36,15 +38,21 @@ class GLTest : public testing::Test {
     ~GLTest() override {
         glRecorder().faults = {};
         EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
+        EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open";
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
 
-    /// To the bit, a NaN too.
-    static void expectSame(const float* made, const float* expected, size_t count) {
+    /// To the bit, a NaN too; else says where they begin to differ.
+    static testing::AssertionResult same(const float* made, const float* expected, size_t count) {
         for (size_t i = 0; i < count; ++i)
-            ASSERT_EQ(std::memcmp(made + i, expected + i, sizeof(float)), 0)
-                << i << ": " << made[i] << " instead of " << expected[i];
+            if (std::memcmp(made + i, expected + i, sizeof(float)) != 0)
+                return testing::AssertionFailure() << "at " << i << ": " << made[i] << " instead of " << expected[i];
+        return testing::AssertionSuccess();
+    }
+    static testing::AssertionResult same(const std::vector<float>& made, const std::vector<float>& expected) {
+        if (made.size() == expected.size()) return same(made.data(), expected.data(), made.size());
+        return testing::AssertionFailure() << made.size() << " values instead of " << expected.size();
     }
 
     /// In the recorder's notation.
@@ -61,6 +69,8 @@ class GLTest : public testing::Test {
     LogCapture log;
 
   private:
+    const int mNextFileNumber = nextFileNumber();
+
     /// One call a line: their differences are shown then.
     static std::string lines(std::string calls, const std::string& beginning = "") {
         std::replace(calls.begin(), calls.end(), ';', '\n');
