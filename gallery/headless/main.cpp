@@ -130,17 +130,19 @@ void drawScene(const SceneEntry& entry, const Options& options, const Picture& b
 
 // A file a preset: the last frame, at half the size.
 void drawPresets(const PresetRow& row, const Options& options, const Picture& chosen, HeadlessContext& context) {
-    const int width = std::max(1, options.width / 2);
-    const int height = std::max(1, options.height / 2);
-    context.resize(width, height);
+    Options half = options;
+    half.width = std::max(1, options.width / 2);
+    half.height = std::max(1, options.height / 2);
+    context.resize(half.width, half.height);
     for (const Preset& preset : row.presets) {
         Player player(*row.scene, options.seed);
         player.usePreset(preset.name);
-        player.setUp(width, height, backgroundOf(*row.scene, preset.name, options, chosen));
+        player.setUp(half.width, half.height, backgroundOf(*row.scene, preset.name, half, chosen));
         for (int frame = 0; frame < options.ahead + options.frames; ++frame)
             player.drawStep();
         const auto path = std::filesystem::path(options.out) / pictureOf(row, preset);
-        about("--out", [&] { headless::writePng(path.string(), headless::framebufferPicture(width, height)); });
+        about("--out",
+              [&] { headless::writePng(path.string(), headless::framebufferPicture(half.width, half.height)); });
         checkErrors(*row.scene);
     }
     context.resize(options.width, options.height);
