@@ -1,8 +1,10 @@
 #include "gallery/Background.h"
+#include "gallery/Blend.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
 #include "tests/support/LiveNames.h"
+#include "tests/support/Pictures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -113,10 +115,27 @@ TEST_P(EveryScene, StaysFlatForManyFrames) {
     EXPECT_LE(growth, 1024);
 }
 
-Player metaballs() {
-    Player player(sceneTable()[3], 1);
+Player playerOf(const SceneEntry& entry) {
+    Player player(entry, 1);
     player.setUp(width, height, {});
     return player;
+}
+
+Player metaballs() {
+    return playerOf(sceneTable()[3]);
+}
+
+TEST(Player, BeginsWithThePresetOfItsScene) {
+    for (const SceneEntry& entry : sceneTable()) {
+        Player player(entry, 1);
+        std::vector<float> values[2];
+        for (auto& list : values) {
+            for (std::size_t i = 0; i < player.parameters().size; ++i)
+                list.push_back(player.get(static_cast<int>(i)));
+            player.usePreset(entry.preset);
+        }
+        EXPECT_EQ(values[0], values[1]) << entry.name;
+    }
 }
 
 // A display's frames come a little early or late; a slow machine's come much too late.
@@ -146,11 +165,50 @@ TEST(Player, TheFirstTouchEndsTheDemonstration) {
             if (frame == touchedAt) player.touch({0, 0, TouchPhase::Up, finger});
             player.drawStep();
         }
-        return headless::framebufferPicture(width, height).rgba;
+        return headless::framebufferPicture(width, height);
     };
-    EXPECT_NE(picture(0, 60), picture(60, 60));
-    EXPECT_EQ(picture(0, 60, pointerCount), picture(60, 60)) << "nobody has eleven fingers";
-    EXPECT_EQ(picture(0, 100), picture(60, 100)) << "the demonstration's finger is lifted";
+    EXPECT_NE(difference(picture(0, 60), picture(60, 60)), "");
+    EXPECT_EQ(difference(picture(0, 60, pointerCount), picture(60, 60)), "") << "nobody has eleven fingers";
+    EXPECT_EQ(difference(picture(0, 100), picture(60, 100)), "") << "the demonstration's finger is lifted";
+}
+
+// As the finger that demonstrates it does.
+TEST(VectorScene, ComesRoundInFourSeconds) {
+    const headless::HeadlessContext context(width, height);
+    Player player = playerOf(sceneTable().back());
+    Picture pictures[3];
+    for (Picture& picture : pictures) {
+        player.drawStep();
+        picture = headless::framebufferPicture(width, height);
+        for (int i = 1; i < 120; ++i)
+            player.drawStep();
+    }
+    EXPECT_EQ(difference(pictures[2], pictures[0], 8), "");
+    EXPECT_NE(difference(pictures[1], pictures[0], 8), "");
+}
+
+// One pixel of 100 below a colour of 200, 50 and 0 that covers half of it.
+TEST(Blend, FollowsItsFormula) {
+    const headless::HeadlessContext context(1, 1);
+    VectorGraphicRenderer graphics;
+    graphics.init();
+    graphics.setScreenSize(1, 1);
+    const std::pair<Blend, std::vector<std::uint8_t>> rows[] = {
+        {Blend::Over, {150, 75, 50, 255}},      {Blend::Add, {200, 125, 100, 255}},
+        {Blend::Multiply, {78, 20, 0, 255}},    {Blend::Screen, {222, 130, 100, 255}},
+        {Blend::Lighten, {200, 100, 100, 255}}, {Blend::Subtract, {0, 75, 100, 255}},
+    };
+    Picture expected(1, 1);
+    for (const auto& [blend, pixel] : rows) {
+        glClearColor(100 / 255.0F, 100 / 255.0F, 100 / 255.0F, 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+        setBlend(graphics, blend);
+        float color[] = {200 / 255.0F, 50 / 255.0F, 0, 0.5F};
+        graphics.renderCircle(0, 0, 9, color);
+        expected.rgba = pixel;
+        EXPECT_EQ(difference(headless::framebufferPicture(1, 1), expected, 1), "")
+            << blendNames[static_cast<int>(blend)];
+    }
 }
 
 // The source has three areas side by side, of which the middle one is kept. Its rows are opaque and half transparent
