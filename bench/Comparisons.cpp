@@ -26,7 +26,6 @@ void measure(benchmark::State& state, const Pair& pair, double duration, Compari
 
     std::vector<double> library;
     std::vector<double> other;
-    std::vector<double> ratios;
     std::vector<double> floors;
     bool libraryFirst = true;
     for (auto iteration : state) {
@@ -35,15 +34,9 @@ void measure(benchmark::State& state, const Pair& pair, double duration, Compari
         if (!libraryFirst) library.push_back(seconds(pair.library, runs));
         if (pair.floor) floors.push_back(seconds(*pair.floor, runs));
         libraryFirst = !libraryFirst;
-        ratios.push_back(library.back() / other.back());
         state.SetIterationTime(library.back());
     }
-    found.library = quantile(library, 0.5);
-    found.other = quantile(other, 0.5);
-    found.ratio = quantile(ratios, 0.5);
-    found.lowerQuartile = quantile(ratios, 0.25);
-    found.upperQuartile = quantile(ratios, 0.75);
-    if (pair.floor) found.floor = quantile(floors, 0.5);
+    summarize(library, other, floors, found);
     state.counters["library_us"] = 1e6 * found.library;
     state.counters["other_us"] = 1e6 * found.other;
     state.counters["ratio"] = found.ratio;

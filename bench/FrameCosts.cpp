@@ -3,6 +3,8 @@
 
 #include <benchmark/benchmark.h>
 #include <deque>
+#include <memory>
+#include <stdexcept>
 
 /// Allocations of the linked objects while this is not null; see the linker's --wrap in CMakeLists.txt.
 static int* allocations = nullptr;
@@ -24,6 +26,18 @@ COUNT(_ZnamRKSt9nothrow_t, (size_t size, const void* tag), (size, tag))
 }
 
 namespace tidalume::bench {
+namespace {
+
+template <typename Body>
+int allocationsOf(Body body) {
+    int count = 0;
+    allocations = &count;
+    body();
+    allocations = nullptr;
+    return count;
+}
+
+} // namespace
 
 /// On a screen where everything has been drawn before: whatever grows has grown.
 void registerFrameCosts(Run& run) {
@@ -38,11 +52,12 @@ void registerFrameCosts(Run& run) {
             for (LookFrames& look : looks)
                 look.draw();
         };
-        int count = 0;
-        allocations = &count;
-        for (auto iteration : state)
-            frame();
-        allocations = nullptr;
+        if (allocationsOf([] { benchmark::DoNotOptimize(std::make_unique<int>()); }) != 1)
+            throw std::logic_error("an allocation is not counted");
+        const int count = allocationsOf([&] {
+            for (auto iteration : state)
+                frame();
+        });
 
         const GLCalls calls = record([&] {
             for (int i = 0; i < FrameCosts::frames; ++i)

@@ -54,4 +54,17 @@ double quantile(std::vector<double> values, double share) {
     return values[static_cast<size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
 }
 
+void summarize(const std::vector<double>& library, const std::vector<double>& other, const std::vector<double>& floors,
+               Comparison& found) {
+    std::vector<double> ratios;
+    for (size_t i = 0; i < library.size(); ++i)
+        ratios.push_back(library[i] / other[i]);
+    found.library = quantile(library, 0.5);
+    found.other = quantile(other, 0.5);
+    found.ratio = quantile(ratios, 0.5);
+    found.lowerQuartile = quantile(ratios, 0.25);
+    found.upperQuartile = quantile(ratios, 0.75);
+    if (!floors.empty()) found.floor = quantile(floors, 0.5);
+}
+
 } // namespace tidalume::bench

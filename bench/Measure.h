@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/Results.h"
+
 #include <benchmark/benchmark.h>
 #include <functional>
 #include <string>
@@ -30,5 +32,11 @@ double median(benchmark::State& state, const std::function<double()>& measureOnc
 
 /// The value below which a share of the values lies, 0.5 for the median.
 double quantile(std::vector<double> values, double share);
+
+/// Fills the figures of a comparison in.
+/// @param library, other  seconds of runs that were measured in turn
+/// @param floors          empty where none was measured
+void summarize(const std::vector<double>& library, const std::vector<double>& other, const std::vector<double>& floors,
+               Comparison& found);
 
 } // namespace tidalume::bench

@@ -1,0 +1,33 @@
+#include "bench/Report.h"
+
+#include "bench/Measure.h"
+
+#include <gmock/gmock.h>
+
+namespace tidalume::bench {
+
+using testing::HasSubstr;
+
+TEST(Bench, TablesSayWhatWasMeasured) {
+    const std::pair<double, const char*> verdicts[] = {
+        {0.0, " |  |  |\n"},
+        {0.3, " | ≤ 0.30 | **missed** |\n"},
+        {0.45, " | ≤ 0.45 | **missed**, within the spread |\n"},
+        {0.6, " | ≤ 0.60 | met, within the spread |\n"},
+        {0.8, " | ≤ 0.80 | met |\n"},
+    };
+    Results results;
+    for (const auto& [goal, text] : verdicts) {
+        results.comparisons = {{"step", "64x64", "plain form", goal}};
+        summarize({4e-6, 2e-6, 3e-6, 5e-6, 1e-6}, {8e-6, 8e-6, 4e-6, 2e-6, 2.5e-6}, {7e-4, 9e-4, 1e-3},
+                  results.comparisons[0]);
+        EXPECT_THAT(markdownTables(results), HasSubstr("\n| step | 64x64 | plain form | 3.0 µs | 4.0 µs | 900.0 µs | "
+                                                       "0.500 (0.400 to 0.750)" +
+                                                       std::string(text)));
+    }
+    results.series = {{"fill", "pixels", {1, 10, 100}, {1e-6, 1e-4, 1e-2}}, {"a filtered one", "pixels", {1}, {1}}};
+    EXPECT_THAT(markdownTables(results), HasSubstr("---:|\n| fill | pixels | 1 | 100 | 1.0 µs | 10.00 ms | 2.00 |\n"));
+    EXPECT_THAT(markdownTables(results), Not(HasSubstr("filtered")));
+}
+
+} // namespace tidalume::bench
