@@ -25,14 +25,14 @@ export PATH=$PWD/bin:$PATH FAILING=none
 unset CI
 
 failed=0
-# Status, command line, and a pattern of all that it starts.
+# Status, command line, and a pattern of all that it starts and of the line that says why not.
 while IFS='|' read -r status command pattern; do
   found=0
   output=$(bash -c "$command" 2>&1) || found=$?
-  started=$(sed -n 's/^+//p' <<<"$output" | tr '\n' ';')
+  started=$(sed -n 's/^+//p; /^[a-z.\/]*: /p' <<<"$output" | tr '\n' ';')
   # shellcheck disable=SC2053 # a pattern
   if [[ $found != "$status" || $started != $pattern ]]; then
-    printf 'check-commands: %s: status %s instead of %s, and it starts\n%s\ninstead of\n%s\n' \
+    printf 'check-commands: %s: status %s instead of %s, and it starts or says\n%s\ninstead of\n%s\n' \
       "$command" "$found" "$status" "${started//;/$'\n'}" "${pattern//;/$'\n'}" >&2
     failed=1
   fi
@@ -43,16 +43,22 @@ done <<'END'
 0|./run --phones|build-phone-drivers;install-dependencies --basic;cmake --build --preset release --target tidalume-phones;tidalume-phones --out ./out/phones;
 0|./run --web 1|install-dependencies;build-web;python3 -m http.server --bind 127.0.0.1 --directory ./out/web 1;
 0|./run --web --lan 65535|install-dependencies;build-web;python3 -m http.server --bind 127.0.0.2 --directory ./out/web 65535;
-2|./run --web 0|
-2|./run --web 65536|
+2|./run --web 0|./run: --web: "0" is not a port from 1 to 65535;
+2|./run --web --lan 65536|./run: --web: "65536" is not a port*;
+2|./run --web eighty|./run: --web: "eighty" is not a port*;
+2|./run --web 8000 --lan 9000|./run: --web: only a port and --lan may follow, not "8000 --lan 9000";
+2|./run --phones x|./run: --phones: nothing may follow, not "x";
 1|FAILING='cmake --build' ./run|install-dependencies --basic;cmake*;
 1|FAILING='build-web' ./run --web 1|install-dependencies;build-web;
 0|./test -R Name|install-dependencies;cmake --preset release*;cmake --build --preset release;cmake --preset fuzz*;cmake --build --preset fuzz;ctest --preset release --label-exclude long|all-drivers -R Name;ctest --preset fuzz --label-exclude long|all-drivers -R Name;
+2|./test --speed|install-dependencies;./test: "--speed" is an option neither of ./test nor of ctest*;
+2|./test -R Name --long|./test: --all-drivers and --long come first*;
 0|./test --all-drivers|*;ctest --preset release --label-exclude long;ctest --preset fuzz --label-exclude long;
 0|./test --long|*;ctest --preset tsan --label-exclude long;ctest*--label-regex long;ctest*--label-regex long;
 1|FAILING='ctest --preset release' ./test|*;ctest --preset fuzz*
 1|FAILING='ctest --preset fuzz' ./test|*;ctest --preset fuzz*
 1|FAILING='ctest --preset fuzz --label-regex' ./test --long|*
+2|scripts/analyse absent|analyse: one build folder is expected*;
 0|scripts/analyse|clang-tidy-14 *bench/main.cpp;cppcheck*;
 1|FAILING=clang-tidy-14 scripts/analyse|*;cppcheck*
 1|FAILING=cppcheck scripts/analyse|*

@@ -251,13 +251,8 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused("unset DISPLAY; XDG_RUNTIME_DIR=/tmp " + viewer("0 quit\n"), "there is no display");
 
     isRefused(BENCH_PROGRAM " --filter '['", "--filter: \"[\" is not an extended regular expression");
-    isRefused(SOURCE_DIR "/run --web eighty", "--web: \"eighty\" is not a port");
-    isRefused(SOURCE_DIR "/run --phones x", "--phones: nothing may follow, not \"x\"");
-    isRefused(SOURCE_DIR "/run --web --lan 99999", "--web: \"99999\" is not a port");
-    isRefused(SOURCE_DIR "/run --web 8000 --lan 9000", "only a port and --lan may follow, not \"8000 --lan 9000\"");
     isRefused(SOURCE_DIR "/scripts/install-dependencies --all", "nothing or --basic is expected, not \"--all\"");
     isRefused(SOURCE_DIR "/scripts/renew-abi --all", "takes no arguments, not \"--all\"");
-    isRefused(SOURCE_DIR "/scripts/analyse absent", "one build folder is expected");
 }
 
 TEST_F(Programs, HelpAndTheLeastNumbersAreTaken) {

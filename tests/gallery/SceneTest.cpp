@@ -115,26 +115,31 @@ TEST_P(EveryScene, StaysFlatForManyFrames) {
     EXPECT_LE(growth, 1024);
 }
 
-Player playerOf(const SceneEntry& entry) {
+Player playerOf(const SceneEntry& entry = sceneTable()[3]) {
     Player player(entry, 1);
     player.setUp(width, height, {});
     return player;
 }
 
-Player metaballs() {
-    return playerOf(sceneTable()[3]);
+/// The last of so many frames of a scene of which a finger lifts before one.
+Picture lastFrame(int touchedAt, int frames, int finger = 9, const SceneEntry& entry = sceneTable()[3]) {
+    const headless::HeadlessContext context(width, height);
+    Player player = playerOf(entry);
+    for (int frame = 0; frame < frames; ++frame) {
+        if (frame == touchedAt) player.touch({0, 0, TouchPhase::Up, finger});
+        player.drawStep();
+    }
+    return headless::framebufferPicture(width, height);
 }
 
 TEST(Player, BeginsWithThePresetOfItsScene) {
     for (const SceneEntry& entry : sceneTable()) {
-        Player player(entry, 1);
-        std::vector<float> values[2];
-        for (auto& list : values) {
-            for (std::size_t i = 0; i < player.parameters().size; ++i)
-                list.push_back(player.get(static_cast<int>(i)));
-            player.usePreset(entry.preset);
-        }
-        EXPECT_EQ(values[0], values[1]) << entry.name;
+        const Player begun(entry, 1);
+        Player set(entry, 1);
+        set.usePreset(entry.preset);
+        for (int i = 0; i < static_cast<int>(begun.parameters().size); ++i)
+            EXPECT_EQ(begun.get(i), set.get(i))
+                << entry.name << ": " << begun.parameters()[static_cast<size_t>(i)].name;
     }
 }
 
@@ -142,13 +147,13 @@ TEST(Player, BeginsWithThePresetOfItsScene) {
 TEST(Player, StepsFollowTime) {
     const headless::HeadlessContext context(width, height);
     for (const double rate : {50.0, 144.0}) {
-        Player player = metaballs();
+        Player player = playerOf();
         int steps = 0;
         for (int i = 0; i < 2 * rate; ++i)
             steps += player.advance(1 / rate);
         EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
     }
-    Player player = metaballs();
+    Player player = playerOf();
     const double step = Player::timeStep;
     std::vector<int> steps;
     for (const double seconds :
@@ -158,33 +163,16 @@ TEST(Player, StepsFollowTime) {
 }
 
 TEST(Player, TheFirstTouchEndsTheDemonstration) {
-    const headless::HeadlessContext context(width, height);
-    const auto picture = [](int touchedAt, int frames, int finger = 9) {
-        Player player = metaballs();
-        for (int frame = 0; frame < frames; ++frame) {
-            if (frame == touchedAt) player.touch({0, 0, TouchPhase::Up, finger});
-            player.drawStep();
-        }
-        return headless::framebufferPicture(width, height);
-    };
-    EXPECT_NE(difference(picture(0, 60), picture(60, 60)), "");
-    EXPECT_EQ(difference(picture(0, 60, pointerCount), picture(60, 60)), "") << "nobody has eleven fingers";
-    EXPECT_EQ(difference(picture(0, 100), picture(60, 100)), "") << "the demonstration's finger is lifted";
+    EXPECT_NE(difference(lastFrame(0, 60), lastFrame(60, 60)), "");
+    EXPECT_EQ(difference(lastFrame(0, 60, pointerCount), lastFrame(60, 60)), "") << "nobody has eleven fingers";
+    EXPECT_EQ(difference(lastFrame(0, 100), lastFrame(60, 100)), "") << "the demonstration's finger is lifted";
 }
 
 // As the finger that demonstrates it does.
 TEST(VectorScene, ComesRoundInFourSeconds) {
-    const headless::HeadlessContext context(width, height);
-    Player player = playerOf(sceneTable().back());
-    Picture pictures[3];
-    for (Picture& picture : pictures) {
-        player.drawStep();
-        picture = headless::framebufferPicture(width, height);
-        for (int i = 1; i < 120; ++i)
-            player.drawStep();
-    }
-    EXPECT_EQ(difference(pictures[2], pictures[0], 8), "");
-    EXPECT_NE(difference(pictures[1], pictures[0], 8), "");
+    const SceneEntry& vector = sceneTable().back();
+    EXPECT_EQ(difference(lastFrame(0, 241, 9, vector), lastFrame(0, 1, 9, vector), 8), "");
+    EXPECT_NE(difference(lastFrame(0, 121, 9, vector), lastFrame(0, 1, 9, vector), 8), "");
 }
 
 // One pixel of 100 below a colour of 200, 50 and 0 that covers half of it.
