@@ -37,6 +37,7 @@ while IFS='|' read -r status command pattern; do
     failed=1
   fi
 done <<'END'
+0|./run --help|tidalume-gallery --help;
 0|./run --scene pond --seed 2|install-dependencies --basic;cmake --build --preset release --target tidalume-gallery;tidalume-gallery --scene pond --seed 2;
 0|./run --live --scene pond|install-dependencies --basic;cmake --build --preset release --target tidalume-viewer;tidalume-viewer --scene pond;
 0|./run --bench --quick|install-dependencies --basic;cmake --build --preset release --target tidalume-bench;tidalume-bench --quick;

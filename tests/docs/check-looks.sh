@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Fails where the page about looks does not show the presets and parameters that the gallery lists, as they are listed.
+# Fails where the page about looks does not show the presets and parameters that the gallery lists, as they are listed,
+# and where ./run, which says so before the first build, does not name the scenes and grounds that the gallery takes.
 # usage: check-looks.sh SOURCE_DIR GALLERY_PROGRAM
 set -euo pipefail
 page=$1/docs/looks.md
@@ -39,4 +40,10 @@ while IFS= read -r presets; do
   table=$'\n|---|---|---|---|---|\n'$parameters$'\n'
   [[ $(<"$page") == *"$table"* ]] || { echo "no such table in $page:$table" >&2; wrong=1; }
 done <<<"$rows"
+
+for kind in scene ground; do
+  names=$("$2" --$kind none 2>&1 | sed 's/.* are: //' || true)
+  grep -qxF "# The ${kind}s: $names" "$1/run" || { echo "not in $1/run: the ${kind}s: $names" >&2; wrong=1; }
+done
+"$2" --help | grep -- --background >/dev/null || { echo "--help does not help" >&2; wrong=1; }
 exit "$wrong"

@@ -43,12 +43,4 @@ TEST(Grounds, AreOneOpaquePictureEachAtEverySize) {
     EXPECT_THAT(withChance, ElementsAre("sand", "tiles", "pebbles", "night"));
 }
 
-// Compared with its own average of 10 x 10 pixels, as wide as a ring, which makes some 20 steps of difference.
-TEST(Grounds, LetRingsBeRead) {
-    for (const Ground& ground : groundTable()) {
-        const Picture picture = ground.draw(200, 360, 1);
-        EXPECT_LT(meanDifference(picture, coverFit(coverFit(picture, 20, 36), 200, 360)), 3.5) << ground.name;
-    }
-}
-
 } // namespace tidalume::gallery

@@ -1,4 +1,3 @@
-#include "gallery/Ground.h"
 #include "gallery/SceneTable.h"
 #include "headless/PictureFile.h"
 #include "tests/support/Files.h"
@@ -153,12 +152,11 @@ TEST_F(Programs, ViewersKeysAndDroppedFilesSetWhatTheCommandLineSets) {
         "62 drop photo.png\n62 drop absent.png\n62 key r\n92 key s\n"
         "93 key g\n93 key g\n93 key g\n93 key g\n93 key r\n123 key s\n124 quit\n"));
     EXPECT_THAT(fileContent("output"), testing::HasSubstr("tidalume-viewer: absent.png: there is no such file"));
-    const char* const options[] = {" --set palette=mercury --set touchRadius=0.16",
-                                   " --preset dew --set touchRadius=0.118",
-                                   " --preset dew --set touchRadius=0.118 --background photo.png",
-                                   " --preset dew --set touchRadius=0.118 --ground ember"};
+    const std::string dew = " --preset dew --set touchRadius=0.118";
+    const std::string options[] = {" --set palette=mercury --set touchRadius=0.16", dew,
+                                   dew + " --background photo.png", dew + " --ground ember"};
     int number = 0;
-    for (const std::string option : options) {
+    for (const std::string& option : options) {
         const std::string name = std::to_string(++number);
         EXPECT_EQ(difference(readPicture("tidalume-metaballs-" + name + ".png"),
                              headlessPicture("metaballs", 31, option + " --seed " + std::to_string(number + 1))),
@@ -255,11 +253,6 @@ TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
     isRefused(SOURCE_DIR "/scripts/renew-abi --all", "takes no arguments, not \"--all\"");
 }
 
-TEST_F(Programs, HelpAndTheLeastNumbersAreTaken) {
-    runsWell(GALLERY_PROGRAM " --help");
-    runsWell(gallery("--scene waves --frames 1 --ahead 0 --seed 0"));
-}
-
 // Of the preset, by the seed. Nothing is before them.
 TEST_F(Programs, GalleryDrawsTheGround) {
     const auto ground = [](const std::string& options) {
@@ -268,17 +261,6 @@ TEST_F(Programs, GalleryDrawsTheGround) {
     EXPECT_LT(ground(" --preset lava").pixel(0, 0)[0], 64);
     EXPECT_GT(ground(" --preset ink").pixel(0, 0)[0], 128) << "ink would not be seen on a dark one";
     EXPECT_NE(difference(ground(" --ground night"), ground(" --ground night --seed 2")), "");
-}
-
-TEST_F(Programs, RunNamesEverySceneAndGroundBeforeTheFirstBuild) {
-    const auto list = [](std::string names, const auto& table) {
-        for (const auto& entry : table)
-            names += (names.back() == ':' ? " " : ", ") + std::string(entry.name);
-        return names + "\n";
-    };
-    runsWell("cp " SOURCE_DIR "/run . && ./run --help");
-    EXPECT_THAT(fileContent("output"), testing::HasSubstr(list("The scenes:", sceneTable())));
-    EXPECT_THAT(fileContent("output"), testing::HasSubstr(list("The grounds:", groundTable())));
 }
 
 } // namespace tidalume::gallery
