@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
-"""Fails where the library does not export a public function or variable that an installed header declares.
+"""Fails where the library does not export a public function or variable that an installed header declares, or exports
+what none declares.
 
 usage: check-declarations.py LIBRARY SOURCE_DIR COMPILER_FLAGS...
 """
 import json
+import re
 import subprocess
 import sys
 
@@ -17,6 +19,11 @@ exported = set(subprocess.run(["nm", "-D", "--defined-only", "--format=just-symb
 
 file = ""  # clang names it where it differs from that of the place before
 declared = {}
+known = set()
+
+
+def without_kind(name):  # a constructor or destructor is exported as several
+    return re.sub("[CD][0-9]E", "CE", name)
 
 
 def follow(place):
@@ -34,6 +41,7 @@ def visit(node, is_public):
     follow(node.get("loc", {}))
     here = file
     follow(node.get("range", {}))
+    known.add(without_kind(node.get("mangledName", "")))
     parts = node.get("inner", [])
     is_defined = any(part.get("kind") == "CompoundStmt" for part in parts) or node.get("inline")
     is_left_out = is_defined or node.get("isImplicit") or node.get("explicitlyDeleted") or node.get("explicitlyDefaulted")
@@ -51,4 +59,7 @@ visit(tree, True)
 missing = [place for name, place in declared.items() if name not in exported]
 if missing or len(declared) < len(headers):
     sys.exit("check-declarations: declared, but not exported: " + ", ".join(missing or ["nothing was found"]))
+unknown = [name for name in exported if name.startswith("_Z") and without_kind(name) not in known]
+if unknown:
+    sys.exit("check-declarations: exported, but declared in no installed header: " + ", ".join(unknown))
 print(f"check-declarations: {len(declared)} functions and variables of {len(headers)} headers")
