@@ -1,7 +1,10 @@
 #include "bench/Benchmarks.h"
 #include "bench/LookFrames.h"
 
+#include <GLES3/gl3.h>
+
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <stdexcept>
@@ -54,6 +57,9 @@ void registerFrameCosts(Run& run) {
         };
         if (allocationsOf([] { benchmark::DoNotOptimize(std::make_unique<int>()); }) != 1)
             throw std::logic_error("an allocation is not counted");
+        std::uint8_t pixel[4];
+        if (record([&] { glReadPixels(0, 0, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel); }).transfers != 1)
+            throw std::logic_error("a read-back is not counted");
         const int count = allocationsOf([&] {
             for (auto iteration : state)
                 frame();
