@@ -18,6 +18,7 @@ final class Machine implements Gpu, Frames {
     int contextsAskedFor;
     Result current = Result.DONE;
     Result swapped = Result.DONE;
+    boolean isLosing;
     int surfaces;
     long namesAtFirst;
     Listener requested;
@@ -31,6 +32,7 @@ final class Machine implements Gpu, Frames {
         assertNull(context);
         context = HeadlessContext.create(1, 1);
         namesAtFirst = LiveNames.count();
+        swapped = isLosing ? Result.CONTEXT_LOST : Result.DONE;
     }
 
     public void destroyContext() {

@@ -127,4 +127,25 @@ public final class ViewLossTest extends ViewsFixture {
         frames(1);
         assertEquals(3, machine.contextsAskedFor);
     }
+
+    @Test
+    public void contextsThatAreLostAgainAndAgainAreGivenUp() throws Exception {
+        machine.isLosing = true;
+        final TestView[] views = {view(0), view(1)};
+        for (TestView view : views) {
+            view.open(16, 16);
+        }
+        for (int i = 1; i <= 2; i++) {
+            frames(9);
+            assertEquals("one for each view", 2, takeErrors().size());
+            assertEquals(3 * i, machine.contextsAskedFor);
+            views[0].open(16, 16);
+        }
+        machine.isLosing = false;
+        frames(3);
+        for (TestView view : views) {
+            view.check();
+            view.attach(false);
+        }
+    }
 }

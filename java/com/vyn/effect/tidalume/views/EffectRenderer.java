@@ -191,16 +191,16 @@ final class EffectRenderer {
         return wantsFrame() && (isBlank || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
     }
 
-    /** Draws a frame. */
+    /**
+     * Draws a frame.
+     *
+     * @throws RuntimeException if the look fails; {@link #fail} is to follow
+     */
     Gpu.Result draw(long now) {
         Gpu.Result result = gpu.makeCurrent(surface);
         if (result == Gpu.Result.DONE) {
             gpu.clear();
-            try {
-                look.draw(now / 1e9);
-            } catch (RuntimeException exception) {
-                return fail(exception);
-            }
+            look.draw(now / 1e9);
             result = gpu.swap(surface);
         }
         if (result == Gpu.Result.SURFACE_LOST) {
@@ -216,11 +216,10 @@ final class EffectRenderer {
         return result;
     }
 
-    /** The look draws in its own context only: the one that is current may be another, so all begin anew, once. */
-    private Gpu.Result fail(RuntimeException exception) {
+    /** Begins anew with the next context, once. */
+    void fail(RuntimeException exception) {
         report(EffectError.EFFECT, exception);
         failures++;
-        return Gpu.Result.CONTEXT_LOST;
     }
 
     /** The window stays. Another surface is made at once, unless that has just been tried. */

@@ -8,10 +8,15 @@ import java.util.List;
  * but {@link #post} runs on the GL thread.
  */
 final class RenderThread {
+    /** Of the context, without a picture between them. */
+    private static final int MOST_LOSSES = 3;
+
     private final Gpu gpu;
     private final Frames frames;
     private final List<EffectRenderer> attached = new ArrayList<>();
     private boolean hasContext;
+    /** Since the last picture that was shown, or since the context was given up. */
+    private int losses;
     private boolean isFrameRequested;
 
     RenderThread(Gpu gpu, Frames frames) {
@@ -62,6 +67,7 @@ final class RenderThread {
         if (isLost()) {
             lose();
         } else if (!hasContext) {
+            losses = 0;
             createContext();
         }
         return hasContext;
@@ -80,9 +86,7 @@ final class RenderThread {
             gpu.createContext();
             hasContext = true;
         } catch (IllegalStateException exception) {
-            for (EffectRenderer renderer : attached) {
-                renderer.report(EffectError.NO_CONTEXT, exception);
-            }
+            reportMissing(exception);
             return;
         }
         for (EffectRenderer renderer : attached) {
@@ -90,25 +94,63 @@ final class RenderThread {
         }
     }
 
-    /** Looks of a class share their programs: all of them forget before the first one builds anew. */
+    private void reportMissing(IllegalStateException reason) {
+        for (EffectRenderer renderer : attached) {
+            renderer.report(EffectError.NO_CONTEXT, reason);
+        }
+    }
+
+    /** Where every context is lost before it has shown anything, another one would be, too. */
     private void lose() {
+        losses++;
+        dropContext();
+        if (losses < MOST_LOSSES) {
+            createContext();
+        } else {
+            reportMissing(new IllegalStateException("the context was lost " + losses + " times without a picture"));
+        }
+    }
+
+    /** Looks of a class share their programs: all of them forget before the first one builds anew. */
+    private void dropContext() {
         for (EffectRenderer renderer : attached) {
             renderer.contextLost();
         }
         gpu.destroyContext();
         hasContext = false;
-        createContext();
     }
 
     private void frame(long now) {
         isFrameRequested = false;
         for (EffectRenderer renderer : attached) {
-            if (renderer.isDue(now) && renderer.draw(now) == Gpu.Result.CONTEXT_LOST) {
-                lose();
+            if (renderer.isDue(now) && !draw(renderer, now)) {
                 break;
             }
         }
         requestFrame();
+    }
+
+    /**
+     * Draws a frame of a view. A look draws in its own context only. Where it fails, the current one may be another.
+     *
+     * @return whether the context is still the same
+     */
+    private boolean draw(EffectRenderer renderer, long now) {
+        final Gpu.Result result;
+        try {
+            result = renderer.draw(now);
+        } catch (RuntimeException exception) {
+            renderer.fail(exception);
+            dropContext();
+            createContext();
+            return false;
+        }
+        if (result == Gpu.Result.DONE) {
+            losses = 0;
+        } else if (result == Gpu.Result.CONTEXT_LOST) {
+            lose();
+        }
+        return result != Gpu.Result.CONTEXT_LOST;
     }
 
     private void requestFrame() {
