@@ -42,7 +42,7 @@ public final class ViewLossTest extends ViewsFixture {
         assertThrows(IllegalArgumentException.class, () -> view.effect.set("rain", -1));
         assertThrows(IllegalArgumentException.class, () -> view.effect.setText("simulation", "lava"));
         assertThrows(IllegalArgumentException.class, () -> view.effect.usePreset("lava"));
-        assertThrows(IllegalArgumentException.class, () -> view.effect.setFrameLimit(0.5f));
+        assertThrows(IllegalArgumentException.class, () -> view.effect.setFrameLimit(14.9f));
         view.attach(false);
     }
 

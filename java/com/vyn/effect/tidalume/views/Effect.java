@@ -12,6 +12,9 @@ import javax.annotation.Nullable;
  * the same order. The view passes on what the platform says, a call each.
  */
 final class Effect {
+    /** A look takes at most 4 steps of 1/60 s a frame: with fewer frames it would fall behind. */
+    private static final int LEAST_FRAME_LIMIT = 15;
+
     private final RenderThread thread;
     private final LookType type;
     private final EffectRenderer renderer;
@@ -217,8 +220,9 @@ final class Effect {
     }
 
     void setFrameLimit(float framesPerSecond) {
-        if (!(framesPerSecond >= 1)) {
-            throw new IllegalArgumentException("framesPerSecond must be at least 1, is " + framesPerSecond);
+        if (!(framesPerSecond >= LEAST_FRAME_LIMIT)) {
+            throw new IllegalArgumentException("framesPerSecond must be at least " + LEAST_FRAME_LIMIT
+                    + ", or effects would slow down, is " + framesPerSecond);
         }
         thread.post(() -> renderer.setFrameLimit(framesPerSecond));
     }

@@ -133,8 +133,9 @@ public abstract class EffectView extends TextureView implements TextureView.Surf
     /**
      * Sets how many frames there are at most.
      *
-     * @param framesPerSecond at least 1; infinite for as many as the display has, which is so at first
-     * @throws IllegalArgumentException if it is below 1
+     * @param framesPerSecond at least 15, as effects slow down below that; infinite for as many as the display has,
+     *     which is so at first
+     * @throws IllegalArgumentException if it is below 15
      */
     public void setFrameLimit(float framesPerSecond) {
         effect.setFrameLimit(framesPerSecond);
