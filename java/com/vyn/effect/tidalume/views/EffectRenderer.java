@@ -14,8 +14,8 @@ final class EffectRenderer {
     private static final long SECOND = 1_000_000_000L;
     /** Looks move in steps of this; frames that come as often are in time. */
     private static final long STEP = SECOND / 60;
-    /** Frames come a little early or late. */
-    private static final long JITTER = 2_000_000L;
+    /** Frames come a little early or late: by this share of the time between them. */
+    private static final double JITTER = 0.125;
 
     private final Gpu gpu;
     private final Frames frames;
@@ -29,7 +29,8 @@ final class EffectRenderer {
     private boolean isVisible = true;
     private boolean isPaused;
     private boolean isAdaptive = true;
-    private float frameLimit = Float.POSITIVE_INFINITY;
+    /** From frame to frame, at least. */
+    private long interval;
     private Object window;
     private int width;
     private int height;
@@ -39,7 +40,8 @@ final class EffectRenderer {
     private PictureSource.Texture texture;
     private Object surface;
     private boolean isBlank;
-    private long drawn;
+    /** When the next frame is. */
+    private long due;
     /** Since the last picture that was shown. */
     private int failures;
     private int lostSurfaces;
@@ -161,7 +163,7 @@ final class EffectRenderer {
     }
 
     void setFrameLimit(float framesPerSecond) {
-        frameLimit = framesPerSecond;
+        interval = (long) (SECOND / framesPerSecond);
     }
 
     void touch(int point, float x, float y, TouchPhase phase) {
@@ -188,7 +190,12 @@ final class EffectRenderer {
     }
 
     boolean isDue(long now) {
-        return wantsFrame() && (isBlank || now - drawn >= SECOND / frameLimit - JITTER || now < drawn);
+        return wantsFrame() && (isBlank || now >= due - JITTER * interval);
+    }
+
+    /** Counts on from the time that was due, so that the mean is the limit, not one of the display's divisors. */
+    private void setDue(long now) {
+        due = Math.abs(now - due) < interval ? due + interval : now + interval;
     }
 
     /**
@@ -210,8 +217,10 @@ final class EffectRenderer {
             isBlank = false;
             failures = 0;
             lostSurfaces = 0;
-            drawn = now;
-            govern(now);
+            setDue(now);
+            if (isAdaptive) {
+                govern(now);
+            }
         }
         return result;
     }
@@ -234,8 +243,8 @@ final class EffectRenderer {
 
     private void govern(long now) {
         final long period = frames.periodNanoseconds();
-        final long wanted = period * (long) Math.ceil((SECOND / frameLimit - JITTER) / period);
-        if (isAdaptive && governor.frame(now, Math.max(STEP, Math.max(period, wanted)))) {
+        final long wanted = period * (long) Math.ceil((1 - JITTER) * interval / period);
+        if (governor.frame(now, Math.max(STEP, Math.max(period, wanted)))) {
             setFieldScale();
         }
     }
