@@ -159,6 +159,18 @@ public final class ViewsTest extends ViewsFixture {
         view.open(16, 16);
         assertTrue("a new surface is empty, paused or not", machine.frameAfter(FRAME));
         assertFalse("moves in a pause", machine.frameAfter(FRAME));
+        final List<Runnable> changes = List.of(
+                () -> effect.set("light", 0.5f),
+                () -> effect.setPicture(() -> machine.upload(TestView.COLORS[1])),
+                () -> machine.post(() -> lose(true)),
+                () -> effect.setPicture(() -> machine.upload(TestView.COLORS[0])));
+        for (Runnable change : changes) {
+            change.run();
+            view.show(true); // where a loss is found out
+            assertTrue("a pause hides changes", machine.frameAfter(FRAME));
+            assertFalse("moves in a pause", machine.frameAfter(FRAME));
+        }
+        view.check();
         view.pause(false);
         effect.touch(1, 4, 4, TouchPhase.MOVE);
         machine.frameAfter(FRAME);

@@ -39,6 +39,7 @@ final class EffectRenderer {
     private boolean hasContext;
     private PictureSource.Texture texture;
     private Object surface;
+    /** Shows another state than the look's, or nothing; it is drawn even in a pause. */
     private boolean isBlank;
     /** When the next frame is. */
     private long due;
@@ -82,6 +83,7 @@ final class EffectRenderer {
             return;
         }
         hasContext = true;
+        isBlank = true;
         try {
             look.contextCreated();
         } catch (RuntimeException exception) {
@@ -136,6 +138,7 @@ final class EffectRenderer {
 
     void set(Map<String, Float> settings) {
         this.settings = settings;
+        isBlank = true;
         if (look == null) {
             return;
         }
@@ -150,6 +153,7 @@ final class EffectRenderer {
     /** @param picture null for none */
     void setPicture(@Nullable PictureSource picture) {
         this.picture = picture;
+        isBlank = true;
         if (hasContext) {
             releasePicture();
             uploadPicture();
@@ -190,12 +194,12 @@ final class EffectRenderer {
     }
 
     boolean isDue(long now) {
-        return wantsFrame() && (isBlank || now >= due - JITTER * interval);
+        return wantsFrame() && now >= due - JITTER * interval;
     }
 
     /** Counts on from the time that was due, so that the mean is the limit, not one of the display's divisors. */
     private void setDue(long now) {
-        due = Math.abs(now - due) < interval ? due + interval : now + interval;
+        due = now - due < interval ? due + interval : now + interval;
     }
 
     /**
