@@ -22,7 +22,8 @@ import javax.annotation.Nullable;
  * again it begins anew, with its settings.
  *
  * <p>In a layout every parameter is an attribute: {@code speed} is {@code app:effectSpeed}, {@code fieldScale} is
- * {@code app:fieldScale}. All methods belong on the main thread. In a layout editor, which has no native library, a
+ * {@code app:fieldScale}. The view listens to its surface itself, so {@code setSurfaceTextureListener} must not be called:
+ * the view would stay empty. All methods belong on the main thread. In a layout editor, which has no native library, a
  * view stays empty and knows no parameters.
  */
 public abstract class EffectView extends TextureView implements TextureView.SurfaceTextureListener {
