@@ -234,7 +234,8 @@ void Water::disturbPond(float x, float y) {
     const float radius = 4 * value(WaterLook::TOUCH_RADIUS) * mSurface.shorterSide() / (columns + rows);
     float center[2] = {2 * mSurface.toColumn(x) / columns - 1, 1 - 2 * mSurface.toRow(y) / rows};
     mPond.addDropLine(center, center, radius, strength);
-    mPondPause = pondPause;
+    const float time = pondPause * value(WaterLook::TOUCH_RADIUS) / value(WaterLook::SPEED);
+    mPondPause = static_cast<int>(std::ceil(time / stepTime));
     const float steepness = 1 / value(WaterLook::TOUCH_RADIUS);
     mSlope = std::min(mSlope + pondHeight * strength * steepness, pondLimit * steepness);
 }

@@ -25,9 +25,9 @@ inline constexpr float drainFrom = 0.02F;   // mean height
 inline constexpr float drain = 0.99F;       // share of the heights that a step leaves
 inline constexpr float pondDrop = 1.2F;     // but below 1, since every drop squares all heights
 inline constexpr float pondDropLimit = 0.95F;
-inline constexpr int pondPause = 6;         // steps from one drop to the next, since drops in a row swing each other up
-inline constexpr float pondHeight = 3;      // of the highest wave that a drop raises, in its strengths
-inline constexpr float pondLimit = 12;      // of waves that meet, however many drops there were
+inline constexpr float pondPause = 4;  // radii that a ring runs before the next drop, since they swing each other up
+inline constexpr float pondHeight = 3; // of the highest wave that a drop raises, in its strengths
+inline constexpr float pondLimit = 12; // of waves that meet, however many drops there were
 inline constexpr float pondDistance = 3.7F; // between the drops of a moving finger, in its radii
 
 /// From steepness 1 to shorter sides: rings of both simulations look alike, though a brook's are higher.
