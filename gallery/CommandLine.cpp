@@ -55,7 +55,8 @@ void addSettingsOptions(CLI::App& app, Settings& settings) {
         ->type_name("NAME")
         ->check(namedCheck("preset"));
     app.add_option("--set", settings.values,
-                   "Give a parameter a value, in scenes that have it; may be given several times; tidalume-gallery --list names them")
+                   "Give a parameter a value, in scenes that have it; may be given several times; tidalume-gallery "
+                   "--list names them")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
 }

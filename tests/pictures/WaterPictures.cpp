@@ -188,7 +188,7 @@ Comparison refraction(int width, int height, bool flip, float specular = 0.0F) {
     renderer.setBGFlip(flip);
     renderer.setHeightMax(50.0F);
     renderer.setLight(6.07e20F, -4.21e20F, 12.3e20F); // at a right angle to no normal of the map
-    renderer.setLight(0.0F, -0.0F, 0.0F); // no direction, and no highlight: ignored
+    renderer.setLight(0.0F, -0.0F, 0.0F);             // no direction, and no highlight: ignored
     renderer.setLight(0.0F, INFINITY, 1.0F);
     renderer.setSpecular(specular, 2.0F);
     for (const float bad : {-1.0F, NAN, INFINITY}) {
