@@ -42,11 +42,12 @@ const std::vector<SceneEntry>& sceneTable() {
 
 const char* groundOf(const SceneEntry& entry, std::string_view preset) {
     static constexpr struct {
+        std::string_view scene;
         std::string_view preset;
         const char* ground;
-    } bright[] = {{"ink", "sand"}, {"dew", "teal"}};
+    } bright[] = {{"metaballs", "ink", "sand"}, {"metaballs", "dew", "teal"}};
     for (const auto& row : bright) {
-        if (preset == row.preset) return row.ground;
+        if (entry.name == row.scene && preset == row.preset) return row.ground;
     }
     return entry.ground;
 }

@@ -23,6 +23,7 @@ struct SceneEntry {
 const std::vector<SceneEntry>& sceneTable();
 
 /// The ground that a preset shows on best: its scene's, but for presets that a dark one would hide.
+/// @param preset  of any scene
 const char* groundOf(const SceneEntry& entry, std::string_view preset);
 
 } // namespace tidalume::gallery

@@ -260,6 +260,7 @@ TEST_F(Programs, GalleryDrawsTheGround) {
     };
     EXPECT_LT(ground(" --preset lava").pixel(0, 0)[0], 64);
     EXPECT_GT(ground(" --preset ink").pixel(0, 0)[0], 128) << "ink would not be seen on a dark one";
+    EXPECT_STREQ(groundOf(sceneTable()[0], "ink"), sceneTable()[0].ground) << "water has no ink";
     EXPECT_NE(difference(ground(" --ground night"), ground(" --ground night --seed 2")), "");
 }
 
