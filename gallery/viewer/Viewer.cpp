@@ -60,7 +60,8 @@ void Viewer::run() {
 // Nothing moves, or nobody sees it.
 bool Viewer::isIdle() const {
     const bool isScriptOver = mNextEvent == mScript.size();
-    return isScriptOver && !mQuit && !mNeedsRedraw && mSavePath.empty() && (mPaused || mWindow.isMinimised());
+    const bool isStill = mPaused && !mNeedsRedraw && mSavePath.empty();
+    return isScriptOver && !mQuit && (isStill || mWindow.isMinimised());
 }
 
 // Sleeps until there is an event, or a note is to go.
