@@ -26,11 +26,11 @@ export class Hero {
     for (const [name, value] of Object.entries(values)) stage.set(this.player, name, value);
     new IntersectionObserver(([{ isIntersecting }]) => { this.inSight = isIntersecting; }, { rootMargin: '80px' })
       .observe(element);
+    element.addEventListener('pointerdown', touched); // first, so that it counts where the water stood still
     this.touches = new Touches(element, (phase, x, y, finger) => {
       const { width, height } = stage.canvas;
       if (!this.isStill) stage.touch(this.player, phase, x * width, y * height, finger);
     }, true);
-    element.addEventListener('pointerdown', touched);
   }
 
   enter() {

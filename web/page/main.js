@@ -3,8 +3,9 @@ import { codeFor } from './code.js';
 import { Gallery, cardHeight } from './gallery.js';
 import { Hero } from './hero.js';
 import { copy, showFailure, showLoaded, showMessage } from './notices.js';
+import { presetOf } from './presets.js';
 import { Stage } from './stage.js';
-import { View, presetOf } from './view.js';
+import { View } from './view.js';
 
 const part = (id) => document.getElementById(id);
 const all = (selector) => document.querySelectorAll(selector);
@@ -110,17 +111,21 @@ class Page {
 
   #applySettings() {
     for (const [name, value] of Object.entries(this.#state.values)) this.stage.set(this.scene, name, value);
-    this.view.show(this.#state.values, this.#groundOf(this.scene));
+    this.view.show(this.#state.values);
     this.#applied();
+    this.#writeAddress();
   }
 
   // Every link to a scene holds the settings that the visitor left there.
   #applied() {
     this.stage.scenes.forEach((_, scene) => this.stage.grounds.use(scene, this.#groundOf(scene)));
     this.view.refresh(this.#state.values, this.#groundOf(this.scene));
-    const address = this.#address(this.scene);
-    history.replaceState(null, '', address);
-    this.gallery.cards[this.scene].link.href = address;
+    this.gallery.cards[this.scene].link.href = this.#address(this.scene);
+  }
+
+  // Browsers limit how often: once for a slider that is drawn, not for each of its values.
+  #writeAddress() {
+    history.replaceState(null, '', this.#address(this.scene));
   }
 
   #change(name, value) {
@@ -138,6 +143,7 @@ class Page {
     this.usesPicture = name === null;
     if (name !== null) this.#state.ground = name === this.#initialGround(this.scene) ? '' : name;
     this.#applied();
+    this.#writeAddress();
   }
 
   async #choosePicture(file) {
@@ -174,18 +180,19 @@ class Page {
   }
 
   #save() {
+    const { name } = this.#entry;
     this.view.save((blob) => {
       const link = document.createElement('a');
       link.href = URL.createObjectURL(blob);
-      link.download = `tidalume-${this.#entry.name}.png`;
+      link.download = `tidalume-${name}.png`;
       link.click();
-      URL.revokeObjectURL(link.href);
+      setTimeout(() => URL.revokeObjectURL(link.href), 60_000); // some browsers read it later
     });
   }
 
   #toggleFullScreen() {
     if (document.fullscreenElement) document.exitFullscreen();
-    else document.documentElement.requestFullscreen();
+    else if (document.fullscreenEnabled) document.documentElement.requestFullscreen();
   }
 
   #showTab(name) {
@@ -232,6 +239,7 @@ class Page {
     onClick('fold', () => this.#fold(!this.folded));
     onClick('save', () => this.#save());
     onClick('full', () => this.#toggleFullScreen());
+    part('settings').addEventListener('change', () => this.#writeAddress());
     onClick('copy', () => copy(location.href, 'The link is copied. It holds the effect and its settings.'));
     onClick('copy-code', () => copy(part('code-tab').querySelector('code').textContent, 'The code is copied.'));
     part('full').hidden = !document.fullscreenEnabled;

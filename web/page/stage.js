@@ -1,5 +1,4 @@
 import { Grounds } from './grounds.js';
-import createModule from './tidalume.js';
 
 /** The effects cannot run here. The message is for the visitor. */
 export class Unsupported extends Error {}
@@ -30,6 +29,7 @@ export class Stage {
       throw new Unsupported('This browser does not run WebAssembly, or has it switched off, as a strict safety mode ' +
         'does. Please allow it for this page.');
     }
+    const { default: createModule } = await import('./tidalume.js'); // here, so that the visitor is told where it fails
     return new Stage(canvas, gl, await createModule({ wasmBinary: await binary }));
   }
 

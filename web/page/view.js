@@ -1,6 +1,6 @@
 import { CodeTab } from './code-tab.js';
 import { GroundChoice } from './ground-choice.js';
-import { presetValues } from './presets.js';
+import { presetOf, presetValues } from './presets.js';
 import { Settings } from './settings.js';
 import { Surface } from './surface.js';
 import { KeyTouches, Touches } from './touches.js';
@@ -84,16 +84,18 @@ export class View {
     this.keys.cancel();
   }
 
-  /** Shows the settings in the panel. `ground` is the name of the ground, or null for the visitor's picture. */
-  show(values, ground) {
+  /** Shows the settings in the panel; refresh() is to follow. */
+  show(values) {
     const entry = this.stage.scenes[this.scene];
     this.surface.needsRedraw = true;
     this.settings.show(entry.parameters, values);
     this.#listPresets(entry);
-    this.refresh(values, ground);
   }
 
-  /** Shows in the panel what follows from the settings. */
+  /**
+   * Shows in the panel what follows from the settings.
+   * @param ground  its name, or null for the visitor's picture
+   */
   refresh(values, ground) {
     const entry = this.stage.scenes[this.scene];
     this.grounds.show(ground);
@@ -146,11 +148,4 @@ export class View {
       return button;
     }));
   }
-}
-
-/** The preset that has exactly these values. */
-export function presetOf(entry, values) {
-  return entry.presets.find((preset) => {
-    return entry.parameters.every(({ name }, index) => preset.values[index] === values[name]);
-  });
 }
