@@ -3,6 +3,7 @@ const measured = 500; // milliseconds
 // Milliseconds for each frame. A display of 30 Hz lies between them: it is no slow machine.
 const late = 40;
 const roomy = 20;
+const mostPatience = 60; // measurements
 
 /** Counts frames as they are drawn, and finds the resolution that the machine can draw in time. */
 export class Pace {
@@ -21,6 +22,7 @@ export class Pace {
   restart() {
     this.frames = -2; // which pay for it too
     this.calm = 0; // measurements with room, one after the other
+    this.shortest = Infinity; // milliseconds for a frame: the display may be no faster
   }
 
   /**
@@ -36,7 +38,8 @@ export class Pace {
     if (now - this.start < measured) return;
     const milliseconds = (now - this.start) / this.frames;
     this.framesPerSecond = Math.round(1000 / milliseconds);
-    this.calm = milliseconds < roomy ? this.calm + 1 : 0;
+    this.shortest = Math.min(this.shortest, milliseconds);
+    this.calm = milliseconds < Math.max(roomy, 1.2 * this.shortest) ? this.calm + 1 : 0;
     if (!isHeld) this.#choose(milliseconds);
     this.frames = 0;
     this.start = now;
@@ -45,7 +48,7 @@ export class Pace {
   #choose(milliseconds) {
     if (milliseconds > late && this.level < scales.length - 1) {
       ++this.level;
-      this.patience *= 2; // a finer one has been too much
+      this.patience = Math.min(2 * this.patience, mostPatience); // a finer one has been too much
     } else if (this.calm >= this.patience && this.level > 0) {
       --this.level;
       this.calm = 0;
