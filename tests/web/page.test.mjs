@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { test } from 'node:test';
 
 import { newPage, root } from './browser.mjs';
-import { address, follow, openPage, runFrames } from './visitor.mjs';
+import { address, follow, groundsAreDrawn, openPage, runFrames } from './visitor.mjs';
 
 const axe = readFileSync(join(root, 'node_modules/axe-core/axe.min.js'), 'utf8');
 const devices = {
@@ -15,8 +15,6 @@ const devices = {
   landscape: { viewport: { width: 844, height: 390 }, hasTouch: true, colorScheme: 'dark' },
   desktop: { viewport: { width: 1440, height: 900 }, colorScheme: 'light' },
 };
-
-const hero = { x: 0, y: 0, width: 640, height: 200 };
 
 test('a new visitor loads little and soon sees moving water', async (t) => {
   const folder = join(root, 'out/web');
@@ -28,7 +26,23 @@ test('a new visitor loads little and soon sees moving water', async (t) => {
   const page = await newPage({ viewport: { width: 640, height: 480 } });
   await page.goto(address);
   await page.waitForSelector('#hero canvas.live');
+  assert.equal(await page.$eval('#loading', (bar) => bar.position), 1, 'the bar shows another length than that of the module');
   t.diagnostic(`first moving water after ${Math.round(await page.evaluate(() => performance.now()))} ms`);
+});
+
+test('the poster stays until the water moves or the mouse does, which the water follows', async () => {
+  const waterUnder = async (x) => {
+    const page = await openPage('', { viewport: { width: 640, height: 480 } });
+    await runFrames(page, 1);
+    await groundsAreDrawn(page);
+    assert.equal(await page.locator('#hero canvas.live').count(), 0);
+    await page.mouse.move(x, 60);
+    await page.mouse.move(x + 100, 120, { steps: 8 });
+    await runFrames(page, 3);
+    await page.waitForSelector('#hero canvas.live');
+    return page.screenshot({ animations: 'disabled' });
+  };
+  assert.notDeepEqual(await waterUnder(200), await waterUnder(400));
 });
 
 for (const deviceScaleFactor of [1, 3]) {
@@ -36,14 +50,6 @@ for (const deviceScaleFactor of [1, 3]) {
     const page = await openPage('', {
       deviceScaleFactor, viewport: { width: 640, height: 480 }, permissions: ['clipboard-read', 'clipboard-write'],
     });
-    await runFrames(page, 1);
-    const water = () => page.screenshot({ clip: hero, animations: 'disabled' });
-    const smooth = await water();
-    await page.mouse.move(200, 60);
-    await page.mouse.move(400, 120, { steps: 8 });
-    await runFrames(page, 3);
-    assert.notDeepEqual(await water(), smooth, 'the water does not follow the mouse');
-
     await page.click('text=See the effects');
     await page.locator('.card[data-scene=metaballs]').scrollIntoViewIfNeeded();
     await page.waitForTimeout(100); // for the browser to say what is in sight
@@ -102,6 +108,10 @@ test('every card has a poster and the words of its scene', async () => {
   }
   await page.keyboard.press('.');
   await page.waitForSelector(`#title:text-is("${cards[0].words[0]}")`); // there are no scenes beyond the cards
+  for (const language of ['xml', 'java']) {
+    await page.selectOption('#code-tab select', language, { force: true });
+    assert.equal(await page.textContent(`[data-language=${language}]`), await page.textContent('#code-tab code'));
+  }
 });
 
 test('who wants less motion sees stills, which a touch plays', async () => {
@@ -125,15 +135,20 @@ test('says what is missing or failed, and what to do', async () => {
     [() => { WebGL2RenderingContext.prototype.getExtension = () => null; }, /floating-point textures/],
     [() => { delete globalThis.WebAssembly; }, /WebAssembly.*Please allow it/],
     [() => { globalThis.fetch = () => Promise.reject(new Error('No network.')); }, /No network.*try again/],
+    ['tidalume.js', /No script.*try again/],
+    ['hero.js', /hero.js.*try again/],
   ];
-  const broken = "throw new Error('No module.');";
-  for (const [script, words] of [...cases, [null, /No module.*try again/]]) {
-    const page = await newPage();
-    if (script) await page.addInitScript(script);
-    else await page.route('**/tidalume.js', (route) => route.fulfill({ contentType: 'text/javascript', body: broken }));
+  const broken = { contentType: 'text/javascript', body: "throw new Error('No script.');" };
+  for (const [fault, words] of cases) {
+    const page = await newPage({}, /tidalume\.wasm was preloaded using link preload but not used/);
+    if (typeof fault === 'string') await page.route(`**/${fault}`, (route) => route.fulfill(broken));
+    else await page.addInitScript(fault);
     await page.goto(`${address}#water`);
-    await page.waitForSelector('#failure:not([hidden])');
+    await page.waitForSelector('#failure');
     assert.match(await page.textContent('#failure'), words);
+    await page.click('#back');
+    await page.click('.card[data-scene=comet]');
+    await page.waitForSelector('#poster[src$="comet.webp"]');
     await Promise.all([page.waitForEvent('load'), page.click('#again')]);
   }
 });

@@ -20,8 +20,8 @@ async function touchscreen(page) {
   });
 }
 
-// A slow frame lowers the resolution, but not before the fingers are lifted; where frames come in time again, it rises.
-test('every finger has its drop in place while the resolution is due to fall and rises again', async () => {
+// A slow frame lowers the resolution, but not before the fingers are lifted.
+test('every finger has its drop in place while the resolution is due to fall', async () => {
   const page = await openPage('#metaballs', { hasTouch: true });
   const touch = await touchscreen(page);
   const fingers = [[50, 150], [160, 120], [240, 110]];
@@ -36,12 +36,10 @@ test('every finger has its drop in place while the resolution is due to fall and
   await runFrames(page, 2);
   assert.equal(await widthOf(page), 240);
   assert.match(await page.textContent('#time'), /^\d+ frames a second, 240 × 225 pixels$/);
-  for (let tries = 0; tries < 8 && await widthOf(page) < 320; ++tries) await runFrames(page, 100);
-  assert.equal(await widthOf(page), 320);
   await page.evaluate(() => document.dispatchEvent(new Event('visibilitychange')));
   await page.clock.fastForward(60_000);
   await runFrames(page, 4);
-  assert.equal(await widthOf(page), 320, 'a tab that was out of sight is no slow machine');
+  assert.equal(await widthOf(page), 240, 'a tab that was out of sight is no slow machine');
 });
 
 test('a finger counts until it lifts, is cancelled, or another scene comes', async () => {
@@ -81,14 +79,14 @@ test('a link holds all settings of its scene, whatever the tab has shown before'
   const steps = [
     [() => page.press('[name=touchRadius]', 'ArrowRight'), '#particles&touchRadius=0.101', { touchRadius: '0.101' }],
     [() => choose('Lagoon'), '#particles&preset=lagoon', { palette: '1', touchRadius: '0.11' }],
-    [() => choose('Sunset'), '#particles', { palette: '0', touchRadius: '0.09' }],
+    [() => choose('Glass'), '#particles', { palette: '2', touchRadius: '0.12' }],
     [() => follow(page, '#water'), '#water', { simulation: '0' }],
     [() => page.selectOption('[name=simulation]', 'pond'), '#water&simulation=1', { simulation: '1' }],
-    [() => follow(page, '#particles&hue=90'), '#particles&hue=90', { touchRadius: '0.09', hue: '90' }],
+    [() => follow(page, '#particles&hue=90'), '#particles&hue=90', { touchRadius: '0.12', hue: '90' }],
     [() => follow(page, '#water&simulation=1'), '#water&simulation=1', { simulation: '1' }],
-    [() => page.goBack(), '#particles&hue=90', { touchRadius: '0.09', hue: '90' }],
+    [() => page.goBack(), '#particles&hue=90', { touchRadius: '0.12', hue: '90' }],
     [() => follow(page, '#particles&touchRadius=lots&colour=3&opacity=-9&hue=1e9'), '#particles&hue=180&opacity=0', {}],
-    [() => page.click('#reset'), '#particles', { opacity: '1' }],
+    [() => page.click('#reset'), '#particles', { opacity: '0.6' }],
     [() => follow(page, '#water&simulation=1.4'), '#water&simulation=1', { simulation: '1' }],
     [() => page.click('#restart'), '#water&simulation=1&seed=2', { simulation: '1' }],
     [() => page.click('#back'), '', {}],
@@ -155,6 +153,12 @@ test('a preset, a visitor and a picture choose the ground', async () => {
   await page.dispatchEvent('#view', 'drop', { dataTransfer });
   await page.getByText('song.png is not a picture').waitFor();
   await shows('the picture', ([red, , blue]) => red > 60 && blue < 30);
+  await follow(page, '#waves');
+  await page.waitForSelector('#title:text-is("Waves")');
+  assert.equal(await checked(), 'Your picture');
+  await follow(page, '#water&ground=night');
+  await page.waitForSelector('#title:text-is("Water")');
+  assert.equal(await checked(), 'Night sky');
   await page.click('[aria-label="Pool tiles"]');
   await shows('the tiles', ([, , blue]) => blue > 120);
 
@@ -200,7 +204,9 @@ test('the keyboard reaches everything, and nothing moves in a pause', async () =
   await page.keyboard.press('.');
   assert.equal(await page.textContent('#title'), 'Metaballs');
 
-  await page.click('#fold');
+  await page.press('[name=dropSize]', 'Escape');
+  await page.waitForSelector('#fold:focus');
+  assert.ok(await page.isHidden('#panel'));
   await page.focus('#frame canvas');
   for (let i = 0; i < 8; ++i) await page.keyboard.press('ArrowRight');
   assert.ok(await page.isVisible('#mark'));

@@ -8,12 +8,23 @@ const millisecondsPerFrame = 16; // of Playwright's clock
 /** Opens the page, whose clock runs in runFrames() only. */
 export async function openPage(hash, options = {}) {
   const page = await newPage(options);
+  await page.addInitScript(() => { // counts what workers still have to answer
+    const { postMessage } = Worker.prototype;
+    globalThis.questions = 0;
+    Worker.prototype.postMessage = function ask(...question) {
+      ++globalThis.questions;
+      this.addEventListener('message', () => { --globalThis.questions; }, { once: true });
+      postMessage.apply(this, question);
+    };
+  });
   await page.clock.install({ time: 0 });
   await page.clock.pauseAt(60_000); // the browser has taken less until now
   await page.goto(address + hash);
   await page.waitForSelector('#loading', { state: 'hidden' });
   return page;
 }
+
+export const groundsAreDrawn = (page) => page.waitForFunction(() => globalThis.questions === 0);
 
 export const runFrames = (page, frames) => page.clock.runFor(frames * millisecondsPerFrame);
 

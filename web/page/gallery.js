@@ -1,4 +1,4 @@
-const posterPictures = 45; // until something is to be seen, the poster stays
+const posterSteps = 45; // until something is to be seen, the poster stays
 const frameBudget = 10; // milliseconds of each frame of the page that the cards may take
 
 export const cardWidth = 270;
@@ -44,7 +44,7 @@ class Card {
     this.scene = scene;
     this.visible = false;
     this.started = false;
-    this.pictures = 0; // that have been drawn
+    this.steps = 0; // that have been drawn
     this.elapsed = 0; // seconds since it was drawn
     this.canvas = document.createElement('canvas');
     this.canvas.width = cardWidth;
@@ -56,10 +56,12 @@ class Card {
   advance(stage) {
     this.started = true;
     const isNew = stage.fit(this.scene, cardWidth, cardHeight);
-    if (stage.advance(this.scene, isNew ? Math.max(this.elapsed, 1 / 60) : this.elapsed)) {
+    const steps = stage.advance(this.scene, isNew ? Math.max(this.elapsed, 1 / 60) : this.elapsed);
+    if (steps > 0) {
       const top = stage.canvas.height - cardHeight;
       this.picture.drawImage(stage.canvas, 0, top, cardWidth, cardHeight, 0, 0, cardWidth, cardHeight);
-      if (++this.pictures === posterPictures) this.link.firstElementChild.append(this.canvas);
+      this.steps += steps;
+      if (this.steps >= posterSteps) this.link.firstElementChild.append(this.canvas);
     }
     this.elapsed = 0;
   }

@@ -1,3 +1,5 @@
+import { showMessage } from './notices.js';
+
 const smallArea = 100_000; // pixels of a ground that one frame has time to draw
 const largestSide = 2048; // of a visitor's picture
 
@@ -79,6 +81,7 @@ export class Grounds {
   #startWorker() {
     this.calls = []; // what to do with each drawing
     const worker = new Worker(new URL('ground-worker.js', import.meta.url), { type: 'module' });
+    worker.addEventListener('error', () => showMessage('This browser could not draw the ground; a coarse one stays.'));
     worker.addEventListener('message', ({ data: { number, pixels } }) => {
       this.calls[number](pixels);
       this.calls[number] = null;

@@ -4,6 +4,7 @@ import { Touches } from './touches.js';
 
 const preset = 'pool';
 const picturesAlone = 20; // before cards take a part of each frame
+const posterSeconds = 1; // which its poster is ahead
 const rain = 1.5; // drops a second, so that the water is never still for long
 
 /** Water that fills the top of the page and follows the mouse. */
@@ -18,6 +19,8 @@ export class Hero {
     this.surface = new Surface(stage, element, smallest);
     this.inSight = true;
     this.pictures = 0; // that have been drawn
+    this.seconds = 0; // since the first one
+    this.isTouched = false;
     this.isStill = false; // the mouse moves nothing
     const scene = stage.scenes.findIndex(({ name }) => name === 'water');
     const entry = stage.scenes[scene];
@@ -29,7 +32,9 @@ export class Hero {
     element.addEventListener('pointerdown', touched); // first, so that it counts where the water stood still
     this.touches = new Touches(element, (phase, x, y, finger) => {
       const { width, height } = stage.canvas;
-      if (!this.isStill) stage.touch(this.player, phase, x * width, y * height, finger);
+      if (this.isStill) return;
+      this.isTouched = true;
+      stage.touch(this.player, phase, x * width, y * height, finger);
     }, true);
   }
 
@@ -50,8 +55,9 @@ export class Hero {
   }
 
   advance(seconds) {
-    if (!this.surface.advance(this.player, seconds)) return;
+    if (this.pictures > 0) this.seconds += seconds;
+    if (this.surface.advance(this.player, seconds) === 0) return;
     ++this.pictures;
-    this.stage.canvas.classList.add('live');
+    if (this.isTouched || this.seconds >= posterSeconds) this.stage.canvas.classList.add('live');
   }
 }

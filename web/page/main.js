@@ -1,8 +1,7 @@
 import { initialValues, readAddress, writeAddress } from './address.js';
-import { codeFor } from './code.js';
 import { Gallery, cardHeight } from './gallery.js';
 import { Hero } from './hero.js';
-import { copy, showFailure, showLoaded, showMessage } from './notices.js';
+import { copy, showMessage } from './notices.js';
 import { presetOf } from './presets.js';
 import { Stage } from './stage.js';
 import { View } from './view.js';
@@ -28,7 +27,7 @@ class Page {
       chose: (values) => this.#setAll(values),
       choseGround: (name) => this.#chooseGround(name),
     });
-    this.#showFirstLines();
+    for (const button of all('button:disabled')) button.disabled = false;
     this.#setPaused(matchMedia('(prefers-reduced-motion: reduce)').matches);
     this.#listen();
     this.#showAddress();
@@ -93,6 +92,7 @@ class Page {
     }
     if (seed !== this.states[scene].seed) stage.start(scene, seed);
     this.states[scene] = { values, seed, ground };
+    if (ground !== '') this.usesPicture = false;
     this.view.enter(scene, this.paused, (neighbour) => this.#address(neighbour));
     this.#applySettings();
     this.#fold(this.folded);
@@ -141,7 +141,8 @@ class Page {
 
   #chooseGround(name) {
     this.usesPicture = name === null;
-    if (name !== null) this.#state.ground = name === this.#initialGround(this.scene) ? '' : name;
+    if (this.usesPicture) for (const state of this.states) state.ground = ''; // no link holds another one now
+    else this.#state.ground = name === this.#initialGround(this.scene) ? '' : name;
     this.#applied();
     this.#writeAddress();
   }
@@ -179,9 +180,18 @@ class Page {
     if (!folded) this.view.grounds.draw();
   }
 
+  #leavePanel() {
+    this.#fold(true);
+    part('fold').focus();
+  }
+
   #save() {
     const { name } = this.#entry;
     this.view.save((blob) => {
+      if (!blob) {
+        showMessage('This browser could not make a picture of it.');
+        return;
+      }
       const link = document.createElement('a');
       link.href = URL.createObjectURL(blob);
       link.download = `tidalume-${name}.png`;
@@ -203,13 +213,6 @@ class Page {
     }
   }
 
-  #showFirstLines() {
-    const [entry] = this.stage.scenes;
-    for (const element of all('[data-language]')) {
-      element.textContent = codeFor(element.dataset.language, entry, initialValues(entry));
-    }
-  }
-
   #press(event) {
     const { key, target } = event;
     if (event.ctrlKey || event.altKey || event.metaKey || this.scene < 0) return;
@@ -222,7 +225,8 @@ class Page {
       '.': () => part('next').click(),
     };
     if (key === 'Escape' && !document.fullscreenElement) {
-      location.hash = '';
+      if (part('panel').contains(target)) this.#leavePanel();
+      else location.hash = '';
     } else if (actions[key] && (target === document.body || target === this.stage.canvas)) {
       event.preventDefault();
       actions[key]();
@@ -240,7 +244,8 @@ class Page {
     onClick('save', () => this.#save());
     onClick('full', () => this.#toggleFullScreen());
     part('settings').addEventListener('change', () => this.#writeAddress());
-    onClick('copy', () => copy(location.href, 'The link is copied. It holds the effect and its settings.'));
+    onClick('copy', () => copy(location.href, this.usesPicture ? 'The link is copied. Your picture stays with you.' :
+      'The link is copied. It holds the effect and its settings.'));
     onClick('copy-code', () => copy(part('code-tab').querySelector('code').textContent, 'The code is copied.'));
     part('full').hidden = !document.fullscreenEnabled;
     part('file').addEventListener('change', ({ target }) => {
@@ -275,20 +280,7 @@ class Page {
   }
 }
 
-// A link to a scene shows its poster meanwhile.
-function showLinked() {
-  const name = location.hash.slice(1).split('&')[0];
-  if (!document.querySelector(`.card[data-scene="${CSS.escape(name)}"]`)) return;
-  part('landing').hidden = true;
-  part('view').hidden = false;
-  part('poster').src = `posters/${name}.webp`;
-}
-
-showLinked();
-try {
-  new Page(await Stage.create(document.createElement('canvas'), showLoaded));
-} catch (error) {
-  showFailure(error);
-} finally {
-  part('loading').hidden = true;
+/** Makes the page answer the visitor. Fails as Stage.create() does, whose `loaded` it takes. */
+export async function openPage(loaded) {
+  new Page(await Stage.create(document.createElement('canvas'), loaded));
 }

@@ -1,5 +1,3 @@
-import { Unsupported } from './stage.js';
-
 const part = (id) => document.getElementById(id);
 
 /** Copies a text and says so with the words `done`. */
@@ -19,18 +17,3 @@ export function showMessage(text) {
   showMessage.timer = setTimeout(() => { part('message').textContent = ''; }, 4000);
 }
 
-/** Shows how much of the module is there; as for Stage.create(). */
-export function showLoaded(bytes, total) {
-  const bar = part('loading');
-  if (total > 0) Object.assign(bar, { max: total, value: bytes });
-}
-
-/** Says on the landing what the error is and what to do. */
-export function showFailure(error) {
-  part('view').hidden = true;
-  part('landing').hidden = false;
-  part('failure').hidden = false;
-  part('failure').querySelector('p').textContent = error instanceof Unsupported ? error.message :
-    `The effects did not load: ${error.message} Please check the connection and try again.`;
-  part('again').addEventListener('click', () => location.reload());
-}

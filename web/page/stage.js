@@ -1,7 +1,9 @@
 import { Grounds } from './grounds.js';
 
 /** The effects cannot run here. The message is for the visitor. */
-export class Unsupported extends Error {}
+class Unsupported extends Error {
+  name = 'Unsupported';
+}
 
 /**
  * Players of the scenes, which take turns on one WebGL canvas. A scene is named by its index in `scenes`, a player by a
@@ -11,7 +13,7 @@ export class Stage {
   /**
    * Throws Unsupported where the browser lacks what the effects need.
    * @param {HTMLCanvasElement} canvas  without a context
-   * @param loaded  called with how many bytes of the module are there, and of how many; 0 where that is not known
+   * @param loaded  called with how many bytes of the module are there
    */
   static async create(canvas, loaded = () => {}) {
     const binary = fetchBytes(new URL('tidalume.wasm', import.meta.url), loaded); // while the browser makes the context
@@ -95,9 +97,9 @@ export class Stage {
     return Boolean(this.module._stageIsDue(player, seconds));
   }
 
-  /** Advances a player that fits by a time in seconds. Returns whether the canvas shows a new picture. */
+  /** Advances a player that fits by a time in seconds. Returns how many steps the picture shows; 0 if it is no new one. */
   advance(player, seconds) {
-    return !this.#isLost() && this.module._stageAdvance(player, seconds) > 0;
+    return this.#isLost() ? 0 : this.module._stageAdvance(player, seconds);
   }
 
   /** Draws a player's next step, on the whole canvas. */
@@ -120,15 +122,13 @@ export class Stage {
 async function fetchBytes(url, loaded) {
   const response = await fetch(url);
   if (!response.ok) throw new Error(`${url.pathname} was not found (${response.status}).`);
-  // Of a compressed file the length says nothing about the bytes that come out.
-  const total = response.headers.get('content-encoding') ? 0 : Number(response.headers.get('content-length'));
   const chunks = [];
   let length = 0;
   const reader = response.body.getReader();
   for (let part = await reader.read(); !part.done; part = await reader.read()) {
     chunks.push(part.value);
     length += part.value.length;
-    loaded(length, total);
+    loaded(length);
   }
   return new Blob(chunks).arrayBuffer();
 }

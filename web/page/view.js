@@ -75,6 +75,7 @@ export class View {
 
   leave() {
     this.#liftFingers();
+    this.picture = null;
     this.scene = -1;
   }
 
@@ -104,7 +105,7 @@ export class View {
     for (const button of part('presets').children) button.ariaPressed = String(button.name === preset?.name);
   }
 
-  /** Calls back with the next picture as a blob of a PNG. */
+  /** Calls back with the next picture as a blob of a PNG; null where the browser cannot make one. */
   save(done) {
     this.picture = done;
     this.surface.needsRedraw = true;
@@ -118,7 +119,7 @@ export class View {
       if (this.ahead > 0) return;
     }
     this.ahead = 0;
-    if (!this.surface.advance(this.scene, seconds, this.touches.areDown)) return;
+    if (this.surface.advance(this.scene, seconds, this.touches.areDown) === 0) return;
     canvas.classList.add('live');
     const { framesPerSecond } = this.surface.pace;
     const frames = framesPerSecond === null ? '' : `${framesPerSecond} frames a second, `;
