@@ -176,9 +176,10 @@ test('the keyboard reaches everything, and nothing moves in a pause', async () =
   await page.focus('[href="#particles"]');
   await page.keyboard.press('Enter');
   await page.waitForSelector('#title:text-is("Particles")');
-  await page.keyboard.press('ArrowLeft');
   await page.keyboard.press(',');
   await page.waitForSelector('#title:text-is("Metaballs")');
+  await page.keyboard.press('ArrowLeft');
+  assert.ok(await page.isVisible('#mark'));
   await runFrames(page, 2);
   await page.keyboard.press('p');
   await page.getByRole('button', { name: 'Play' }).waitFor();

@@ -24,7 +24,7 @@ export class Surface {
 
   /** Brings the canvas here. */
   enter() {
-    this.place.prepend(this.stage.canvas);
+    if (this.stage.canvas.parentElement !== this.place) this.place.prepend(this.stage.canvas); // or it loses the focus
     this.size = null;
     this.needsRedraw = true;
     this.pace.restart();
