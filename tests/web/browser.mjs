@@ -28,7 +28,8 @@ afterEach(async () => {
 
 /** A page that gets files of the repository. A request for anything else, or a line on the console, fails the test. */
 export async function newPage(options = {}, allowedLine = /^$/) {
-  const page = await browser.newPage({ baseURL: 'http://localhost', viewport: { width: 320, height: 300 }, ...options });
+  const viewport = { width: 320, height: 300 };
+  const page = await browser.newPage({ baseURL: 'http://localhost', viewport, ...options });
   page.on('console', (message) => {
     const text = message.text();
     if (!messageOfTheBrowser.test(text) && !allowedLine.test(text)) complaints.push(`${message.type()}: ${text}`);

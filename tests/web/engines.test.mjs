@@ -27,7 +27,22 @@ function state() {
   return { isShown: canvas?.offsetHeight > 0, alerts: alerts.map((alert) => alert.textContent) };
 }
 
-test('the page starts and moves', async () => {
+// Runs in the page.
+async function openAndSet() {
+  const find = async (selector) => {
+    while (!document.querySelector(selector)) await new Promise((done) => { setTimeout(done, 50); });
+    return document.querySelector(selector);
+  };
+  location.hash = '#metaballs&ground=night';
+  await find('#frame canvas.live');
+  document.querySelector('#fold').click();
+  const slider = document.querySelector('[name=dropSize]');
+  slider.value = slider.max;
+  for (const type of ['input', 'change']) slider.dispatchEvent(new Event(type, { bubbles: true }));
+  return location.hash;
+}
+
+test('the page starts and moves, and an effect opens and is set', async () => {
   await page.goto(`${site.origin}/out/web/index.html`);
   const hasStarted = async () => {
     const { isShown, alerts } = await page.evaluate(state);
@@ -38,4 +53,5 @@ test('the page starts and moves', async () => {
   const pictures = new Set();
   for (let i = 0; i < 4; ++i, await setTimeout(500)) pictures.add(await page.screenshot());
   assert.ok(pictures.size > 2, `${pictures.size} pictures`);
+  assert.match(await page.evaluate(openAndSet), /^#metaballs&dropSize=[\d.]+&ground=night$/);
 });

@@ -97,7 +97,7 @@ export class Stage {
     return Boolean(this.module._stageIsDue(player, seconds));
   }
 
-  /** Advances a player that fits by a time in seconds. Returns how many steps the picture shows; 0 if it is no new one. */
+  /** Advances a player that fits by a time in seconds. Returns how many steps that were; 0 leaves the picture. */
   advance(player, seconds) {
     return this.#isLost() ? 0 : this.module._stageAdvance(player, seconds);
   }
