@@ -74,6 +74,10 @@ class Programs : public testing::Test {
         return readPicture("drawn/" + scene + ".png");
     }
 
+    static void shows(const std::string& file, const Picture& expected, const std::string& what = "") {
+        EXPECT_EQ(difference(readPicture(file), expected), "") << file << what;
+    }
+
   private:
     const WorkingFolder mFolder;
 };
@@ -96,15 +100,12 @@ TEST_F(Programs, ShowTheSamePictures) {
         runsWell(gallery("--out all --ahead 20 --frames 10" + options));
         for (const SceneEntry& entry : sceneTable()) {
             const std::string name = entry.name;
-            EXPECT_EQ(difference(readPicture(name + ".png"), readPicture("all/" + name + ".png")), "")
-                << name << options;
+            shows(name + ".png", readPicture("all/" + name + ".png"), options);
             EXPECT_EQ(milliseconds("all/" + name + ".webp"), 10 * 1000 / 60) << name;
             EXPECT_THAT(fileContent("all/index.html"),
                         testing::HasSubstr("src=\"" + name + ".webp\" width=\"97\" height=\"161\""));
         }
-        EXPECT_EQ(difference(readPicture("all/water-rain.png"),
-                             headlessPicture("water", 30, " --size 48x80 --preset rain" + options)),
-                  "");
+        shows("all/water-rain.png", headlessPicture("water", 30, " --size 48x80 --preset rain" + options));
         waters.insert(readPicture("water.png").rgba);
     }
     EXPECT_EQ(waters.size(), 3U) << "a picture for each choice of background";
@@ -122,7 +123,7 @@ TEST_F(Programs, ViewerTakesMouseAndFingers) {
         EXPECT_GT(down.pixel(x, y)[0], 140) << x << ", " << y;
         EXPECT_LT(untouched.pixel(x, y)[0], 140) << x << ", " << y;
     }
-    EXPECT_EQ(difference(readPicture("up.png"), untouched), "");
+    shows("up.png", untouched);
 }
 
 // What the window is made to show during a pause adds no step.
@@ -140,7 +141,7 @@ TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
         {"restarted.png", "metaballs", 30, " --seed 2"},
     };
     for (const auto& [file, scene, frames, options] : rows)
-        EXPECT_EQ(difference(readPicture(file), headlessPicture(scene, frames, options)), "") << file;
+        shows(file, headlessPicture(scene, frames, options));
     EXPECT_NE(difference(readPicture("restarted.png"), readPicture("left.png")), "") << "another seed";
 }
 
@@ -155,14 +156,9 @@ TEST_F(Programs, ViewersKeysAndDroppedFilesSetWhatTheCommandLineSets) {
     const std::string dew = " --preset dew --set touchRadius=0.118";
     const std::string options[] = {" --set palette=mercury --set touchRadius=0.16", dew,
                                    dew + " --background photo.png", dew + " --ground ember"};
-    int number = 0;
-    for (const std::string& option : options) {
-        const std::string name = std::to_string(++number);
-        EXPECT_EQ(difference(readPicture("tidalume-metaballs-" + name + ".png"),
-                             headlessPicture("metaballs", 31, option + " --seed " + std::to_string(number + 1))),
-                  "")
-            << option;
-    }
+    for (int i = 0; i < 4; ++i)
+        shows("tidalume-metaballs-" + std::to_string(i + 1) + ".png",
+              headlessPicture("metaballs", 31, options[i] + " --seed " + std::to_string(i + 2)), options[i]);
 }
 
 // Over the picture, of which they change nothing.
@@ -181,8 +177,8 @@ TEST_F(Programs, ViewerShowsHelpAndThatItIsPaused) {
     EXPECT_THAT(changedRows("paused.png"), testing::Each(testing::Gt(bare.height / 2)));
     EXPECT_THAT(changedRows("paused.png"), testing::SizeIs(testing::Gt(15)));
     EXPECT_THAT(changedRows("help.png"), testing::Contains(0));
-    EXPECT_EQ(difference(readPicture("again.png"), readPicture("paused.png")), "");
-    EXPECT_EQ(difference(readPicture("tidalume-metaballs-2.png"), bare), "");
+    shows("again.png", readPicture("paused.png"));
+    shows("tidalume-metaballs-2.png", bare);
 }
 
 // It takes a window manager to make a window fill the screen. What the surface does not cover stays black.
