@@ -1,9 +1,6 @@
 #include "testing/GLRecorder.h"
 
-#include <android/log.h>
-
 #include <algorithm>
-#include <cstdarg>
 #include <cstring>
 #include <dlfcn.h>
 #include <sstream>
@@ -120,15 +117,6 @@ void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
     recorder.label(op);
     __real__Z12checkGLErrorPKc(op);
-}
-
-int __wrap___android_log_print(int priority, const char* tag, const char* format, ...) {
-    ++recorder.counts[format];
-    va_list arguments;
-    va_start(arguments, format);
-    const int result = __android_log_vprint(priority, tag, format, arguments);
-    va_end(arguments);
-    return result;
 }
 
 /// The driver's own function of this name.

@@ -32,7 +32,7 @@ class GLRecorder {
     /// Text of every shader that was handed to the driver since the last reset, in order.
     std::vector<std::pair<GLenum, std::string>> shaderTexts;
 
-    /// How often each entry point was called since the last reset, and lines of which format were logged.
+    /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
 
     /// Where the driver's functions are looked up, by dlsym.
