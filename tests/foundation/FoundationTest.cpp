@@ -79,11 +79,9 @@ TEST_F(FoundationTest, NamesErrorsAndAttributesOfAConfiguration) {
     for (std::sregex_iterator found(header.begin(), header.end(), definition), end; found != end; ++found)
         codes[(*found)[1]] = std::stoi((*found)[2], nullptr, 16);
     for (const auto& [name, code] : codes) {
-        if (code < EGL_SUCCESS || code > EGL_CONTEXT_LOST) continue;
-        EXPECT_EQ(stringEGLError(code), name);
+        const bool isError = code >= EGL_SUCCESS && code <= EGL_CONTEXT_LOST;
+        EXPECT_EQ(stringEGLError(code), isError ? name : "UNKNOWN");
     }
-    for (const int outside : {EGL_SUCCESS - 1, EGL_CONTEXT_LOST + 1})
-        EXPECT_STREQ(stringEGLError(outside), "UNKNOWN");
 
     const EGLDisplay display = eglGetCurrentDisplay();
     const EGLint wanted[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_ALPHA_SIZE, 8, EGL_SAMPLES, 4, EGL_NONE};
