@@ -174,15 +174,8 @@ TEST(Player, BeginsWithThePresetOfItsScene) {
 // A display's frames come a little early or late; a slow machine's come much too late.
 TEST(Player, StepsFollowTime) {
     const headless::HeadlessContext context(width, height);
-    for (const double rate : {50.0, 144.0}) {
-        Player player = playerOf();
-        int steps = 0;
-        for (int i = 0; i < 2 * rate; ++i)
-            steps += player.advance(1 / rate);
-        EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
-    }
     Player player = playerOf();
-    const double step = Player::timeStep;
+    constexpr double step = 1.0 / 60;
     std::vector<int> steps;
     for (const double seconds :
          {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})
