@@ -261,12 +261,6 @@ const GLubyte* glGetString(GLenum name) {
     return renderer ? reinterpret_cast<const GLubyte*>(renderer) : DRIVER(glGetString)(name);
 }
 
-void glGetFloatv(GLenum parameter, GLfloat* values) {
-    DRIVER(glGetFloatv)(parameter, values);
-    if (recorder.faults.largestPoint > 0 && parameter == GL_ALIASED_POINT_SIZE_RANGE)
-        values[1] = recorder.faults.largestPoint;
-}
-
 GLenum glGetError() {
     std::vector<GLenum>& pending = recorder.faults.pendingErrors;
     if (pending.empty()) return DRIVER(glGetError)();

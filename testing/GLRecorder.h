@@ -53,8 +53,6 @@ class GLRecorder {
         bool infoLogIsEmpty = false;
         /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.
         bool acceptsProgramBinaries = false;
-        /// In pixels, how large the driver's largest points are; 0: its own word.
-        float largestPoint = 0;
         /// Errors that glGetError gives before the driver's own, front first.
         std::vector<GLenum> pendingErrors;
     } faults;
