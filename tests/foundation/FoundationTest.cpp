@@ -95,13 +95,11 @@ TEST_F(FoundationTest, NamesErrorsAndAttributesOfAConfiguration) {
     EXPECT_THAT(output, MatchesRegex("( EGL_[A-Z_]+: -?[0-9]+ \\(0x[0-9a-f]+\\)){32}\n\n")) << "none of no config";
     EXPECT_THAT(output, ContainsRegex("^ EGL_BUFFER_SIZE: .* EGL_MAX_PBUFFER_HEIGHT: [^:]+ EGL_MAX_PBUFFER_PIXELS: .* "
                                       "EGL_CONFORMANT: [^:]+$"));
-    std::istringstream words(output);
-    std::string name, value, hexadecimal;
-    while (words >> name >> value >> hexadecimal) {
+    const std::regex attribute("(EGL_[A-Z_]+): (\\S+)");
+    for (std::sregex_iterator found(output.begin(), output.end(), attribute), end; found != end; ++found) {
         EGLint expected = 0;
-        name.pop_back();
-        EXPECT_TRUE(eglGetConfigAttrib(display, config, codes[name], &expected)) << name;
-        EXPECT_EQ(std::stoi(value), expected) << name;
+        EXPECT_TRUE(eglGetConfigAttrib(display, config, codes[(*found)[1]], &expected)) << (*found)[1];
+        EXPECT_EQ(std::stoi((*found)[2]), expected) << (*found)[1];
     }
     EXPECT_EQ(eglGetError(), EGL_SUCCESS);
 }
