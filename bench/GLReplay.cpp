@@ -1,6 +1,6 @@
 #include "bench/GLReplay.h"
 
-#include "testing/DriversOwn.h"
+#include "bench/DriversOwn.h"
 
 #include <algorithm>
 

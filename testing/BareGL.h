@@ -8,7 +8,7 @@
 ///
 /// It stands in for the driver where it is linked before the driver's library, or where the recorder is told its file.
 /// One context for the process. It ends the process where a draw needs an array that is not enabled, and where a call
-/// names a program or a shader that is none.
+/// uses or asks a program that is none.
 extern "C" {
 /// Begins a new context.
 void bareGLReset();

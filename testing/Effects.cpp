@@ -131,25 +131,13 @@ Operations operations(const std::shared_ptr<ShallowWater>& effect, const Shared&
     };
 }
 
-/// A texture of one white texel. In plain GL, since it must go on where a driver refuses.
-std::shared_ptr<GLuint> whitePicture() {
-    const unsigned char white[4] = {255, 255, 255, 255};
-    std::shared_ptr<GLuint> name(new GLuint(0), [](GLuint* texture) {
-        glDeleteTextures(1, texture);
-        delete texture;
-    });
-    glGenTextures(1, name.get());
-    glBindTexture(GL_TEXTURE_2D, *name);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, white);
-    return name;
-}
-
 Operations operations(const std::shared_ptr<ShallowWaterRenderer>& effect, const Shared& a) {
-    const auto white = a->inputs.picture == 0 ? whitePicture() : nullptr;
-    effect->setTexture(static_cast<int>(white ? *white : a->inputs.picture));
+    effect->setTexture(static_cast<int>(a->inputs.picture));
     effect->setSpecular(0.5F, 50.0F);
-    return {{"ShallowWaterRenderer::render",
-             [=, keep = white] { effect->render(a->inputs.heights, a->inputs.normals); }, Measured{1.0, true}}};
+    // Without textures the picture is black and the normal (-1, -1, -1): what is seen then is a highlight.
+    if (a->inputs.normals == 0) effect->setLight(-1.0F, -1.0F, -9.0F);
+    return {{"ShallowWaterRenderer::render", [=] { effect->render(a->inputs.heights, a->inputs.normals); },
+             Measured{1.0, true}}};
 }
 
 enum Output { Screen, Target };

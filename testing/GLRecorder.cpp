@@ -1,9 +1,6 @@
 #include "testing/GLRecorder.h"
 
-#include <android/log.h>
-
 #include <algorithm>
-#include <cstdarg>
 #include <cstring>
 #include <dlfcn.h>
 #include <sstream>
@@ -120,15 +117,6 @@ void __real__Z12checkGLErrorPKc(const char* op);
 void __wrap__Z12checkGLErrorPKc(const char* op) {
     recorder.label(op);
     __real__Z12checkGLErrorPKc(op);
-}
-
-int __wrap___android_log_print(int priority, const char* tag, const char* format, ...) {
-    ++recorder.counts[format];
-    va_list arguments;
-    va_start(arguments, format);
-    const int result = __android_log_vprint(priority, tag, format, arguments);
-    va_end(arguments);
-    return result;
 }
 
 /// The driver's own function of this name.
@@ -271,12 +259,6 @@ void glProgramBinary(GLuint program, GLenum format, const void* binary, GLsizei 
 const GLubyte* glGetString(GLenum name) {
     const char* renderer = name == GL_RENDERER ? recorder.faults.renderer : nullptr;
     return renderer ? reinterpret_cast<const GLubyte*>(renderer) : DRIVER(glGetString)(name);
-}
-
-void glGetFloatv(GLenum parameter, GLfloat* values) {
-    DRIVER(glGetFloatv)(parameter, values);
-    if (recorder.faults.largestPoint > 0 && parameter == GL_ALIASED_POINT_SIZE_RANGE)
-        values[1] = recorder.faults.largestPoint;
 }
 
 GLenum glGetError() {

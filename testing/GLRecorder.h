@@ -32,7 +32,7 @@ class GLRecorder {
     /// Text of every shader that was handed to the driver since the last reset, in order.
     std::vector<std::pair<GLenum, std::string>> shaderTexts;
 
-    /// How often each entry point was called since the last reset, and lines of which format were logged.
+    /// How often each entry point was called since the last reset.
     std::map<std::string, int> counts;
 
     /// Where the driver's functions are looked up, by dlsym.
@@ -53,8 +53,6 @@ class GLRecorder {
         bool infoLogIsEmpty = false;
         /// Accepts program binaries whatever their announced format, as a driver does whose format the cache names.
         bool acceptsProgramBinaries = false;
-        /// In pixels, how large the driver's largest points are; 0: its own word.
-        float largestPoint = 0;
         /// Errors that glGetError gives before the driver's own, front first.
         std::vector<GLenum> pendingErrors;
     } faults;

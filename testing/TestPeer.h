@@ -12,7 +12,6 @@ struct TestPeer {
     // NOLINTEND(bugprone-macro-parentheses)
     TIDALUME_PEEK(mControlPoints)
     TIDALUME_PEEK(mFBONormal)
-    TIDALUME_PEEK(mRectTexcoords)
     TIDALUME_PEEK(mParticleManager)
     TIDALUME_PEEK(mTextureBG)
     TIDALUME_PEEK(mDrawFrameBuffer)

@@ -109,7 +109,6 @@ TEST_F(CometTest, DrawsCoresAndRingsWithoutTheTailsProgram) {
     context.recreate();
     glRecorder().faults.cannotCompile = "texcoords";
     comets.init();
-    log.take();
     comets.setScreenSize(width, height);
     comets.push(48, 30, CometRenderer::ACTION_LAUNCH);
     comets.render(0.8);

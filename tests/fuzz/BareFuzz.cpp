@@ -15,6 +15,7 @@
 #include <functional>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -88,34 +89,26 @@ Call call(void (ShallowWaterIterative::*setIterationCount)(int), const std::stri
 
 struct Kind {
     std::shared_ptr<void> (*make)();
-    Call init;
-    Call setScreenSize;
     Call forget;
-    std::vector<Call> calls; ///< but to forget
+    std::map<std::string, Call> calls; ///< but to forget
 };
-
-template <typename Effect>
-Kind kind() {
-    return {[]() -> std::shared_ptr<void> { return std::make_shared<Effect>(); },
-            call(&Effect::init, "init"),
-            call(&Effect::setScreenSize, "setScreenSize"),
-            call(&Effect::GLContextDestroyed, "GLContextDestroyed"),
-            {}};
-}
 
 std::vector<Kind> allKinds() {
     std::vector<Kind> kinds;
-#define KIND(Class) kinds.push_back(kind<Class>());
-#define CALL(Class, function) kinds.back().calls.push_back(call(&Class::function, #function));
+#define KIND(Class)                                                                                                    \
+    kinds.push_back({[]() -> std::shared_ptr<void> { return std::make_shared<Class>(); },                              \
+                     call(&Class::GLContextDestroyed, "GLContextDestroyed"),                                           \
+                     {}});
+#define CALL(Class, function) kinds.back().calls[#function] = call(&Class::function, #function);
 #include "EffectCalls.inc"
     return kinds;
 }
 
 const std::vector<Kind> kinds = allKinds();
 
-template <typename Value>
-auto& pick(Choices& choices, Value& values) {
-    return values[choices.ConsumeIntegralInRange<size_t>(0, values.size() - 1)];
+template <typename Values>
+auto& pick(Choices& choices, Values& values) {
+    return *std::next(values.begin(), choices.ConsumeIntegralInRange<std::ptrdiff_t>(0, values.size() - 1));
 }
 
 struct Object {
@@ -129,8 +122,8 @@ void step(std::vector<Object>& objects, Choices& choices) {
         const Kind& kind = pick(choices, kinds);
         objects.push_back({&kind, kind.make()});
         const int steps = choices.ConsumeIntegralInRange(0, 5); // below 2 calls come too early
-        if (steps > 0) kind.init(objects.back().effect.get(), choices);
-        if (steps > 1) kind.setScreenSize(objects.back().effect.get(), choices);
+        if (steps > 0) kind.calls.at("init")(objects.back().effect.get(), choices);
+        if (steps > 1) kind.calls.at("setScreenSize")(objects.back().effect.get(), choices);
     } else if (choice < 6) {
         objects.erase(objects.begin());
     } else if (choice < 7) {
@@ -139,7 +132,7 @@ void step(std::vector<Object>& objects, Choices& choices) {
         bareGLReset();
     } else {
         const Object& object = pick(choices, objects);
-        pick(choices, object.kind->calls)(object.effect.get(), choices);
+        pick(choices, object.kind->calls).second(object.effect.get(), choices);
     }
 }
 

@@ -74,6 +74,10 @@ class Programs : public testing::Test {
         return readPicture("drawn/" + scene + ".png");
     }
 
+    static void shows(const std::string& file, const Picture& expected, const std::string& what = "") {
+        EXPECT_EQ(difference(readPicture(file), expected), "") << file << what;
+    }
+
   private:
     const WorkingFolder mFolder;
 };
@@ -96,15 +100,12 @@ TEST_F(Programs, ShowTheSamePictures) {
         runsWell(gallery("--out all --ahead 20 --frames 10" + options));
         for (const SceneEntry& entry : sceneTable()) {
             const std::string name = entry.name;
-            EXPECT_EQ(difference(readPicture(name + ".png"), readPicture("all/" + name + ".png")), "")
-                << name << options;
+            shows(name + ".png", readPicture("all/" + name + ".png"), options);
             EXPECT_EQ(milliseconds("all/" + name + ".webp"), 10 * 1000 / 60) << name;
             EXPECT_THAT(fileContent("all/index.html"),
                         testing::HasSubstr("src=\"" + name + ".webp\" width=\"97\" height=\"161\""));
         }
-        EXPECT_EQ(difference(readPicture("all/water-rain.png"),
-                             headlessPicture("water", 30, " --size 48x80 --preset rain" + options)),
-                  "");
+        shows("all/water-rain.png", headlessPicture("water", 30, " --size 48x80 --preset rain" + options));
         waters.insert(readPicture("water.png").rgba);
     }
     EXPECT_EQ(waters.size(), 3U) << "a picture for each choice of background";
@@ -122,26 +123,42 @@ TEST_F(Programs, ViewerTakesMouseAndFingers) {
         EXPECT_GT(down.pixel(x, y)[0], 140) << x << ", " << y;
         EXPECT_LT(untouched.pixel(x, y)[0], 140) << x << ", " << y;
     }
-    EXPECT_EQ(difference(readPicture("up.png"), untouched), "");
+    shows("up.png", untouched);
 }
 
-// What the window is made to show during a pause adds no step.
-TEST_F(Programs, ViewersKeysPauseRemakeTheContextChangeScenesRestartAndSave) {
-    runsWell(viewer("10 key Space\n15 key s\n16 key c\n20 resize 120x90\n60 key s\n61 resize 97x161\n99 key s\n"
-                    "100 key Space\n100 save on.png\n110 key Right\n112 save right.png\n113 key Left\n120 key c\n"
-                    "124 key c\n142 save left.png\n143 key r\n172 save restarted.png\n173 key q\n"));
+// What the window is made to show during a pause adds no step. Pause and help are over the picture, of which they
+// change nothing.
+TEST_F(Programs, ViewersKeysPauseHelpRemakeTheContextChangeScenesRestartAndSave) {
+    runsWell(viewer("10 key Space\n11 key s\n12 save paused.png\n13 key h\n15 key s\n16 save help.png\n17 key h\n"
+                    "19 save again.png\n20 key c\n24 resize 120x90\n64 key s\n65 resize 97x161\n103 key s\n"
+                    "104 key Space\n104 save on.png\n114 key Right\n116 save right.png\n117 key Left\n124 key c\n"
+                    "128 key c\n146 save left.png\n147 key r\n176 save restarted.png\n177 key q\n"));
     const std::tuple<const char*, const char*, int, const char*> rows[] = {
         {"tidalume-metaballs-1.png", "metaballs", 10, ""},
-        {"tidalume-metaballs-2.png", "metaballs", 10, " --size 120x90"},
-        {"tidalume-metaballs-3.png", "metaballs", 10, ""},
+        {"tidalume-metaballs-2.png", "metaballs", 10, ""},
+        {"tidalume-metaballs-3.png", "metaballs", 10, " --size 120x90"},
+        {"tidalume-metaballs-4.png", "metaballs", 10, ""},
         {"on.png", "metaballs", 11, ""},
         {"right.png", "particles", 3, ""},
         {"left.png", "metaballs", 30, ""},
         {"restarted.png", "metaballs", 30, " --seed 2"},
     };
     for (const auto& [file, scene, frames, options] : rows)
-        EXPECT_EQ(difference(readPicture(file), headlessPicture(scene, frames, options)), "") << file;
+        shows(file, headlessPicture(scene, frames, options));
     EXPECT_NE(difference(readPicture("restarted.png"), readPicture("left.png")), "") << "another seed";
+    shows("again.png", readPicture("paused.png"));
+    const Picture bare = readPicture("tidalume-metaballs-1.png");
+    const auto changedRows = [&](const std::string& file) {
+        const Picture shown = readPicture(file);
+        std::set<int> rows;
+        for (int y = 0; y < bare.height; ++y) {
+            if (!std::equal(shown.pixel(0, y), shown.pixel(0, y) + 4 * bare.width, bare.pixel(0, y))) rows.insert(y);
+        }
+        return rows;
+    };
+    EXPECT_THAT(changedRows("paused.png"), testing::Each(testing::Gt(bare.height / 2)));
+    EXPECT_THAT(changedRows("paused.png"), testing::SizeIs(testing::Gt(15)));
+    EXPECT_THAT(changedRows("help.png"), testing::Contains(0));
 }
 
 // Each is seen after a restart, which keeps settings and background. From Dew's ground, ember is the third.
@@ -155,34 +172,9 @@ TEST_F(Programs, ViewersKeysAndDroppedFilesSetWhatTheCommandLineSets) {
     const std::string dew = " --preset dew --set touchRadius=0.118";
     const std::string options[] = {" --set palette=mercury --set touchRadius=0.16", dew,
                                    dew + " --background photo.png", dew + " --ground ember"};
-    int number = 0;
-    for (const std::string& option : options) {
-        const std::string name = std::to_string(++number);
-        EXPECT_EQ(difference(readPicture("tidalume-metaballs-" + name + ".png"),
-                             headlessPicture("metaballs", 31, option + " --seed " + std::to_string(number + 1))),
-                  "")
-            << option;
-    }
-}
-
-// Over the picture, of which they change nothing.
-TEST_F(Programs, ViewerShowsHelpAndThatItIsPaused) {
-    runsWell(viewer("10 key Space\n15 save paused.png\n16 key s\n20 key h\n25 save help.png\n26 key s\n30 key h\n"
-                    "35 save again.png\n36 quit\n"));
-    const Picture bare = readPicture("tidalume-metaballs-1.png");
-    const auto changedRows = [&](const std::string& file) {
-        const Picture shown = readPicture(file);
-        std::set<int> rows;
-        for (int y = 0; y < bare.height; ++y) {
-            if (!std::equal(shown.pixel(0, y), shown.pixel(0, y) + 4 * bare.width, bare.pixel(0, y))) rows.insert(y);
-        }
-        return rows;
-    };
-    EXPECT_THAT(changedRows("paused.png"), testing::Each(testing::Gt(bare.height / 2)));
-    EXPECT_THAT(changedRows("paused.png"), testing::SizeIs(testing::Gt(15)));
-    EXPECT_THAT(changedRows("help.png"), testing::Contains(0));
-    EXPECT_EQ(difference(readPicture("again.png"), readPicture("paused.png")), "");
-    EXPECT_EQ(difference(readPicture("tidalume-metaballs-2.png"), bare), "");
+    for (int i = 0; i < 4; ++i)
+        shows("tidalume-metaballs-" + std::to_string(i + 1) + ".png",
+              headlessPicture("metaballs", 31, options[i] + " --seed " + std::to_string(i + 2)), options[i]);
 }
 
 // It takes a window manager to make a window fill the screen. What the surface does not cover stays black.

@@ -1,5 +1,6 @@
 #include "gallery/Background.h"
 #include "gallery/Blend.h"
+#include "gallery/Ground.h"
 #include "gallery/Player.h"
 #include "headless/HeadlessContext.h"
 #include "headless/Pixels.h"
@@ -132,29 +133,49 @@ Picture lastFrame(int touchedAt, int frames, int finger = 9, const SceneEntry& e
     return headless::framebufferPicture(width, height);
 }
 
+/// In steps of 8 bits.
+double meanDifference(const Picture& one, const Picture& other) {
+    double sum = 0;
+    for (std::size_t i = 0; i < one.rgba.size(); ++i)
+        sum += std::abs(one.rgba[i] - other.rgba[i]);
+    return sum / static_cast<double>(one.rgba.size());
+}
+
+TEST(Grounds, AreOneOpaquePictureEachAtEverySize) {
+    std::set<std::vector<std::uint8_t>> pictures;
+    std::vector<std::string> withChance;
+    for (const Ground& ground : groundTable()) {
+        for (const auto& [width, height] : {std::pair(1, 1), {1, 97}, {4096, 3}, {67, 45}}) {
+            const Picture picture = ground.draw(width, height, 7);
+            ASSERT_EQ(std::pair(picture.width, picture.height), std::pair(width, height)) << ground.name;
+            for (std::size_t i = 3; i < picture.rgba.size(); i += 4)
+                ASSERT_EQ(picture.rgba[i], 255) << ground.name;
+        }
+        const Picture small = ground.draw(90, 160, 1);
+        EXPECT_LT(meanDifference(small, coverFit(ground.draw(360, 640, 1), 90, 160)), 1.5) << ground.name;
+        EXPECT_EQ(difference(ground.draw(90, 160, 1), small), "") << ground.name;
+        if (ground.draw(90, 160, 2).rgba != small.rgba) withChance.emplace_back(ground.name);
+        pictures.insert(small.rgba);
+    }
+    EXPECT_EQ(pictures.size(), groundTable().size());
+    EXPECT_THAT(withChance, ElementsAre("sand", "tiles", "pebbles", "night"));
+}
+
 TEST(Player, BeginsWithThePresetOfItsScene) {
     for (const SceneEntry& entry : sceneTable()) {
         const Player begun(entry, 1);
         Player set(entry, 1);
         set.usePreset(entry.preset);
         for (int i = 0; i < static_cast<int>(begun.parameters().size); ++i)
-            EXPECT_EQ(begun.get(i), set.get(i))
-                << entry.name << ": " << begun.parameters()[static_cast<size_t>(i)].name;
+            EXPECT_EQ(begun.get(i), set.get(i)) << entry.name << ": parameter " << i;
     }
 }
 
 // A display's frames come a little early or late; a slow machine's come much too late.
 TEST(Player, StepsFollowTime) {
     const headless::HeadlessContext context(width, height);
-    for (const double rate : {50.0, 144.0}) {
-        Player player = playerOf();
-        int steps = 0;
-        for (int i = 0; i < 2 * rate; ++i)
-            steps += player.advance(1 / rate);
-        EXPECT_NEAR(steps, 120, 1) << rate << " Hz";
-    }
     Player player = playerOf();
-    const double step = Player::timeStep;
+    constexpr double step = 1.0 / 60;
     std::vector<int> steps;
     for (const double seconds :
          {step - 0.004, step + 0.004, step - 0.004, 0.2, 0.2, 3600.0, 0.0, step, 2 * step, 3 * step})

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <utility>
 
 extern "C" {
@@ -90,12 +91,7 @@ TEST_F(BridgeTest, SettingsTakeAnyByteAndGiveStringsBack) {
 /// Arrays are pinned in parameter order up to one that is null or fails, since its exception may be pending, and
 /// released in reverse with what was written. Without one nothing is drawn.
 TEST_F(BridgeTest, PinsAndReleasesArrays) {
-    struct {
-        float* begin;
-        float* end;
-        float* unpinnable;
-        const char* asked;
-    } const calls[] = {
+    const std::tuple<float*, float*, float*, const char*> calls[] = {
         {nullptr, second, nullptr, ""},
         {first, second, first, "pin, "},
         {first, nullptr, nullptr, "pin, release 0, "},
@@ -106,13 +102,13 @@ TEST_F(BridgeTest, PinsAndReleasesArrays) {
     graphics.init();
     graphics.setScreenSize(width, height);
     glRecorder().reset();
-    for (const auto& call : calls) {
+    for (const auto& [begin, end, failing, expected] : calls) {
         EXPECT_TRUE(glRecorder().counts.empty());
-        unpinnable = call.unpinnable;
+        unpinnable = failing;
         Java_com_vyn_effect_tidalume_VectorGraphicRenderer_renderRadialGradient(
-            &env, nullptr, tidalume::toHandle(&graphics), 9.0F, 9.0F, 2.0F, reinterpret_cast<jfloatArray>(call.begin),
-            9.0F, reinterpret_cast<jfloatArray>(call.end));
-        EXPECT_EQ(std::exchange(asked, ""), call.asked);
+            &env, nullptr, tidalume::toHandle(&graphics), 9.0F, 9.0F, 2.0F, reinterpret_cast<jfloatArray>(begin), 9.0F,
+            reinterpret_cast<jfloatArray>(end));
+        EXPECT_EQ(std::exchange(asked, ""), expected);
     }
     EXPECT_EQ(glRecorder().counts["glDrawArrays"], 1);
 }

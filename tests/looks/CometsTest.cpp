@@ -25,8 +25,7 @@ class CometsTest : public GLTest {
         tidalume::ColorTarget target;
         for (int frame = 0; frame < frames; ++frame) {
             if (frame == lossAt) {
-                expectCalls(
-                    "contextLost", [&] { comets.contextLost(); }, "");
+                EXPECT_CALLS(comets.contextLost(), "");
                 target.abandon();
                 context.recreate();
             }

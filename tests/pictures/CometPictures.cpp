@@ -68,12 +68,10 @@ Comparison comets(int width, int height, int screenWidth, double t) {
     for (const int mesh : {0, 2})
         layers.push_back(annulus(vertex(mesh, 1, 10), 0.0, 0.02 * screenWidth * (1.0 - std::pow(t, 2.5)), glow));
     renderer.updateMesh(1.0F); // its centre line is the whole path
-    const auto addRing = [&](const Point& centre, double radius) {
-        layers.push_back(annulus(centre, radius - 3.0, radius, 2.0 * (1.0 - t)));
-    };
-    for (const int mesh : {0, 2}) {
-        addRing(vertex(mesh, 1, 25), screenWidth * (t - 0.75) / 6.0);
-        addRing(vertex(mesh, 1, 15), screenWidth * (t - 0.85) * 0.15 / 0.85);
+    for (const auto& [column, radius] : {std::pair(25, (t - 0.75) / 6.0), {15, (t - 0.85) * 0.15 / 0.85}}) {
+        for (const int mesh : {0, 2})
+            layers.push_back(
+                annulus(vertex(mesh, 1, column), screenWidth * radius - 3.0, screenWidth * radius, 2.0 * (1.0 - t)));
     }
 
     const auto colorAt = [&](double x, double y) -> Values {

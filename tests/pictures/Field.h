@@ -23,12 +23,12 @@ struct Field : headless::PixelArray {
 
     Values texel(int x, int y) const { return {at(x, y, 0), at(x, y, 1), at(x, y, 2), at(x, y, 3)}; }
 
-    /// The first channel between the texels, as GL_LINEAR defines it; the centre of texel i is at i.
-    double filtered(double x, double y) const {
-        const int left = static_cast<int>(std::floor(x)), below = static_cast<int>(std::floor(y));
-        const double right = x - left, above = y - below;
-        return (at(left, below) * (1 - right) + at(left + 1, below) * right) * (1 - above) +
-               (at(left, below + 1) * (1 - right) + at(left + 1, below + 1) * right) * above;
+    /// Between the texels, as GL_LINEAR defines it, at shares of width and height.
+    Values filtered(double u, double v) const {
+        const double x = u * width - 0.5, y = v * height - 0.5;
+        const int left = static_cast<int>(std::floor(x)), bottom = static_cast<int>(std::floor(y));
+        const auto row = [&](int y) { return mix(texel(left, y), texel(left + 1, y), x - left); };
+        return mix(row(bottom), row(bottom + 1), y - bottom);
     }
 
     /// Sum of the four next texels' first channel.

@@ -22,14 +22,6 @@ Color withAlpha(Color color, double alpha) {
     return color;
 }
 
-/// A bitmap's colour with linear filter, at shares of its width and height.
-Color sample(const Field& bitmap, double u, double v) {
-    const double x = u * bitmap.width - 0.5, y = v * bitmap.height - 0.5;
-    const int left = static_cast<int>(std::floor(x)), bottom = static_cast<int>(std::floor(y));
-    const auto row = [&](int y) { return mix(bitmap.texel(left, y), bitmap.texel(left + 1, y), x - left); };
-    return mix(row(bottom), row(bottom + 1), y - bottom);
-}
-
 /// The blend state that a new object has, and another with four factors of its own.
 enum Blend { overlaying, subtracting };
 const Color constant = {0.5, 0.25, 1.0, 0.75};
@@ -95,12 +87,13 @@ Comparison discs(int width, int height, Blend blend) {
             if (std::fabs(distance) < 0.3) return Color(open, 4); // drivers may round the very edge either way
             return distance < 0.0 ? color : Color();
         };
-        return {disc(40.5, 25.25, 25.0, gold), disc(60.0, 55.0, 18.5, withAlpha(sample(coarse, p.u, p.v), gold[3])),
-                disc(2.0, 50.0, 31.0, withAlpha(sample(exact, p.u, p.v), blue[3])), disc(20.0, 3.0, 12.0, blue)};
+        return {disc(40.5, 25.25, 25.0, gold), disc(60.0, 55.0, 18.5, withAlpha(coarse.filtered(p.u, p.v), gold[3])),
+                disc(2.0, 50.0, 31.0, withAlpha(exact.filtered(p.u, p.v), blue[3])), disc(20.0, 3.0, 12.0, blue)};
     });
 }
 
-/// Every rotation code and two unknown ones, without a mask and with it, and a plain rectangle after each.
+/// Every rotation code and two unknown ones, without a mask and with it, and a plain rectangle after each. Unknown
+/// codes keep what was set before them, an init does not.
 Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
     constexpr int codes[] = {0, 1, 2, 3, 4, 5, 6, -1};
     constexpr float width = 37.0F, height = 17.0F;
@@ -114,6 +107,9 @@ Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
         for (int row = 0; row < 8; ++row) {
             const float y = top(row);
             graphics.renderRotatedBitmapRectangle(left(0), y, width, height, bitmap.texture, codes[row]);
+            if (row >= 5) graphics.rotateTexture(2);
+            if (row == 5) graphics.init();
+            if (row > 5) graphics.rotateTexture(codes[row]);
             graphics.renderAlphaMaskedBitmapRectangle(left(1), y, width, height, picture, alpha);
             graphics.renderRotatedAlphaMaskedBitmapRectangle(left(2), y, width, height, picture, codes[row], alpha);
             graphics.renderBitmapRectangle(left(3), y, width, height, bitmap.texture);
@@ -123,13 +119,13 @@ Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
         const int column = static_cast<int>((p.x - 2.25) / 39.0), row = static_cast<int>((p.y - 1.25) / 18.5);
         const double x = (p.x - left(column)) / width, y = 1.0 - (p.y - top(row)) / height;
         if (x < 0.0 || x > 1.0 || y < 0.0 || y > 1.0) return {};
-        // Where each rotation code looks into the bitmap; any other code stands for 0.
+        // Where each rotation code looks into the bitmap.
         const double u[6] = {x, 1.0 - y, 1.0 - x, y, x, 1.0 - x};
         const double v[6] = {y, x, 1.0 - y, 1.0 - x, 1.0 - y, y};
-        const int code = column % 2 == 0 && row < 6 ? codes[row] : 0;
-        const Color texel = sample(bitmap, u[code], v[code]);
         const bool masked = column == 1 || column == 2;
-        return {masked ? withAlpha(texel, sample(mask, p.u, p.v)[0]) : texel};
+        const int code = row > 5 ? 2 * masked : column % 2 == 0 ? codes[row] : 0;
+        const Color texel = bitmap.filtered(u[code], v[code]);
+        return {masked ? withAlpha(texel, mask.filtered(p.u, p.v)[0]) : texel};
     });
 }
 

@@ -153,9 +153,9 @@ Comparison normals(int width, int height, int columns, int rows) {
     builder.setHeightMax(2.0F);
     builder.build(heights.texture);
     return compare(headless::readTexture(builder.getTexture(), width, height), [&](int column, int row) -> Values {
-        const double x = (column + 0.5) * columns / width - 0.5, y = (row + 0.5) * rows / height - 0.5;
-        const double slopeX = (heights.filtered(x + 1, y) - heights.filtered(x - 1, y)) * 2.0;
-        const double slopeY = (heights.filtered(x, y + 1) - heights.filtered(x, y - 1)) * 2.0;
+        const double u = (column + 0.5) / width, v = (row + 0.5) / height, du = 1.0 / columns, dv = 1.0 / rows;
+        const double slopeX = (heights.filtered(u + du, v) - heights.filtered(u - du, v))[0] * 2.0;
+        const double slopeY = (heights.filtered(u, v + dv) - heights.filtered(u, v - dv))[0] * 2.0;
         return Values{-slopeX, -slopeY, 2.0} / std::sqrt(slopeX * slopeX + slopeY * slopeY + 4.0) * 0.5 + 0.5;
     });
 }

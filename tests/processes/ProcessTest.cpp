@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -22,25 +21,12 @@ using tidalume::headless::HeadlessContext;
 const EffectCase& pond = *std::find_if(effectCases().begin(), effectCases().end(),
                                        [](const EffectCase& effect) { return effect.name == "ShallowWater"; });
 
-/// Runs a body in processes of its own. They end with status 0 where no expectation of the body fails.
-/// @return 0, or how one of them ended otherwise: with a status, or a signal; -1 where one could not begin
-int endOf(const std::function<void()>& body, int processes = 1) noexcept { // a child must not leave by an exception
-    int end = 0;
-    for (int i = 0; i < processes; ++i) {
-        const pid_t child = fork();
-        if (child < 0) end = -1;
-        if (child != 0) continue;
-        body();
-        _exit(testing::Test::HasFailure() ? 1 : 0);
-    }
-    for (int one = 0; wait(&one) > 0;)
-        if (end == 0) end = one;
-    return end;
-}
-
 class Processes : public testing::Test {
   protected:
     Processes() { std::strcpy(GlobalProperty::ROOT_DIR, "./"); }
+
+    /// Ends this process, with status 0 where no expectation has failed.
+    [[noreturn]] static void end() { _exit(testing::Test::HasFailure() ? 1 : 0); }
 
     const WorkingFolder folder;
 };
@@ -56,21 +42,31 @@ TEST_F(Processes, TwoMayBuildIntoOneCacheFolderAtOnce) {
             EXPECT_EQ(pond.make().prepare().picture(), expected) << "in round " << round;
         }
     };
-    EXPECT_EQ(endOf(drawInRounds, 2), 0);
-    const int end = endOf([] {
+    const auto drawTwice = [=] {
+        const bool isOther = fork() == 0;
+        drawInRounds();
+        if (isOther) end();
+        int other = -1;
+        wait(&other);
+        EXPECT_EQ(other, 0);
+        end();
+    };
+    EXPECT_EXIT(drawTwice(), testing::ExitedWithCode(0), "");
+    const auto startAgain = [] {
         const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         GlobalProperty::BINARY_SHADER = true;
         glRecorder().faults.acceptsProgramBinaries = true;
         pond.make().init();
         EXPECT_EQ(glRecorder().counts["glProgramBinary"], 3);
-        EXPECT_EQ(glRecorder().counts["glCompileShader"], 0);
-    });
-    EXPECT_EQ(end, 0) << "the next start finds usable files";
+        EXPECT_EQ(glRecorder().counts["glCompileShader"], 0) << "the next start finds usable files";
+        end();
+    };
+    EXPECT_EXIT(startAgain(), testing::ExitedWithCode(0), "");
 }
 
 /// A size that the driver allows, in an address space that has no room for it.
 TEST_F(Processes, AScreenTooLargeForMemoryIsSurvived) {
-    const int end = endOf([] {
+    const auto draw = [] {
         LogCapture log;
         const HeadlessContext context(AnyEffect::width, AnyEffect::height);
         const auto effect = pond.make().prepare();
@@ -81,8 +77,9 @@ TEST_F(Processes, AScreenTooLargeForMemoryIsSurvived) {
         EXPECT_THAT(log.take(), testing::Contains(testing::HasSubstr("OUT_OF_MEMORY")));
         effect.prepare();
         EXPECT_EQ(effect.picture(), expected);
-    });
-    EXPECT_EQ(end, 0);
+        end();
+    };
+    EXPECT_EXIT(draw(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace
