@@ -157,6 +157,7 @@ public final class LookTest {
                     assertRefused("IllegalArgumentException: " + parameter.name + " must be .*" + parameter.unit
                             + ", is " + bad, () -> look.set(parameter.name, bad));
                 }
+                assertEquals(parameter.maximum, look.get(parameter.name), 0);
             }
             assertEquals("setters of nothing", Set.of(), setters.keySet());
 

@@ -99,36 +99,32 @@ public final class ViewLossTest extends ViewsFixture {
     }
 
     @Test
-    public void contextsAreAskedForOnceAndNotForAViewThatGoes() throws Exception {
-        final TestView view = openView(0);
-        frames(1);
-        current = Result.CONTEXT_LOST;
-        isMissing = true;
-        view.show(true);
-        frames(1);
-        assertEquals(List.of("NO_CONTEXT: there is none"), takeErrors());
-        isMissing = false;
-        view.show(true);
-        frames(1);
-        current = Result.CONTEXT_LOST;
-        view.close();
-        view.attach(false);
-        frames(1);
-        assertEquals(3, contextsAskedFor);
-    }
-
-    @Test
-    public void contextsThatAreLostAgainAndAgainAreGivenUp() throws Exception {
+    public void contextsThatAreLostAgainAndAgainOrMissingAreGivenUp() throws Exception {
         isLosing = true;
         final TestView first = openView(0);
         final TestView second = openView(1);
         for (int i = 1; i <= 2; i++) {
+            first.open(16, 16);
             frames(9);
             assertEquals("one for each view", 2, takeErrors().size());
             assertEquals(3 * i, contextsAskedFor);
-            first.open(16, 16);
         }
         isLosing = false;
+        first.open(16, 16);
         assertShow(first, second);
+        second.attach(false);
+        frames(1);
+        current = Result.CONTEXT_LOST;
+        isMissing = true;
+        first.show(true);
+        frames(1);
+        assertEquals(List.of("NO_CONTEXT: there is none"), takeErrors());
+        isMissing = false;
+        first.show(true);
+        frames(1);
+        current = Result.CONTEXT_LOST;
+        first.attach(false);
+        frames(1);
+        assertEquals("once where it is missing, never for a view that goes", 9, contextsAskedFor);
     }
 }
