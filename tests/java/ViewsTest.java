@@ -19,7 +19,7 @@ public final class ViewsTest extends ViewsFixture {
                 () -> view.pause(!view.isPaused),
                 () -> view.show(!view.isVisible),
                 () -> view.attach(!view.isAttached),
-                () -> lose(random.nextBoolean()),
+                () -> lose(view, view.isSeen() && random.nextBoolean()),
                 view::showPicture,
                 () -> view.set("fieldScale", 0.5f + random.nextFloat() / 2),
                 view::close,
@@ -31,7 +31,7 @@ public final class ViewsTest extends ViewsFixture {
         steps.get(random.nextInt(steps.size())).run();
     }
 
-    private void lose(boolean isFoundEarly) {
+    private void lose(TestView view, boolean isFoundEarly) {
         post(() -> {
             if (context != null && isFoundEarly) {
                 current = Result.CONTEXT_LOST;
@@ -39,6 +39,9 @@ public final class ViewsTest extends ViewsFixture {
                 swapped = Result.CONTEXT_LOST;
             }
         });
+        if (isFoundEarly) {
+            view.show(view.isVisible); // finds it out
+        }
     }
 
     private void touch(TestView view) throws Exception {

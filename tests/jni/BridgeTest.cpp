@@ -82,6 +82,7 @@ TEST_F(BridgeTest, SettingsTakeAnyByteAndStringsThatFitAndGiveThemBack) {
         }
     }
     Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, nullptr);
+    EXPECT_EQ(asked, "");
     EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
     for (const int byte : {2, 0, 128}) {
         Java_com_vyn_effect_tidalume_GlobalProperty_setDEBUGLOG(&env, nullptr, static_cast<jboolean>(byte));
