@@ -14,7 +14,7 @@ public final class ViewsTest extends ViewsFixture {
 
     private void step(TestView[] views, TestView view) throws Throwable {
         final List<ThrowingRunnable> steps = List.of(
-                () -> view.open(8 + random.nextInt(40), 8 + random.nextInt(40)),
+                () -> view.open(16 + random.nextInt(32), 16 + random.nextInt(32)),
                 () -> touch(view),
                 () -> view.pause(!view.isPaused),
                 () -> view.show(!view.isVisible),
