@@ -10,38 +10,32 @@ const [declarations, minSdk, stubs, ours, unproven] = process.argv.slice(2);
 // Android's compiler D8 brings these to older versions, or compiles them away.
 const BACKPORTED = /^java\.lang\.(invoke\.|Float\.isFinite$)|^java\.util\.(List\.copyOf$|Objects\.)/;
 
-// The classes: { super names, isInterface, members: name -> [{ isStatic, parameters, type, since }] }
+// The classes: { supers, since, isInterface, members: [{ name, isStatic, parameters, type, since }] }
 const classes = new Map();
 const path = [];
 let since = 0;
+const SCOPE = /^(?:declare|export) (?:abstract )?(module|class|interface) (\w+)(.*)\{$/;
+const DECLARATION = /^(?:public|protected)? ?(static )?(?:abstract )?(\w+)(?:<[^(]*>)?(\((.*)\))?(?:: (.*))?;$/;
 const text = ['android-platform-21-37-merged', 'androidx-32']
   .map(file => readFileSync(`${declarations}/${file}.d.ts`, 'utf8'));
 for (const line of text.join('\n').replaceAll('globalAndroid.', 'android.').split('\n')) {
   const text = line.trim();
-  const opened = text.match(/^(?:declare|export) (?:abstract )?(module|class|interface) (\w+)(.*)\{$/);
-  const known = classes.get(path.map(scope => scope.name).join('.'));
-  if (opened) {
-    path.push({ kind: opened[1], name: opened[2] });
-    if (opened[1] !== 'module') {
-      const bases = opened[3].replace(/<.*?>(?= |$)/g, '').replace(/^<.*>/, '').split(/extends|implements|,/);
-      const supers = bases.map(name => name.trim()).filter(Boolean);
-      classes.set(path.map(scope => scope.name).join('.'),
-        { supers, since, isInterface: opened[1] === 'interface', members: new Map() });
-    }
-  } else if (text.endsWith('{')) {
-    path.push({ kind: 'other', name: '' });
-    if (text.startsWith('public constructor(implementation')) known.isInterface = true;
+  const known = classes.get(path.join('.'));
+  if (text.endsWith('{')) {
+    const [, kind = 'module', name = '', rest] = text.match(SCOPE) ?? [];
+    path.push(name);
+    if (kind !== 'module') {
+      const bases = rest.replace(/<.*?>(?= |$)/g, '').replace(/^<.*>/, '').split(/extends|implements|,/);
+      const supers = bases.map(base => base.trim()).filter(Boolean);
+      classes.set(path.join('.'), { supers, since, isInterface: kind === 'interface', members: [] });
+    } else if (text.startsWith('public constructor(implementation')) known.isInterface = true;
   } else if (/^\}/.test(text)) {
     path.pop();
-  } else if (known) {
-    const member = text.match(/^(?:public|protected)? ?(static )?(?:abstract )?(\w+)(?:<[^(]*>)?(\((.*)\))?(?:: (.*))?;$/);
-    if (member) {
-      const parts = member[4] ? member[4].split(/, (?=\w+\??: )/) : [];
-      const parameters = member[3] && parts.map(part => plain(part.replace(/^\w+\??: /, '')));
-      if (!known.members.has(member[2])) known.members.set(member[2], []);
-      const type = plain(member[5] ?? 'void');
-      known.members.get(member[2]).push({ isStatic: Boolean(member[1]), parameters, type, since });
-    }
+  } else if (known && DECLARATION.test(text)) {
+    const [, isStatic, name, isMethod, list, type = 'void'] = text.match(DECLARATION);
+    const parts = list ? list.split(/, (?=\w+\??: )/) : [];
+    const parameters = isMethod && parts.map(part => plain(part.replace(/^\w+\??: /, '')));
+    known.members.push({ name, isStatic: Boolean(isStatic), parameters, type: plain(type), since });
   }
   const note = text.match(/@since (\d+)/);
   if (note) since = Number(note[1]);
@@ -64,43 +58,33 @@ function* lineage(name) {
 }
 
 const failures = new Set();
-function check(isRight, message) {
-  if (!isRight) failures.add(message);
-}
-function isOld(entry) {
-  return entry.since <= Number(minSdk);
-}
-function classFiles(folder, pattern) {
+const check = (isRight, message) => isRight || failures.add(message);
+const isOld = entry => entry.since <= Number(minSdk);
+const membersOf = (type, name) => [...lineage(type)].flatMap(known => known.members.filter(each => each.name === name));
+const same = (declared, java) => declared === java || /^(any|java\.lang\.Object)$/.test(declared)
+  || (java === 'any' && declared.endsWith('View'));
+function javap(folder, pattern, ...options) {
   const files = readdirSync(folder, { recursive: true }).filter(file => file.endsWith('.class') && pattern.test(file));
-  return files.map(file => `${folder}/${file}`);
-}
-function javap(...options) {
-  return execFileSync('javap', options, { encoding: 'utf8', maxBuffer: 1 << 28 });
-}
-function membersOf(type, name) {
-  return [...lineage(type)].flatMap(known => known.members.get(name) ?? []);
-}
-function same(declared, java) {
-  return declared === java || /^(any|java\.lang\.Object)$/.test(declared)
-    || (java === 'any' && declared.endsWith('View'));
+  const paths = files.map(file => `${folder}/${file}`);
+  return execFileSync('javap', [...options, ...paths], { encoding: 'utf8', maxBuffer: 1 << 28 });
 }
 
-const files = classFiles(stubs, /^(android|javax)/);
 let members = 0;
+let at = '';
 const table = readFileSync(unproven, 'utf8').split('\n').filter(line => line && !line.startsWith('#'));
 const rows = new Set(table.map(line => line.replace(/ +/, ' ')));
 const unusual = new Set();
 const HEADER = /^(?:public |final |abstract |static )*(class|interface) ([\w.$]+)(?:<.*>)?(?: extends ([\w.$]+))?.*\{$/;
 const MODIFIERS = '^ +(?:public |protected |abstract |final )*(static )?(?:final )?(?:<.*?> )?';
 const MEMBER = new RegExp(`${MODIFIERS}(?:([\\w.$[\\]]+) )?([\\w.$]+)(\\((.*)\\))?(?: throws .*)?(?: = (.*))?;$`);
-for (const line of javap('-protected', '-constants', ...files).split('\n')) {
+for (const line of javap(stubs, /^(android|javax)/, '-protected', '-constants').split('\n')) {
   const header = line.match(HEADER);
   if (header) {
-    check.at = header[2].replace(/\$/g, '.');
-    const known = classes.get(check.at);
-    check(known && isOld(known), `class ${check.at}`);
-    check(known && (header[1] === 'interface') === known.isInterface, `${check.at} is no ${header[1]}`);
-    check(!header[3] || [...lineage(check.at)].includes(classes.get(header[3])), `${check.at} extends ${header[3]}`);
+    at = header[2].replace(/\$/g, '.');
+    const known = classes.get(at);
+    check(known && isOld(known), `class ${at}`);
+    check(known && (header[1] === 'interface') === known.isInterface, `${at} is no ${header[1]}`);
+    check(!header[3] || [...lineage(at)].includes(classes.get(header[3])), `${at} extends ${header[3]}`);
     continue;
   }
   const member = line.match(MEMBER);
@@ -110,12 +94,12 @@ for (const line of javap('-protected', '-constants', ...files).split('\n')) {
   const type = name === 'constructor' ? 'void' : fromJava(member[2]);
   members++;
   for (const [word] of line.replace(/ = .*|;$/, '').matchAll(/\b(byte|short|long|float|double|protected|throws .*)\b/g)) {
-    unusual.add(`${word} ${check.at}.${name}`);
+    unusual.add(`${word} ${at}.${name}`);
   }
-  const found = membersOf(check.at, name).filter(entry => isOld(entry) && entry.isStatic === Boolean(member[1]));
+  const found = membersOf(at, name).filter(entry => isOld(entry) && entry.isStatic === Boolean(member[1]));
   check(found.some(entry => (parameters && entry.parameters?.length === parameters.length
     ? parameters.every((given, i) => same(entry.parameters[i], given)) && same(entry.type, type)
-    : !parameters && !entry.parameters && [type, member[6]].includes(entry.type))), `${check.at}: ${line.trim()}`);
+    : !parameters && !entry.parameters && [type, member[6]].includes(entry.type))), `${at}: ${line.trim()}`);
 }
 
 for (const row of new Set([...rows, ...unusual])) {
@@ -124,7 +108,7 @@ for (const row of new Set([...rows, ...unusual])) {
 
 // What our own classes call of Java itself.
 const CALL = /\/\/ (?:Interface)?Method (java\/[\w/$]+)\."?([\w<>]+)"?:\((.*?)\)/g;
-for (const [, owner, name, signature] of javap('-p', '-c', ...classFiles(ours, /^com/)).matchAll(CALL)) {
+for (const [, owner, name, signature] of javap(ours, /^com/, '-p', '-c').matchAll(CALL)) {
   const type = owner.replace(/[/$]/g, '.');
   const count = signature.replace(/\[/g, '').match(/L[^;]*;|[A-Z]/g)?.length ?? 0;
   const declared = name === '<init>' ? 'constructor' : name;
@@ -135,4 +119,4 @@ for (const [, owner, name, signature] of javap('-p', '-c', ...classFiles(ours, /
 
 for (const failure of failures) console.error(`check-platform: missing, for Android ${minSdk}: ${failure}`);
 if (failures.size > 0 || members < 50) process.exit(1);
-console.log(`check-platform: ${files.length} classes with ${members} members are the platform's`);
+console.log(`check-platform: ${members} members of classes are the platform's`);

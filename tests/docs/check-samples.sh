@@ -85,11 +85,11 @@ find_package(Tidalume $(PKG_CONFIG_PATH=$installed/lib/pkgconfig pkg-config --mo
 EOF
 cmake -S "$work/versions" -B "$work/versions/build" -DCMAKE_PREFIX_PATH="$installed" >/dev/null || fail "another version"
 
-calls=
+names=()
 methods=
 for fragment in "$work"/fragments/*; do
   name=$(basename "$fragment")
-  calls+="        run(\"$name\", Samples::$name);"$'\n'
+  names+=("$name")
   methods+="
     private static void $name(HeadlessContext context, int picture) throws Exception {
 $(cat "$fragment")
@@ -98,11 +98,11 @@ done
 mkdir "$work/samples"
 cp "$work/files/picture.webp" "$work/samples"
 template=$(<"$here/Samples.java.in")
-template=${template/@CALLS@/"$calls"}
 echo "${template/@METHODS@/"$methods"}" >"$work/samples/Samples.java"
 cd "$work/samples"
 echo "== fragments"
-java -Xcheck:jni -cp "$installed/share/java/*" -Djava.library.path="$installed/lib" Samples.java 2>&1 | tee log ||
+java -Xcheck:jni -cp "$installed/share/java/*" -Djava.library.path="$installed/lib" \
+  Samples.java "${names[@]}" 2>&1 | tee log ||
   fail "the fragments fail"
 if grep -E 'glError|Could not|WARNING|FATAL' log; then fail "the samples' log has errors"; fi
 echo "check-samples: $(ls "$work/fragments" | wc -l) fragments and 4 programs"

@@ -7,17 +7,28 @@ import com.vyn.effect.tidalume.views.LiveNames;
 import java.lang.reflect.*;
 import java.nio.file.*;
 import java.util.*;
-import java.util.jar.*;
 import java.util.regex.*;
 import java.util.stream.*;
 import org.junit.*;
 
 /** Every public method of every effect, in every state and with odd arguments: it works, or throws and says why. */
 public final class CallTest {
-    /** Ways from a new effect; in the state that each leads to, all methods are called. */
-    private static final String[] WAYS = {"", "setScreenSize", "init", "setScreenSize init", "init setScreenSize",
-        "init setScreenSize GLContextDestroyed", "init setScreenSize GLContextDestroyed init",
-        "init setScreenSize GLContextDestroyed setScreenSize init", "close", "init setScreenSize close"};
+    private static final List<Class<?>> EFFECTS = List.of(CometRenderer.class,
+            IntensityMapBuilder.class, Metaball2DRenderer.class, MetaballRenderer.class, NormalMapBuilder.class,
+            ShallowWater.class, ShallowWaterIterative.class, ShallowWaterRenderer.class, VectorGraphicRenderer.class);
+    private static final String WITH_TEXTURE = "Metaball.*|.*Builder|.*Water(Iterative)?";
+    /** Ways from a new effect; then all methods are called. Of those that draw, who refuses, and what is missing. */
+    private static final String[][] WAYS = {
+        {"", ".*", "needs init"},
+        {"setScreenSize", ".*", "needs init"},
+        {"init", ".*", "needs setScreenSize"},
+        {"setScreenSize init", "MetaballRenderer", "needs setScreenSize"}, // it takes none before there is a field
+        {"init setScreenSize", "", ""},
+        {"init setScreenSize GLContextDestroyed", ".*", "needs init"},
+        {"init setScreenSize GLContextDestroyed init", WITH_TEXTURE, "needs setScreenSize"},
+        {"init setScreenSize GLContextDestroyed setScreenSize init", "", ""},
+        {"close", ".*", "is closed"},
+        {"init setScreenSize close", ".*", "is closed"}};
     private static final List<Integer> INTEGERS = List.of(0, -1, 2, 1 << 20, Integer.MAX_VALUE, Integer.MIN_VALUE);
     private static final List<Float> NUMBERS = List.of(0f, -0f, -1f, 1e-30f, 65504f, Float.MIN_VALUE, Float.MAX_VALUE,
             -Float.MAX_VALUE, Float.POSITIVE_INFINITY, Float.NEGATIVE_INFINITY, Float.NaN);
@@ -49,30 +60,9 @@ public final class CallTest {
         context.close();
     }
 
-    /** The effects of the library's jar. */
-    private static List<Class<?>> effects() throws Exception {
-        final List<Class<?>> classes = new ArrayList<>();
-        final String jar = GlobalProperty.class.getProtectionDomain().getCodeSource().getLocation().getPath();
-        try (JarFile library = new JarFile(jar)) {
-            for (JarEntry entry : Collections.list(library.entries())) {
-                if (entry.getName().endsWith(".class")) {
-                    classes.add(Class.forName(entry.getName().replace('/', '.').replace(".class", "")));
-                }
-            }
-        }
-        classes.removeIf(found -> !AutoCloseable.class.isAssignableFrom(found)
-                || found.getPackage() != GlobalProperty.class.getPackage());
-        return classes;
-    }
-
-    /** Those above and below the border to the native side. */
-    private static Stream<Method> methods(Class<?> type) {
-        return Arrays.stream(type.getDeclaredMethods()).filter(method -> !method.getName().matches("Alloc|Free"))
-                .peek(method -> method.setAccessible(true));
-    }
-
     private static List<Method> publicMethods(Class<?> type) {
-        return methods(type).filter(method -> Modifier.isPublic(method.getModifiers())).collect(Collectors.toList());
+        return Arrays.stream(type.getDeclaredMethods()).filter(method -> Modifier.isPublic(method.getModifiers()))
+                .collect(Collectors.toList());
     }
 
     /** How many floats an array of the method must hold: a point, a metaball or a color. */
@@ -81,30 +71,29 @@ public final class CallTest {
     }
 
     private static Object[] ordinaryArguments(Object effect, Method method) throws Exception {
-        final Field handle = effect.getClass().getDeclaredField("handle");
-        handle.setAccessible(true);
-        final Map<Class<?>, Object> values = Map.of(boolean.class, true,
-                int.class, method.getName().equals("setBlendEquation") ? VectorGraphicRenderer.EQUATION_MIN : 1, float.class, 0.5f,
-                double.class, 0.5, float[].class, new float[length(method)]);
-        final Object[] arguments = new Object[method.getParameterCount()];
-        for (int i = 0; i < arguments.length; i++) {
-            final Class<?> type = method.getParameterTypes()[i];
-            arguments[i] = type == long.class ? ((Handle) handle.get(effect)).open() : values.get(type);
+        final boolean isEquation = method.getName().equals("setBlendEquation");
+        final Map<Class<?>, Object> values = Map.of(boolean.class, true, float.class, 0.5f, double.class, 0.5,
+                float[].class, new float[length(method)],
+                int.class, isEquation ? VectorGraphicRenderer.EQUATION_MIN : 1);
+        final Object[] arguments = Arrays.stream(method.getParameterTypes()).map(values::get).toArray();
+        if (Arrays.asList(method.getParameterTypes()).contains(long.class)) {
+            final Field handle = effect.getClass().getDeclaredField("handle");
+            handle.setAccessible(true);
+            arguments[0] = ((Handle) handle.get(effect)).open();
         }
         return arguments;
     }
 
     private static List<?> oddValues(Method method, Object ordinary) {
-        if (!(ordinary instanceof float[])) {
-            return ordinary instanceof Integer ? INTEGERS : ordinary instanceof Float ? NUMBERS
-                    : ordinary instanceof Double ? List.of(-1.0, 1e300, Double.NaN) : List.of(false);
-        }
+        final Map<Class<?>, List<?>> odd = Map.of(Boolean.class, List.of(false), Integer.class, INTEGERS,
+                Float.class, NUMBERS, Double.class, List.of(-1.0, 1e300, Double.NaN), Long.class, List.of());
         final List<float[]> arrays = new ArrayList<>(Arrays.asList(null, new float[length(method) - 1]));
         for (float number : NUMBERS) {
-            arrays.add(new float[length(method)]);
-            Arrays.fill(arrays.get(arrays.size() - 1), number);
+            final float[] array = new float[length(method)];
+            Arrays.fill(array, number);
+            arrays.add(array);
         }
-        return arrays;
+        return odd.getOrDefault(ordinary.getClass(), arrays);
     }
 
     /** A pattern of the exception that tells an argument off; empty: it is none to refuse. */
@@ -119,24 +108,11 @@ public final class CallTest {
     }
 
     /** A pattern of the exception of a method that comes too early or too late; empty: of none. */
-    private static String refusalAfter(List<String> way, Method method) {
-        final Class<?> effect = method.getDeclaringClass();
-        final String illegalState = "IllegalStateException: " + effect.getSimpleName();
-        if (way.contains("close")) { // closing again does nothing
-            return method.getName().equals("close") ? "" : illegalState + " is closed";
-        }
-        final List<String> inContext = way.subList(way.lastIndexOf("GLContextDestroyed") + 1, way.size());
-        if (!method.getName().matches("(render|add|update|build).*")) {
-            return "";
-        } else if (!inContext.contains("init")) {
-            return illegalState + " needs init .*";
-        }
-        // A loss of the context takes the size only from who has a texture. Particles take none before there is anything
-        // to give it to.
-        final boolean keepsItsSize = publicMethods(effect).stream().noneMatch(each -> each.getName().equals("getTexture"));
-        final List<String> sized = keepsItsSize ? way
-                : effect == MetaballRenderer.class && way.indexOf("init") == 1 ? way.subList(1, way.size()) : inContext;
-        return sized.contains("setScreenSize") ? "" : illegalState + " needs setScreenSize .*";
+    private static String refusalAfter(String[] way, Method method) {
+        final String effect = method.getDeclaringClass().getSimpleName();
+        final String refusing = way[2].equals("is closed") ? "(?!close).*" : "(render|add|update|build).*";
+        final boolean isRefused = effect.matches(way[1]) && method.getName().matches(refusing);
+        return isRefused ? "IllegalStateException: " + effect + " " + way[2] + ".*" : "";
     }
 
     private static void assertOutcome(String expected, Object effect, Method method, Object... arguments)
@@ -150,31 +126,34 @@ public final class CallTest {
         assertTrue(method + Arrays.deepToString(arguments) + ": " + outcome, outcome.matches(expected));
     }
 
-    /** Goes a way with ordinary arguments. */
-    private static AutoCloseable make(Class<?> type, List<String> way) throws Exception {
-        final AutoCloseable effect = (AutoCloseable) type.getConstructor().newInstance();
-        for (String step : way) {
-            for (Method method : publicMethods(type)) {
-                if (method.getName().equals(step)) {
-                    method.invoke(effect, ordinaryArguments(effect, method));
-                }
+    /** Calls what an effect has of a name, with as many of the arguments as it takes. */
+    static void call(Object effect, String name, Object... arguments) throws ReflectiveOperationException {
+        for (Method method : effect.getClass().getMethods()) {
+            if (method.getName().equals(name)) {
+                method.invoke(effect, Arrays.copyOf(arguments, method.getParameterCount()));
             }
+        }
+    }
+
+    private static AutoCloseable make(Class<?> type, String way) throws ReflectiveOperationException {
+        final AutoCloseable effect = (AutoCloseable) type.getConstructor().newInstance();
+        for (String step : way.split(" ")) {
+            call(effect, step, 1, 1);
         }
         return effect;
     }
 
     @Test
     public void statesAllowACallOrSayWhatIsMissing() throws Exception {
-        for (Class<?> type : effects()) {
-            final AutoCloseable first = make(type, List.of("init", "setScreenSize"));
+        for (Class<?> type : EFFECTS) {
+            final AutoCloseable first = make(type, "init setScreenSize");
             assertNotEquals(type + " shares its programs with one that was not deleted", 0, LiveNames.count());
             first.close();
             assertEquals(type + " leaves GL objects", 0, LiveNames.count());
-            for (String steps : WAYS) {
-                final List<String> way = Arrays.asList(steps.split(" "));
-                final AutoCloseable effect = make(type, way);
+            for (String[] way : WAYS) {
+                final AutoCloseable effect = make(type, way[0]);
                 for (Method method : publicMethods(type)) {
-                    if (way.contains("close") || !method.getName().matches("init|setScreen.*|GLContext.*|close")) {
+                    if (way[0].contains("close") || !method.getName().matches("init|setScreen.*|GLContext.*|close")) {
                         assertOutcome(refusalAfter(way, method), effect, method, ordinaryArguments(effect, method));
                     }
                 }
@@ -206,22 +185,14 @@ public final class CallTest {
         graphics.close();
     }
 
-    @Test
-    public void aSurfaceMayBeAsLargeAsTheDriversTextures() {
-        final CometRenderer comets = new CometRenderer();
-        final String refused = assertThrows(IllegalArgumentException.class, () -> comets.setScreenSize(1, 1 << 30))
-                .getMessage();
-        comets.setScreenSize(1, Integer.parseInt(refused.replaceAll(".* to (\\d+),.*", "$1")));
-        comets.close();
-    }
-
     /** The native methods ignore a null, which stands for an array that Java cannot pin. */
     @Test
     public void argumentsAreTakenOrRefused() throws Exception {
-        for (Class<?> type : effects()) {
-            for (Method method : methods(type).collect(Collectors.toList())) {
+        for (Class<?> type : EFFECTS) {
+            for (Method method : type.getDeclaredMethods()) {
                 final boolean isNative = Modifier.isNative(method.getModifiers());
-                final AutoCloseable effect = make(type, List.of("init", "setScreenSize"));
+                method.setAccessible(true);
+                final AutoCloseable effect = make(type, "init setScreenSize");
                 final Object[] ordinary = ordinaryArguments(effect, method);
                 for (int i = 0; i < ordinary.length; i++) {
                     for (Object value : oddValues(method, ordinary[i])) {
@@ -239,17 +210,16 @@ public final class CallTest {
     }
 
     @Test
-    public void initNeedsAContextAHandleAnObjectAndADirectionALength() throws Exception {
+    public void sizesNeedATextureInitAContextHandlesAnObjectAndDirectionsALength() throws Exception {
+        final CometRenderer comets = new CometRenderer();
+        final String tooLarge = assertThrows(Exception.class, () -> comets.setScreenSize(1, 1 << 30)).getMessage();
+        comets.setScreenSize(1, Integer.parseInt(tooLarge.replaceAll(".* to (\\d+),.*", "$1")));
+        comets.close();
         context.close();
-        for (Class<?> type : effects()) {
-            try (AutoCloseable effect = make(type, List.of())) {
-                for (Method method : publicMethods(type)) {
-                    if (method.getName().equals("init")) {
-                        assertOutcome("IllegalStateException: \\w+ needs a GL context .* this thread.*", effect,
-                                method, ordinaryArguments(effect, method));
-                    }
-                }
-            }
+        for (Class<?> type : EFFECTS) {
+            final Throwable refused = assertThrows(Exception.class, () -> make(type, "init")).getCause();
+            assertTrue(refused + "", refused.toString().matches(
+                    "java.lang.IllegalStateException: \\w+ needs a GL context .* this thread.*"));
         }
         assertThrows(OutOfMemoryError.class, () -> new Handle("Pond", 0));
         assertThrows(IllegalArgumentException.class, () -> Arguments.requireDirection("light", 0f, -0f, 0f));

@@ -22,28 +22,34 @@ NATIVE(jbyteArray, headless_HeadlessContext, nativeReadPicture)(JNIEnv*, jclass,
 
 namespace {
 
-/// What the wrappers ask of the virtual machine, written down. Java arrays are the C ones they show.
+/// What the wrappers ask of the virtual machine, written down. Java arrays and strings are the C ones they show.
 std::string asked;
 float first[4] = {1.0F, 1.0F, 1.0F, 1.0F};
 float second[4] = {1.0F, 1.0F, 1.0F, 1.0F};
-const float* unpinnable = nullptr;
+const void* unpinnable = nullptr;
 
-jfloat* pin(JNIEnv*, jfloatArray array, jboolean*) {
-    auto* const elements = reinterpret_cast<float*>(array);
-    asked += elements == second ? "pin second, " : "pin, ";
-    return elements == unpinnable ? nullptr : elements;
+void* pin(void* object) {
+    asked += object == second ? "pin second, " : "pin, ";
+    return object == unpinnable ? nullptr : object;
 }
 
-void release(JNIEnv*, jfloatArray array, jfloat* elements, jint mode) {
-    EXPECT_EQ(elements, reinterpret_cast<jfloat*>(array));
-    asked += (elements == second ? "release second " : "release ") + std::to_string(mode) + ", ";
+void release(const void* object, const void* pinned) {
+    EXPECT_EQ(pinned, object);
+    asked += object == second ? "release second, " : "release, ";
 }
 
 class BridgeTest : public GLTest {
   protected:
     BridgeTest() {
-        functions.GetFloatArrayElements = pin;
-        functions.ReleaseFloatArrayElements = release;
+        functions.GetFloatArrayElements = [](auto*, auto array, auto*) { return static_cast<jfloat*>(pin(array)); };
+        functions.ReleaseFloatArrayElements = [](auto*, auto array, auto* elements, jint mode) {
+            EXPECT_EQ(mode, 0) << "what was written is not copied back";
+            release(array, elements);
+        };
+        functions.GetStringUTFChars = [](auto*, auto text, auto*) { return static_cast<const char*>(pin(text)); };
+        functions.ReleaseStringUTFChars = [](auto*, auto text, auto* characters) { release(text, characters); };
+        functions.ExceptionCheck = [](auto*) { return static_cast<jboolean>(unpinnable != nullptr); };
+        functions.FindClass = [](auto*, auto*) -> jclass { return nullptr; };
         env.functions = &functions;
     }
 
@@ -53,7 +59,6 @@ class BridgeTest : public GLTest {
 
 TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     EXPECT_EQ(tidalume::signExtended(uint32_t{0x80000001}), -0x7FFFFFFF);
-    EXPECT_EQ(tidalume::signExtended(uint32_t{0x7FFFFFFF}), 0x7FFFFFFF);
     auto* tagged = reinterpret_cast<int*>(static_cast<uintptr_t>(0xB400007082345678)); // half of it on 32 bits
     EXPECT_EQ(tidalume::fromHandle<int>(tidalume::toHandle(tagged)), tagged);
 
@@ -64,22 +69,21 @@ TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     Java_com_vyn_effect_tidalume_VectorGraphicRenderer_Free(&env, nullptr, handle);
 }
 
-TEST_F(BridgeTest, SettingsTakeAnyByteAndGiveStringsBack) {
-    static const char* pinned = nullptr;
-    static const char* released = nullptr;
-    functions.GetStringUTFChars = [](JNIEnv*, jstring, jboolean*) { return pinned; };
-    functions.ReleaseStringUTFChars = [](JNIEnv*, jstring, const char* characters) { released = characters; };
-    functions.ExceptionCheck = [](JNIEnv*) { return static_cast<jboolean>(pinned == nullptr); };
-    functions.FindClass = [](JNIEnv*, const char*) -> jclass { return nullptr; };
-    auto* const text = reinterpret_cast<jstring>(first);
-    for (const char* directory : {static_cast<const char*>(nullptr), "/cache/"}) {
-        pinned = directory;
-        Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, text);
-        EXPECT_EQ(std::exchange(released, nullptr), directory);
-        Java_com_vyn_effect_tidalume_headless_HeadlessContext_nativeReadPicture(&env, nullptr, text, nullptr);
-        EXPECT_EQ(std::exchange(released, nullptr), directory);
+TEST_F(BridgeTest, SettingsTakeAnyByteAndStringsThatFitAndGiveThemBack) {
+    std::string longest(sizeof GlobalProperty::ROOT_DIR - 1, '/');
+    std::string tooLong = "x" + longest;
+    for (std::string* directory : {&longest, &tooLong}) {
+        auto* const text = reinterpret_cast<jstring>(directory->data());
+        for (const void* refused : {static_cast<void*>(text), static_cast<void*>(nullptr)}) {
+            unpinnable = refused;
+            Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, text);
+            Java_com_vyn_effect_tidalume_headless_HeadlessContext_nativeReadPicture(&env, nullptr, text, nullptr);
+            EXPECT_EQ(std::exchange(asked, ""), refused ? "pin, pin, " : "pin, release, pin, release, ");
+        }
     }
-    EXPECT_STREQ(GlobalProperty::ROOT_DIR, "/cache/");
+    Java_com_vyn_effect_tidalume_GlobalProperty_setROOTDIR(&env, nullptr, nullptr);
+    EXPECT_EQ(asked, "");
+    EXPECT_EQ(GlobalProperty::ROOT_DIR, longest);
     for (const int byte : {2, 0, 128}) {
         Java_com_vyn_effect_tidalume_GlobalProperty_setDEBUGLOG(&env, nullptr, static_cast<jboolean>(byte));
         EXPECT_EQ(GlobalProperty::DEBUG_LOG, byte != 0);
@@ -92,19 +96,19 @@ TEST_F(BridgeTest, SettingsTakeAnyByteAndGiveStringsBack) {
 /// released in reverse with what was written. Without one nothing is drawn.
 TEST_F(BridgeTest, PinsAndReleasesArrays) {
     const std::tuple<float*, float*, float*, const char*> calls[] = {
-        {nullptr, second, nullptr, ""},
+        {nullptr, second, nullptr, ""}, // begin, end, unpinnable, asked
         {first, second, first, "pin, "},
-        {first, nullptr, nullptr, "pin, release 0, "},
-        {first, second, second, "pin, pin second, release 0, "},
-        {first, second, nullptr, "pin, pin second, release second 0, release 0, "},
+        {first, nullptr, nullptr, "pin, release, "},
+        {first, second, second, "pin, pin second, release, "},
+        {first, second, nullptr, "pin, pin second, release second, release, "},
     };
     VectorGraphicRenderer graphics;
     graphics.init();
     graphics.setScreenSize(width, height);
     glRecorder().reset();
-    for (const auto& [begin, end, failing, expected] : calls) {
+    for (const auto& [begin, end, refused, expected] : calls) {
         EXPECT_TRUE(glRecorder().counts.empty());
-        unpinnable = failing;
+        unpinnable = refused;
         Java_com_vyn_effect_tidalume_VectorGraphicRenderer_renderRadialGradient(
             &env, nullptr, tidalume::toHandle(&graphics), 9.0F, 9.0F, 2.0F, reinterpret_cast<jfloatArray>(begin), 9.0F,
             reinterpret_cast<jfloatArray>(end));
