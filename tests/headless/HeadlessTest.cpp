@@ -102,11 +102,11 @@ Picture pattern(int width, int height, int shade = 0) {
 /// Files lie in a folder of the test's own.
 class PictureFile : public Test {
   protected:
-    ~PictureFile() override { EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open"; }
+    ~PictureFile() override { EXPECT_EQ(openFiles(), mOpenFiles) << "a file was left open"; }
 
   private:
     const WorkingFolder mFolder;
-    const int mNextFileNumber = nextFileNumber();
+    const std::vector<std::string> mOpenFiles = openFiles();
 };
 
 /// 64 x 48 pixels in which red grows to the right and green downwards; EXIF orientation 1, big-endian, at byte 30.

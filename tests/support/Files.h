@@ -2,10 +2,10 @@
 
 #include "testing/TemporaryFolder.h"
 
-#include <fcntl.h>
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
+#include <string>
+#include <vector>
 
 /// A new folder that is the working directory while it lives; afterwards that is the root.
 struct WorkingFolder : tidalume::test::TemporaryFolder {
@@ -23,9 +23,13 @@ inline std::string fileContent(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The number that the next file to be opened gets: the same as before where nothing was left open since.
-inline int nextFileNumber() {
-    const int number = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    close(number);
-    return number;
+/// The files that are open, but those of the driver's cache, which a thread of its own writes.
+inline std::vector<std::string> openFiles() {
+    std::vector<std::string> files;
+    for (const auto& number : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code closed; // meanwhile
+        const std::string file = std::filesystem::read_symlink(number, closed);
+        if (!closed && file.find("mesa_shader_cache") == std::string::npos) files.push_back(file);
+    }
+    return files;
 }

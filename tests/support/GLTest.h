@@ -38,7 +38,7 @@ class GLTest : public testing::Test {
     ~GLTest() override {
         glRecorder().faults = {};
         EXPECT_EQ(liveObjects(), 0) << "GL objects leaked";
-        EXPECT_EQ(nextFileNumber(), mNextFileNumber) << "a file was left open";
+        EXPECT_EQ(openFiles(), mOpenFiles) << "a file was left open";
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
         EXPECT_EQ(log.take(), std::vector<std::string>{});
     }
@@ -69,7 +69,7 @@ class GLTest : public testing::Test {
     LogCapture log;
 
   private:
-    const int mNextFileNumber = nextFileNumber();
+    const std::vector<std::string> mOpenFiles = openFiles();
 
     /// One call a line: their differences are shown then.
     static std::string lines(std::string calls, const std::string& beginning = "") {
