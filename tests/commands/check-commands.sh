@@ -8,7 +8,7 @@ mkdir -p "$2"/{bin,scripts,build,foundation,math,effects,looks,jni,headless,comm
 cp "$1"/{run,test} "$2"
 cp "$1/scripts/analyse" "$2/scripts"
 cd "$2"
-touch bench/main.cpp build/compile_commands.json
+touch jni/main.cpp build/compile_commands.json
 for program in bin/{cmake,ctest,python3,clang-tidy-14,cppcheck} scripts/{install-dependencies,build-{web,phone-drivers}} \
   build/tidalume-{gallery,viewer,bench,phones}; do
   install /dev/stdin "$program" <<'END'
@@ -16,7 +16,10 @@ for program in bin/{cmake,ctest,python3,clang-tidy-14,cppcheck} scripts/{install
 case "${0##*/} $1" in
   "ctest --help") echo "  -R <regex>" ;;
   "python3 -c") echo 127.0.0.2 ;;
-  *) echo "+${0##*/} $*" | sed "s#$PWD#.#g; s/ $//; s/ --parallel [0-9]*//" ;;
+  *)
+    line=+${0##*/}
+    for word; do line="$line $(echo "$word" | tr ' ' _)"; done # so that one word of several shows
+    echo "$line" | sed "s#$PWD#.#g; s/ --parallel [0-9]*//" ;;
 esac
 case "${0##*/} $*" in $FAILING*) exit 1 ;; esac
 END
@@ -29,7 +32,7 @@ failed=0
 while IFS='|' read -r status command pattern; do
   found=0
   output=$(bash -c "$command" 2>&1) || found=$?
-  started=$(sed -n 's/^+//p; /^[a-z.\/]*: /p' <<<"$output" | tr '\n' ';')
+  started=$(sed -n 's/^+//p; /^[a-z.\/]*: /p; s/^Open \([^ ]*\).*/\1/p' <<<"$output" | tr '\n' ';')
   # shellcheck disable=SC2053 # a pattern
   if [[ $found != "$status" || $started != $pattern ]]; then
     printf 'check-commands: %s: status %s instead of %s, and it starts or says\n%s\ninstead of\n%s\n' \
@@ -37,13 +40,13 @@ while IFS='|' read -r status command pattern; do
     failed=1
   fi
 done <<'END'
-0|./run --help|tidalume-gallery --help;
+0|./run -h && ./run --help|tidalume-gallery --help;tidalume-gallery --help;
 0|./run --scene pond --seed 2|install-dependencies --basic;cmake --build --preset release --target tidalume-gallery;tidalume-gallery --scene pond --seed 2;
 0|./run --live --scene pond|install-dependencies --basic;cmake --build --preset release --target tidalume-viewer;tidalume-viewer --scene pond;
 0|./run --bench --quick|install-dependencies --basic;cmake --build --preset release --target tidalume-bench;tidalume-bench --quick;
 0|./run --phones|build-phone-drivers;install-dependencies --basic;cmake --build --preset release --target tidalume-phones;tidalume-phones --out ./out/phones;
-0|./run --web 1|install-dependencies;build-web;python3 -m http.server --bind 127.0.0.1 --directory ./out/web 1;
-0|./run --web --lan 65535|install-dependencies;build-web;python3 -m http.server --bind 127.0.0.2 --directory ./out/web 65535;
+0|./run --web 1|install-dependencies;build-web;http://127.0.0.1:1/;python3 -m http.server --bind 127.0.0.1 --directory ./out/web 1;
+0|./run --web --lan 08000|install-dependencies;build-web;http://127.0.0.2:08000/;python3 -m http.server --bind 127.0.0.2 --directory ./out/web 08000;
 2|./run --web 0|./run: --web: "0" is not a port from 1 to 65535;
 2|./run --web --lan 65536|./run: --web: "65536" is not a port*;
 2|./run --web eighty|./run: --web: "eighty" is not a port*;
@@ -60,7 +63,7 @@ done <<'END'
 1|FAILING='ctest --preset fuzz' ./test|*;ctest --preset fuzz*
 1|FAILING='ctest --preset fuzz --label-regex' ./test --long|*
 2|scripts/analyse absent|analyse: one build folder is expected*;
-0|scripts/analyse|clang-tidy-14 *bench/main.cpp;cppcheck*;
+0|scripts/analyse|clang-tidy-14 *jni/main.cpp;cppcheck*;
 1|FAILING=clang-tidy-14 scripts/analyse|*;cppcheck*
 1|FAILING=cppcheck scripts/analyse|*
 END

@@ -3,6 +3,7 @@
 #include "looks/CometsLook.h"
 #include "tests/support/GLTest.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -49,6 +50,12 @@ TEST_F(CometsTest, GlowLiesOnTheCoreThatIsDrawn) {
     EXPECT_FALSE(same(plain, glowing));
     for (std::size_t alpha = 3; alpha < plain.size(); alpha += 4)
         EXPECT_TRUE(plain[alpha] == glowing[alpha] || plain[alpha] > 0.4F) << "a tail alone is 0.33, the core 0.46";
+}
+
+TEST_F(CometsTest, LightIsWhiteInTheMiddle) {
+    const Values lit = fly(12, {1, 0.24F, 0, 41, 213, 0});
+    for (std::size_t i = 0; i < lit.size(); i += 4)
+        EXPECT_TRUE(lit[i + 3] < 0.4F || std::min({lit[i], lit[i + 1], lit[i + 2]}) > 0.8F * lit[i + 3]) << i / 4;
 }
 
 TEST_F(CometsTest, MeteorsComeByThemselvesWhereTheSeedSays) {

@@ -105,6 +105,7 @@ void expectArithmetic(Vector v, float length, Vector unit) {
 TEST(Vectors, ArithmeticAndProducts) {
     expectArithmetic(Vector2(3, -4), 5, Vector2(0.6F, -0.8F));
     expectArithmetic(Vector3(2, -3, 6), 7, Vector3(2 / 7.0F, -3 / 7.0F, 6 / 7.0F));
+    expectArithmetic(Vector3(0, 0, 1e-12F), 1e-12F, Vector3(0, 0, 1));
     Vector3 a(1, 2, 3), b(-4, 0.5F, 2), c(9, 9, 9);
     EXPECT_EQ(Vector2::cross(&a.x, &b.x), 8.5F);
     c.cross(&a, &b);

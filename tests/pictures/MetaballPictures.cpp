@@ -111,6 +111,7 @@ const PictureTable table({
     {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
     {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
     {"metaball_blob_97x61", [] { return blob(97, 61, 20.3F); }, outline},
+    {"metaball_blob_400x21", [] { return blob(400, 21, 185); }, outline},
     {"metaball_blob_larger_than_97x61", [] { return blob(97, 61, 100); }, outline},
 });
 

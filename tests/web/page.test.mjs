@@ -60,6 +60,7 @@ test('from a card to a link for a friend', async () => {
   assert.notDeepEqual(await card.screenshot({ animations: 'disabled' }), still, 'the card stands still');
 
   await page.click('.card[data-scene=metaballs]');
+  assert.equal(await page.$eval('#frame canvas', ({ width }) => width), 1280, 'two pixels a point at most');
   await page.click('#fold');
   await page.getByRole('button', { name: 'Ink', exact: true }).click();
   await page.click('[aria-label="Stones on sand"]');
@@ -76,13 +77,17 @@ test('from a card to a link for a friend', async () => {
     return count;
   });
   assert.equal(addresses, 1, 'browsers refuse a page that writes many');
-  await page.click('#restart');
   await page.click('#lines');
   assert.match(await page.textContent('#code-tab code'), /app:preset="ink"[^]*app:effectSpeed=/);
+  const copied = () => page.evaluate(() => navigator.clipboard.readText());
+  await page.click('#copy-code');
+  await page.getByText('The code is copied').click(); // the panel leaves it visible
+  assert.equal(await copied(), await page.textContent('#code-tab code'));
   await page.click('#look');
+  await page.click('#restart');
   await page.click('#copy');
   await page.getByText('The link is copied').waitFor();
-  const link = new URL(await page.evaluate(() => navigator.clipboard.readText()));
+  const link = new URL(await copied());
 
   const other = await openPage(link.hash, { viewport: { width: 640, height: 480 } });
   assert.equal(await other.evaluate(() => location.hash), link.hash);
@@ -105,7 +110,9 @@ test('every card has a poster and the words of its scene', async () => {
     await page.waitForSelector(`#title:text-is("${words[0]}")`);
     assert.equal(await page.textContent('#sentence'), words[1]);
   }
-  await page.keyboard.press('.');
+  await page.selectOption('[name=blend]', 'screen', { force: true });
+  assert.match(await page.textContent('#code-tab code'), /FUNC_ADD[^]*ONE_MINUS_SRC_COLOR/);
+  await page.getByRole('link', { name: 'Next effect' }).click();
   await page.waitForSelector(`#title:text-is("${cards[0].words[0]}")`); // there are no scenes beyond the cards
   for (const language of ['xml', 'java']) {
     await page.selectOption('#code-tab select', language, { force: true });
@@ -123,6 +130,13 @@ test('who wants less motion sees stills, which a touch plays', async () => {
   const still = await page.screenshot({ animations: 'disabled' });
   await runFrames(page, 10);
   assert.deepEqual(await page.screenshot({ animations: 'disabled' }), still);
+  const restarted = async () => {
+    await page.keyboard.press('r');
+    await runFrames(page, 4);
+    return page.screenshot({ animations: 'disabled' });
+  };
+  assert.notDeepEqual(await restarted(), await restarted(), 'at first there are no comets yet');
+  assert.equal(await page.evaluate(() => getComputedStyle(document.documentElement).scrollBehavior), 'auto');
   await page.mouse.click(100, 200);
   await runFrames(page, 10);
   assert.notDeepEqual(await page.screenshot({ animations: 'disabled' }), still);
@@ -130,9 +144,9 @@ test('who wants less motion sees stills, which a touch plays', async () => {
 
 test('says what is missing or failed, and what to do', async () => {
   const cases = [
-    [() => { HTMLCanvasElement.prototype.getContext = () => null; }, /does not offer WebGL 2.*graphics acceleration/],
-    [() => { WebGL2RenderingContext.prototype.getExtension = () => null; }, /floating-point textures/],
-    [() => { delete globalThis.WebAssembly; }, /WebAssembly.*Please allow it/],
+    [() => { HTMLCanvasElement.prototype.getContext = () => null; }, /^\s*This browser does not offer WebGL 2.*graphics acceleration/],
+    [() => { WebGL2RenderingContext.prototype.getExtension = () => null; }, /^\s*The graphics driver.*floating-point textures/],
+    [() => { delete globalThis.WebAssembly; }, /^\s*This browser.*WebAssembly.*Please allow it/],
     [() => { globalThis.fetch = () => Promise.reject(new Error('No network.')); }, /No network.*try again/],
     ['tidalume.js', /No script.*try again/],
     ['hero.js', /hero.js.*try again/],
@@ -161,6 +175,8 @@ for (const [device, options] of Object.entries(devices)) {
       await page.click('.pause:visible');
       await page.screenshot({ path: join(root, `out/screenshots/${device}-${view}.png`) });
       assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${device} ${view}`);
+      const bar = await page.locator('#bar').evaluate(({ offsetHeight }) => offsetHeight);
+      assert.ok(bar < 120, `the bar is ${bar} pixels high: ${device} ${view}`);
       const sizes = await page.locator('button:visible, a:visible, .button:visible, select:visible').evaluateAll(
         (controls) => controls.map((control) => Math.min(control.offsetWidth, control.offsetHeight)));
       assert.ok(Math.min(...sizes) >= 36, `a control is ${Math.min(...sizes)} pixels small: ${device} ${view}`);
@@ -169,6 +185,8 @@ for (const [device, options] of Object.entries(devices)) {
       await page.click('.pause:visible');
     };
     await inspect('landing');
+    const smallest = await page.$eval('#hero canvas', ({ width, height }) => Math.min(width, height));
+    assert.ok(smallest >= 360, 'a card is drawn in a corner of it');
     await follow(page, '#water');
     await page.waitForSelector('#title:text("Water")');
     const isFolded = await page.isHidden('#panel');

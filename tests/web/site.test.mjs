@@ -14,7 +14,9 @@ after(() => server.kill());
 const [line] = await once(server.stdout, 'data');
 const site = `http://127.0.0.1:${/port (\d+)/.exec(line)[1]}/site/`;
 
-/** Fetches a page and all that it leads to; pages get the names of its anchors, by address. */
+let headings = 0; // of other pages, to which links lead
+
+/** Fetches a page and all that it leads to; pages get the names of its anchors, by address, and dead what is wrong. */
 async function crawl(address, pages, dead) {
   const response = await fetch(address);
   if (!response.ok) dead.push(address);
@@ -22,6 +24,9 @@ async function crawl(address, pages, dead) {
   const text = await response.text();
   pages.set(address, isPage ? new Set([...text.matchAll(/\s(?:id|name)="([^"]*)"/g)].map(([, id]) => id)) : null);
   if (!isPage) return;
+  const isOurs = !address.startsWith(`${site}reference/`);
+  if (isOurs && !/<meta name="viewport"/.test(text)) dead.push(`${address} is tiny on phones`);
+  if (isOurs && /<title>[^<]*\.md</.test(text)) dead.push(`${address} has a file as its title`);
   for (const [, link] of text.matchAll(/\s(?:href|src)="([^"]*)"/g)) {
     const target = new URL(link.replaceAll('&amp;', '&'), address);
     if (target.origin !== new URL(site).origin) continue;
@@ -30,7 +35,8 @@ async function crawl(address, pages, dead) {
     if (!target.href.startsWith(site)) dead.push(`${link} in ${address} leads out of the site`);
     else if (!pages.has(target.href)) await crawl(target.href, pages, dead);
     // Scenes are no anchors; the references' own are their tools' affair.
-    const isChecked = fragment && target.href !== `${site}index.html` && !address.startsWith(`${site}reference/`);
+    const isChecked = fragment && target.href !== `${site}index.html` && isOurs;
+    headings += isChecked && target.href !== address;
     if (isChecked && !pages.get(target.href)?.has(fragment)) dead.push(`${link} in ${address}`);
   }
 }
@@ -40,6 +46,7 @@ test('every link leads to something, and from the page to the documentation and 
   const dead = [];
   await crawl(`${site}index.html`, pages, dead);
   assert.deepEqual(dead, []);
+  assert.ok(headings > 20, `${headings} links lead to headings`);
   for (const page of ['docs/looks', 'android/README', 'CHANGELOG', 'reference/cpp/classtidalume_1_1WaterLook',
     'reference/java/com/vyn/effect/tidalume/looks/WaterLook']) {
     assert.ok(pages.has(`${site}${page}.html`), page);

@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { test } from 'node:test';
 
 import { root } from './browser.mjs';
-import { colorOf, follow, openPage, rednessAround, runFrames } from './visitor.mjs';
+import { colorOf, follow, groundsAreDrawn, openPage, rednessAround, runFrames } from './visitor.mjs';
 
 const picture = { x: 0, y: 80, width: 320, height: 180 }; // below the bar
 
@@ -42,6 +42,7 @@ test('every finger has its drop in place while the resolution is due to fall', a
   assert.equal(await widthOf(page), 240, 'a tab that was out of sight is no slow machine');
 });
 
+// Where the point of the keyboard is, too.
 test('a finger counts until it lifts, is cancelled, or another scene comes', async () => {
   const page = await openPage('#metaballs&dropSize=0.5', { hasTouch: true });
   const touch = await touchscreen(page);
@@ -51,8 +52,8 @@ test('a finger counts until it lifts, is cancelled, or another scene comes', asy
   };
   const free = await redness();
   const endings = {
-    lifted: () => touch('touchEnd'),
-    cancelled: () => touch('touchCancel'),
+    lifted: () => Promise.all([touch('touchEnd'), page.keyboard.up('Space')]),
+    cancelled: () => Promise.all([touch('touchCancel'), page.keyboard.up('Space')]),
     left: async () => {
       await follow(page, '#water');
       await page.waitForSelector('#title:text-is("Water")');
@@ -62,11 +63,14 @@ test('a finger counts until it lifts, is cancelled, or another scene comes', asy
     restarted: () => page.keyboard.press('r'),
   };
   for (const [ending, end] of Object.entries(endings)) {
+    await page.focus('#frame canvas');
+    await page.keyboard.down('Space');
     await touch('touchStart', [160, 150]);
     assert.ok(await redness() > 140, `no drop before it is ${ending}`);
     await end();
     await runFrames(page, 40);
     assert.ok(Math.abs(await redness() - free) < 60, `still a drop after it is ${ending}`);
+    await page.keyboard.up('Space');
     if (ending !== 'lifted' && ending !== 'cancelled') await touch('touchEnd');
   }
 });
@@ -77,7 +81,8 @@ test('a link holds all settings of its scene, whatever the tab has shown before'
   await page.click('#fold');
   const choose = (title) => page.getByRole('button', { name: title, exact: true }).click();
   const steps = [
-    [() => page.press('[name=touchRadius]', 'ArrowRight'), '#particles&touchRadius=0.101', { touchRadius: '0.101' }],
+    [() => page.getByLabel("Radius of a finger's blob").press('ArrowRight'),
+      '#particles&touchRadius=0.101', { touchRadius: '0.101' }],
     [() => choose('Lagoon'), '#particles&preset=lagoon', { palette: '1', touchRadius: '0.11' }],
     [() => choose('Glass'), '#particles', { palette: '2', touchRadius: '0.12' }],
     [() => follow(page, '#water'), '#water', { simulation: '0' }],
@@ -87,6 +92,8 @@ test('a link holds all settings of its scene, whatever the tab has shown before'
     [() => page.goBack(), '#particles&hue=90', { touchRadius: '0.12', hue: '90' }],
     [() => follow(page, '#particles&touchRadius=lots&colour=3&opacity=-9&hue=1e9'), '#particles&hue=180&opacity=0', {}],
     [() => page.click('#reset'), '#particles', { opacity: '0.6' }],
+    [() => follow(page, '#metaballs'), '#metaballs', { opacity: '1' }],
+    [() => page.press('[name=opacity]', 'ArrowLeft'), '#metaballs&opacity=0.99', { opacity: '0.99' }],
     [() => follow(page, '#water&simulation=1.4'), '#water&simulation=1', { simulation: '1' }],
     [() => page.click('#restart'), '#water&simulation=1&seed=2', { simulation: '1' }],
     [() => page.click('#back'), '', {}],
@@ -99,6 +106,13 @@ test('a link holds all settings of its scene, whatever the tab has shown before'
       assert.equal(await page.inputValue(`[name=${name}]`), value, hash);
     }
   }
+  const pictureOf = async (seed) => {
+    const other = await openPage(`#metaballs&seed=${seed}`);
+    await groundsAreDrawn(other);
+    await runFrames(other, 10);
+    return screenshot(other);
+  };
+  assert.notDeepEqual(await pictureOf(7), await pictureOf(8));
 });
 
 test('a lost context comes back, in the full view and at the top of the page', async () => {
@@ -159,8 +173,13 @@ test('a preset, a visitor and a picture choose the ground', async () => {
   await follow(page, '#water&ground=night');
   await page.waitForSelector('#title:text-is("Water")');
   assert.equal(await checked(), 'Night sky');
+  await page.setInputFiles('#file', join(root, 'web/page/posters/waves.webp'));
+  await shows('another picture', ([red, , blue]) => red < 60 && blue > 100);
+  await page.click('#restart');
+  await shows('it after a restart', ([red, , blue]) => red < 60 && blue > 100);
+  await page.click('.pause:visible');
   await page.click('[aria-label="Pool tiles"]');
-  await shows('the tiles', ([, , blue]) => blue > 120);
+  await shows('the tiles in a pause', ([, , blue]) => blue > 120);
 
   await follow(page, '#metaballs');
   await page.waitForSelector('#title:text-is("Metaballs")');
@@ -181,6 +200,7 @@ test('the keyboard reaches everything, and nothing moves in a pause', async () =
   await page.keyboard.press('ArrowLeft');
   assert.ok(await page.isVisible('#mark'));
   await runFrames(page, 2);
+  await page.keyboard.press('Alt+p'); // is the browser's
   await page.keyboard.press('p');
   await page.getByRole('button', { name: 'Play' }).waitFor();
   const still = await screenshot(page);
@@ -202,6 +222,7 @@ test('the keyboard reaches everything, and nothing moves in a pause', async () =
     await page.getByRole('slider', { name: label, exact: true }).waitFor();
   }
   await page.press('[name=dropSize]', 'ArrowRight');
+  assert.equal(await page.textContent('.setting:has([name=hue]) span'), '0 degrees');
   await page.keyboard.press('.');
   assert.equal(await page.textContent('#title'), 'Metaballs');
 
@@ -227,6 +248,12 @@ test('the keyboard reaches everything, and nothing moves in a pause', async () =
   await page.waitForFunction(() => document.fullscreenElement);
   await page.keyboard.press('f');
   await page.waitForFunction(() => !document.fullscreenElement);
+  await page.click('#fold');
+  await page.focus('#look');
+  for (const other of ['lines', 'look']) {
+    await page.keyboard.press('ArrowRight');
+    await page.waitForSelector(`#${other}:focus`);
+  }
   await page.focus('#back');
   await page.keyboard.press('Escape');
   await page.waitForSelector('.card:focus');
