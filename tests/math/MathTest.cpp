@@ -120,8 +120,10 @@ TEST(Rounding, IsThatOfTheStatedForms) {
     constexpr float quotient = 5 / 3.0F;
     constexpr float throughReciprocal = 5 * (1 / 3.0F);
     // Volatile: the C library's functions, not what the compiler knows of them.
-    volatile float radians = 6.5234375F * 0.01745328F;
+    volatile float radians = 100.3310546875F * 0.01745328F;
     const auto cosine = static_cast<float>(std::cos(double{radians}));
+    const auto sine = static_cast<float>(std::sin(double{radians}));
+    const Matrix rotation = built(&Matrix::RotationY, 100.3310546875F);
     const struct {
         const char* name;
         float actual, stated, other;
@@ -130,7 +132,8 @@ TEST(Rounding, IsThatOfTheStatedForms) {
         {"Vector3 /", (Vector3(5, 0, 0) / 3).x, throughReciprocal, quotient},
         {"Vector2::normalize", normalized(Vector2(5, 5)).x, 5 / sqrtf(50), 1 / sqrtf(50) * 5},
         {"Vector3::normalize", normalized(Vector3(3, 3, 3)).x, 1 / sqrtf(27) * 3, 3 / sqrtf(27)},
-        {"RotationY", built(&Matrix::RotationY, 6.5234375F).m[0], cosine, cosf(radians)},
+        {"RotationY", rotation.m[0], cosine, cosf(radians)},
+        {"RotationY", rotation.m[8], sine, sinf(radians)},
         {"PerspectiveFovLH", built(&Matrix::PerspectiveFovLH, 1, 1, 5, 8).m[11], -5 * 8 / 3.0F, -5 * (8 / 3.0F)},
     };
     for (const auto& [name, actual, stated, other] : table) {

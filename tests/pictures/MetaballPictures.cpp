@@ -62,18 +62,18 @@ Comparison disc(int width, int height, int quality, float x, float y, float radi
     });
 }
 
-/// A ball in the middle, painted by a look in colours that run from the bottom to the top. The change of the field from
-/// pixel to pixel is taken along both axes, so an outline of a pixel is wider where it is oblique.
-Comparison blob(int width, int height, float radius) {
-    Ball ball = {0.5F * width, 0.5F * height, radius};
+/// A ball in the middle of the height, painted by a look in colours that run from the bottom to the top. The change of
+/// the field from pixel to pixel is taken along both axes, so an outline of a pixel is wider where it is oblique.
+Comparison blob(int width, int height, float center, float radius, float perPixel = 1) {
+    Ball ball = {center * perPixel, 0.5F * height * perPixel, radius * perPixel};
     constexpr FieldPainter::Colors colors = {{0.8F, 0.4F, 0.2F, 0.5F}, {0, 1, 0.4F, 0.25F}, {1, 0.9F, 0.6F, 0.5F}};
     const auto premultiplied = [](const Color& c) -> Values {
         return Values{c.red, c.green, c.blue, 1} * Values(c.alpha, 4);
     };
     const Values ground = {0.1, 0.2, 1.0, 0.8};
-    FieldScreen screen(height);
+    FieldScreen screen(std::lround(perPixel * std::min(width, height)));
     screen.fit(width, height);
-    screen.fitQuality(1, radius);
+    screen.fitQuality(1, ball.radius);
     Metaball2DRenderer metaballs;
     metaballs.init(screen.quality());
     metaballs.setScreenSize(screen.width(), screen.height());
@@ -86,7 +86,7 @@ Comparison blob(int width, int height, float radius) {
     painter.paint(metaballs.getTexture(), screen, colors);
 
     return compare(headless::readFramebuffer(width, height), [&](int column, int row) -> Values {
-        const double x = column + 0.5 - 0.5 * width, y = row + 0.5 - 0.5 * height, distance = std::hypot(x, y);
+        const double x = column + 0.5 - center, y = row + 0.5 - 0.5 * height, distance = std::hypot(x, y);
         const double breadth = (std::fabs(x) + std::fabs(y)) / std::max(distance, 1.0);
         const double coverage = std::clamp((radius - distance) / breadth + 0.5, 0.0, 1.0);
         const Color& end = y < 0.0 ? colors.bottom : colors.top;
@@ -110,9 +110,9 @@ const PictureTable table({
     {"metaball_field_400_balls", [] { return field(64, 160, 1, 400); }, crowdTolerance},
     {"metaball_disc_at_the_corner_64x160", [] { return disc(64, 160, 2, -3, 155, 31); }, byteStep},
     {"metaball_disc_97x61_quality3", [] { return disc(97, 61, 3, 60, 5, 25); }, byteStep},
-    {"metaball_blob_97x61", [] { return blob(97, 61, 20.3F); }, outline},
-    {"metaball_blob_400x21", [] { return blob(400, 21, 185); }, outline},
-    {"metaball_blob_larger_than_97x61", [] { return blob(97, 61, 100); }, outline},
+    {"metaball_blob_97x61", [] { return blob(97, 61, 48.5F, 20.3F); }, outline},
+    {"metaball_blob_in_a_field_61x97", [] { return blob(61, 97, 30.5F, 20.3F, 37.0F / 61); }, outline},
+    {"metaball_blob_larger_than_97x61", [] { return blob(97, 61, -30, 100); }, outline},
 });
 
 } // namespace

@@ -110,8 +110,9 @@ test('every card has a poster and the words of its scene', async () => {
     await page.waitForSelector(`#title:text-is("${words[0]}")`);
     assert.equal(await page.textContent('#sentence'), words[1]);
   }
-  await page.selectOption('[name=blend]', 'screen', { force: true });
-  assert.match(await page.textContent('#code-tab code'), /FUNC_ADD[^]*ONE_MINUS_SRC_COLOR/);
+  await page.selectOption('[name=blend]', 'Lighten', { force: true });
+  await page.selectOption('#code-tab select', 'java', { force: true });
+  assert.match(await page.textContent('#code-tab code'), /EQUATION_MAX/);
   await page.getByRole('link', { name: 'Next effect' }).click();
   await page.waitForSelector(`#title:text-is("${cards[0].words[0]}")`); // there are no scenes beyond the cards
   for (const language of ['xml', 'java']) {
