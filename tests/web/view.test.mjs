@@ -178,8 +178,8 @@ test('a preset, a visitor and a picture choose the ground', async () => {
   await page.click('#restart');
   await shows('it after a restart', ([red, , blue]) => red < 60 && blue > 100);
   await page.click('.pause:visible');
-  await page.click('[aria-label="Pool tiles"]');
-  await shows('the tiles in a pause', ([, , blue]) => blue > 120);
+  await page.click('[aria-label="Sunset"]');
+  await shows('the sunset in a pause', ([red, , blue]) => red > blue + 20);
 
   await follow(page, '#metaballs');
   await page.waitForSelector('#title:text-is("Metaballs")');
