@@ -45,6 +45,21 @@ awk '/^=== / { file = "stubs/" $2; folder = file; sub("/[^/]*$", "", folder); sy
 find stubs generated recipes "$library/java" "$sample/java" -name '*.java' >sources
 javac --release 11 -Xlint:all -Werror -implicit:none -d classes -cp "$jar:$class_path" @sources
 jar cf views.jar -C classes com/vyn/effect/tidalume/views
+expect_alike() { # what; two files
+  diff "${@:2}" || { echo "check-android: $1 differ" >&2; exit 1; }
+}
+expect_alike "values of effectTouches and of TouchMode" \
+  <(sed -nE 's/.*<enum name="(.*)" value="(.*)".*/\2 \U\1/p' "$library/res/values/attrs.xml") \
+  <(javap -cp "$jar" com.vyn.effect.tidalume.views.TouchMode | sed -n 's/.*[.]TouchMode \([A-Z]*\);/\1/p' |
+    awk '{ print NR - 1, $0 }')
+# The keep rule's pattern as a regular expression: ** goes below the package, * does not.
+rules=$source/android/tidalume/consumer-rules.pro
+kept=$(sed -nE 's/.* class (.*) \{/\1/p' "$rules" | sed 's/[.]/[.]/g; s/[*][*]/.+/; s/[*]/[^.]*/')
+natives=$(cd "$source/java" && grep -rl ' native .*;' com | sed 's/[.]java//; s#/#.#g')
+expect_alike "classes with native methods and those that are kept" <(echo "$natives") <(grep -xE "$kept" <<<"$natives")
+javap -c -p classes/com/vyn/effect/tidalume/views/*.class >calls
+expect_alike "numbers of what is made and destroyed" <(grep -c EGL14.eglCreate calls) <(grep -c EGL14.eglDestroy calls)
+expect_alike "x and y" <(grep -oE 'get(Raw)?X' calls) <(grep -oE 'get(Raw)?Y' calls | tr Y X)
 mkdir ours
 (cd ours && jar xf "$jar" && cp -r ../classes/com .)
 npm=$source/node_modules

@@ -58,6 +58,10 @@ alike '(minSdk = |-DANDROID_PLATFORM=|\(API )([0-9]+)' $module $sample android/R
 alike '(compileSdk = |targetSdk = |platform |platforms.android-)([0-9]+)' $module $sample android/README.md
 alike "(ndkVersion = '|NDK )([0-9.]+[0-9])" $module android/README.md
 alike "(version = .|CMake )([0-9.]*[0-9])" $module android/README.md
+alike '(ANDROID_STL=)([a-z+_]+)' $module android/README.md
+for abi in arm64-v8a armeabi-v7a x86_64; do
+  alike "(abiFilters.*|machines=.*|for .*)($abi)" $module scripts/build-aar android/README.md docs/android.md
+done
 alike "(version '|plug-in )([0-9]+)" android/build.gradle docs/android.md
 alike '(Gradle )([0-9.]+[0-9])' android/README.md docs/android.md
 alike '(openjdk-|JDK )([0-9]+)' android/README.md scripts/install-dependencies cmake/{FindJniHeaders,TidalumeJava}.cmake

@@ -104,7 +104,8 @@ public final class CallTest {
         final List<Set<?>> bad = BAD_NUMBERS.getOrDefault(method.getName(), List.of(Set.of()));
         final boolean isBad = argument instanceof float[] ? ((float[]) argument).length < length(method)
                 : bad.get(Math.min(index, bad.size() - 1)).contains(argument);
-        return isBad ? "IllegalArgumentException: \\w+ must .*" : "";
+        final String size = argument instanceof float[] ? length(method) + " floats, has " + (length(method) - 1) : "";
+        return isBad ? "IllegalArgumentException: \\w+ must .*" + size : "";
     }
 
     /** A pattern of the exception of a method that comes too early or too late; empty: of none. */
@@ -179,6 +180,8 @@ public final class CallTest {
                 assertEquals(name, (int) Integer.decode(found.group(found.groupCount())), constant.getInt(null));
                 if (constant.getName().startsWith("FACTOR_")) {
                     graphics.setBlendFunction(constant.getInt(null), 0, 0, 0);
+                } else if (constant.getName().startsWith("EQUATION_")) {
+                    graphics.setBlendEquation(constant.getInt(null));
                 }
             }
         }

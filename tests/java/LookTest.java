@@ -18,6 +18,8 @@ import org.junit.rules.TemporaryFolder;
 public final class LookTest {
     private static final int WIDTH = 61;
     private static final int HEIGHT = 97;
+    /** What a phone's clock says, in seconds: a float has no sixtieths of them. */
+    private static final double UPTIME = 1e7;
 
     @Rule
     public final TemporaryFolder folder = new TemporaryFolder();
@@ -39,7 +41,7 @@ public final class LookTest {
 
     private float[] draw(Look look, int frame) {
         context.clear(0, 0, 0, 0);
-        look.draw(frame / 60.0);
+        look.draw(UPTIME + frame / 60.0);
         return context.readFramebuffer();
     }
 
@@ -50,8 +52,8 @@ public final class LookTest {
             for (int loss = 0; loss < 2; loss++) {
                 assertRefused("IllegalStateException: \\w+ needs contextCreated .*", () -> each.draw(0));
                 each.contextCreated();
-                each.touch(0, WIDTH / 2f, HEIGHT / 2f, TouchPhase.DOWN);
-                each.touch(0, WIDTH / 2f, HEIGHT / 3f, TouchPhase.MOVE);
+                each.touch(SprayLook.SPRAYING_FINGERS - 1, WIDTH / 2f, HEIGHT / 2f, TouchPhase.DOWN);
+                each.touch(SprayLook.SPRAYING_FINGERS - 1, WIDTH / 2f, HEIGHT / 3f, TouchPhase.MOVE);
                 final float[] touched = draw(each, 0);
                 assertTrue(each.isMoving());
                 assertFalse(each + " stands still", Arrays.equals(touched, draw(each, 4)));

@@ -74,6 +74,7 @@ public final class PictureTest {
     public void metaballsAndComets() throws Exception {
         drawInTwoContexts(new Metaball2DRenderer(), metaballs -> {
             metaballs.addMetaballs(new float[] {30, 20, 12, 0, 0, 0, 70, 40, 8, 0}, 2);
+            assertThrows(IllegalArgumentException.class, () -> metaballs.addMetaballs(new float[9], 2));
             metaballs.render(new float[] {1, 0.5f, 0.25f, 1});
             assertPixel(new float[] {1, 0.5f, 0.25f, 1}, 70, 46);
             assertPixel(BLACK, 30, 34);

@@ -41,6 +41,10 @@ public final class ViewLossTest extends ViewsFixture {
         });
         frames(1);
         assertEquals(List.of("PICTURE: java.lang.OutOfMemoryError"), takeErrors());
+        view.effect.setText("simulation", "pond");
+        assertEquals(1, view.effect.get("simulation"), 0);
+        view.effect.setText("simulation", "brook");
+        assertEquals(0, view.effect.get("simulation"), 0);
         final List<ThrowingRunnable> wrong = List.of(() -> view.effect.set("rain", -1),
                 () -> view.effect.setText("simulation", "lava"), () -> view.effect.usePreset("lava"),
                 () -> view.effect.setFrameLimit(14.9f));

@@ -10,7 +10,6 @@ import org.junit.After;
 
 /** Views without Android: its windows, frames and losses are the test's, contexts and pixels are real. */
 public abstract class ViewsFixture implements Gpu, Frames {
-    /** Of the display. */
     static final long FRAME = 16_666_667;
 
     final List<String> errors = new CopyOnWriteArrayList<>();
@@ -29,6 +28,7 @@ public abstract class ViewsFixture implements Gpu, Frames {
     volatile Look newestLook;
     HeadlessContext context;
     int contextsAskedFor;
+    long period = FRAME;
     boolean isMissing;
     boolean isLosing;
     /** The call that finds out that the context is lost is the one that the test chooses. */
@@ -147,7 +147,7 @@ public abstract class ViewsFixture implements Gpu, Frames {
     }
 
     public long periodNanoseconds() {
-        return FRAME;
+        return period;
     }
 
     /** How many of the next frames are asked for. */

@@ -13,6 +13,7 @@ extern "C" {
 NATIVE(void, GlobalProperty, setDEBUGLOG)(JNIEnv*, jclass, jboolean);
 NATIVE(void, GlobalProperty, setBINARYSHADER)(JNIEnv*, jclass, jboolean);
 NATIVE(void, GlobalProperty, setROOTDIR)(JNIEnv*, jclass, jstring);
+NATIVE(jint, Handle, largestTexture)(JNIEnv*, jclass);
 NATIVE(jlong, VectorGraphicRenderer, Alloc)(JNIEnv*, jclass);
 NATIVE(void, VectorGraphicRenderer, Free)(JNIEnv*, jclass, jlong);
 NATIVE(void, VectorGraphicRenderer, renderRadialGradient)
@@ -56,6 +57,10 @@ class BridgeTest : public GLTest {
     JNINativeInterface_ functions = {};
     JNIEnv env = {};
 };
+
+TEST_F(BridgeTest, ScreensEndWhereTexturesDo) {
+    EXPECT_CALLS(Java_com_vyn_effect_tidalume_Handle_largestTexture(&env, nullptr), "glGetIntegerv MAX_TEXTURE_SIZE");
+}
 
 TEST_F(BridgeTest, HandlesAreSignExtendedAndZeroWithoutMemory) {
     EXPECT_EQ(tidalume::signExtended(uint32_t{0x80000001}), -0x7FFFFFFF);
