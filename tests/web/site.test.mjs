@@ -36,7 +36,7 @@ async function crawl(address, pages, dead) {
     else if (!pages.has(target.href)) await crawl(target.href, pages, dead);
     // Scenes are no anchors; the references' own are their tools' affair.
     const isChecked = fragment && target.href !== `${site}index.html` && isOurs;
-    headings += isChecked && target.href !== address;
+    if (isChecked && target.href !== address) ++headings;
     if (isChecked && !pages.get(target.href)?.has(fragment)) dead.push(`${link} in ${address}`);
   }
 }
