@@ -10,7 +10,9 @@ performance.now = () => now;
 function scalesOf(pace, seconds, millisecondsAt, isHeld = false) {
   const scales = [];
   for (const end = now + 1000 * seconds; now < end; now += millisecondsAt(pace.scale)) {
+    const { scale } = pace;
     pace.tick(isHeld);
+    if (pace.scale !== scale) pace.restart(); // since the canvas gets another size
     scales.push(pace.scale);
   }
   return scales;
@@ -24,6 +26,7 @@ test('the resolution is the finest that comes in time', () => {
     assert.equal(pace.framesPerSecond, Math.round(1000 / milliseconds));
     assert.equal(scalesOf(pace, 3, display(60), true).at(-1), 1, 'it does not change under fingers');
     assert.equal(scalesOf(pace, 6, display(60)).at(-1), 0.5);
+    assert.deepEqual(new Set(scalesOf(pace, 60, display(60))), new Set([0.5]), 'it is late whatever it draws');
     assert.equal(scalesOf(pace, 60, display(milliseconds)).at(-1), 1, `${milliseconds} ms: it does not come back`);
   }
 });

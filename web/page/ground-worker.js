@@ -20,6 +20,9 @@ function coverFit(picture, width, height) {
   return context.getImageData(0, 0, width, height).data;
 }
 
+// Which the page hears of as an error then.
+addEventListener('unhandledrejection', ({ reason }) => { throw reason; });
+
 addEventListener('message', async ({ data: { number, width, height, ground, picture } }) => {
   const drawn = picture ? coverFit(picture, width, height) : await drawGround(ground, width, height);
   const pixels = new Uint8ClampedArray(drawn.buffer);

@@ -5,6 +5,7 @@ import { Touches } from './touches.js';
 const preset = 'pool';
 const picturesAlone = 20; // before cards take a part of each frame
 const posterSeconds = 1; // which its poster is ahead
+const seed = 2; // with which the first drop falls beside the words
 const rain = 1.5; // drops a second, so that the water is never still for long
 
 /** Water that fills the top of the page and follows the mouse. */
@@ -25,7 +26,7 @@ export class Hero {
     const scene = stage.scenes.findIndex(({ name }) => name === 'water');
     const entry = stage.scenes[scene];
     const values = { ...presetValues(entry, entry.presets.find(({ name }) => name === preset)), rain };
-    stage.start(this.player, 1, scene);
+    stage.start(this.player, seed, scene);
     for (const [name, value] of Object.entries(values)) stage.set(this.player, name, value);
     new IntersectionObserver(([{ isIntersecting }]) => { this.inSight = isIntersecting; }, { rootMargin: '80px' })
       .observe(element);

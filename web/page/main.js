@@ -48,9 +48,9 @@ class Page {
     return (presetOf(entry, this.states[scene].values) ?? entry).ground;
   }
 
-  // Null for the visitor's picture.
+  // Null for the visitor's picture. What was chosen, or came with a link, goes before it.
   #groundOf(scene) {
-    return this.usesPicture ? null : this.states[scene].ground || this.#initialGround(scene);
+    return this.states[scene].ground || (this.usesPicture ? null : this.#initialGround(scene));
   }
 
   #draw(time) {
@@ -87,13 +87,12 @@ class Page {
       this.view.leave();
       this.hero.enter();
       this.gallery.cards[previous]?.link.focus();
-      document.getElementById(location.hash.slice(1))?.scrollIntoView();
+      if (previous >= 0) document.getElementById(location.hash.slice(1))?.scrollIntoView();
       return;
     }
     if (seed !== this.states[scene].seed) stage.start(scene, seed);
     this.states[scene] = { values, seed, ground };
-    if (ground !== '') this.usesPicture = false;
-    this.view.enter(scene, this.paused, (neighbour) => this.#address(neighbour));
+    this.view.enter(scene, this.paused);
     this.#applySettings();
     this.#fold(this.folded);
     scrollTo(0, 0);
@@ -119,8 +118,8 @@ class Page {
   // Every link to a scene holds the settings that the visitor left there.
   #applied() {
     this.stage.scenes.forEach((_, scene) => this.stage.grounds.use(scene, this.#groundOf(scene)));
-    this.view.refresh(this.#state.values, this.#groundOf(this.scene));
-    this.gallery.cards[this.scene].link.href = this.#address(this.scene);
+    this.view.refresh(this.#state.values, this.#groundOf(this.scene), (scene) => this.#address(scene));
+    this.gallery.cards.forEach(({ link }, scene) => { link.href = this.#address(scene); });
   }
 
   // Browsers limit how often: once for a slider that is drawn, not for each of its values.
@@ -141,7 +140,7 @@ class Page {
 
   #chooseGround(name) {
     this.usesPicture = name === null;
-    if (this.usesPicture) for (const state of this.states) state.ground = ''; // no link holds another one now
+    if (this.usesPicture) for (const state of this.states) state.ground = ''; // it lies beneath all of them
     else this.#state.ground = name === this.#initialGround(this.scene) ? '' : name;
     this.#applied();
     this.#writeAddress();
@@ -200,6 +199,11 @@ class Page {
     });
   }
 
+  #copyLink() {
+    const rest = this.#groundOf(this.scene) === null ? 'Your picture stays here' : 'It holds the effect and its settings';
+    copy(location.href, `The link is copied. ${rest}.`);
+  }
+
   #toggleFullScreen() {
     if (document.fullscreenElement) document.exitFullscreen();
     else if (document.fullscreenEnabled) document.documentElement.requestFullscreen();
@@ -244,8 +248,7 @@ class Page {
     onClick('save', () => this.#save());
     onClick('full', () => this.#toggleFullScreen());
     part('settings').addEventListener('change', () => this.#writeAddress());
-    onClick('copy', () => copy(location.href, this.usesPicture ? 'The link is copied. Your picture stays with you.' :
-      'The link is copied. It holds the effect and its settings.'));
+    onClick('copy', () => this.#copyLink());
     onClick('copy-code', () => copy(part('code-tab').querySelector('code').textContent, 'The code is copied.'));
     part('full').hidden = !document.fullscreenEnabled;
     part('file').addEventListener('change', ({ target }) => {

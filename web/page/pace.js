@@ -39,7 +39,8 @@ export class Pace {
     const milliseconds = (now - this.start) / this.frames;
     this.framesPerSecond = Math.round(1000 / milliseconds);
     this.shortest = Math.min(this.shortest, milliseconds);
-    this.calm = milliseconds < Math.max(roomy, 1.2 * this.shortest) ? this.calm + 1 : 0;
+    const hasRoom = milliseconds <= late && milliseconds < Math.max(roomy, 1.2 * this.shortest);
+    this.calm = hasRoom ? this.calm + 1 : 0;
     if (!isHeld) this.#choose(milliseconds);
     this.frames = 0;
     this.start = now;

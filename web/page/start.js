@@ -20,14 +20,24 @@ function showFailure(error) {
   part('again').addEventListener('click', () => location.reload());
 }
 
-addEventListener('hashchange', showLinked);
-showLinked();
-try {
-  const { openPage } = await import('./main.js');
-  await openPage((bytes) => { part('loading').value = bytes; });
-  removeEventListener('hashchange', showLinked);
-} catch (error) {
-  showFailure(error);
-} finally {
-  part('loading').hidden = true;
+async function start() {
+  let hasFollowed = false; // a link of the page
+  const follow = () => {
+    hasFollowed = true;
+    showLinked();
+  };
+  addEventListener('hashchange', follow);
+  showLinked();
+  try {
+    const { openPage } = await import('./main.js');
+    await openPage((bytes) => { part('loading').value = bytes; });
+    removeEventListener('hashchange', follow);
+    if (hasFollowed) document.querySelector('#frame canvas')?.focus({ preventScroll: true });
+  } catch (error) {
+    showFailure(error);
+  } finally {
+    part('loading').hidden = true;
+  }
 }
+
+start();

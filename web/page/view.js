@@ -44,17 +44,13 @@ export class View {
     }
   }
 
-  /** @param address  of a scene */
-  enter(scene, isStill, address) {
+  enter(scene, isStill) {
     const { scenes, canvas } = this.stage;
-    const neighbour = (offset) => address((scene + offset + scenes.length) % scenes.length);
     const entry = scenes[scene];
     this.leave();
     this.scene = scene;
     part('title').textContent = part('name').textContent = entry.title;
     part('sentence').textContent = entry.sentence;
-    part('previous').href = neighbour(-1);
-    part('next').href = neighbour(1);
     part('poster').src = `posters/${entry.name}.webp`;
     canvas.tabIndex = 0;
     canvas.ariaHidden = null;
@@ -95,10 +91,15 @@ export class View {
 
   /**
    * Shows in the panel what follows from the settings.
-   * @param ground  its name, or null for the visitor's picture
+   * @param ground   its name, or null for the visitor's picture
+   * @param address  called with a scene for its address
    */
-  refresh(values, ground) {
-    const entry = this.stage.scenes[this.scene];
+  refresh(values, ground, address) {
+    const { scenes } = this.stage;
+    const entry = scenes[this.scene];
+    const neighbour = (offset) => address((this.scene + offset + scenes.length) % scenes.length);
+    part('previous').href = neighbour(-1);
+    part('next').href = neighbour(1);
     this.grounds.show(ground);
     this.codeTab.show(entry, values);
     const preset = presetOf(entry, values);
