@@ -28,6 +28,7 @@ TEST(Bench, TablesSayWhatWasMeasured) {
     results.series = {{"fill", "pixels", {1, 10, 100}, {1e-6, 1e-4, 1e-2}}, {"a filtered one", "pixels", {1}, {1}}};
     EXPECT_THAT(markdownTables(results), HasSubstr("---:|\n| fill | pixels | 1 | 100 | 1.0 µs | 10.00 ms | 2.00 |\n"));
     EXPECT_THAT(markdownTables(results), Not(HasSubstr("filtered")));
+    EXPECT_THAT(scalingPlot(results), HasSubstr(" points=\"70.0,440.0 330.0,40.0 590.0,-360.0 \"/>"));
 }
 
 } // namespace tidalume::bench
