@@ -211,14 +211,16 @@ TEST_F(Programs, ViewersTitleShowsSceneFrameTimeAndDriver) {
     EXPECT_THAT(fileContent("output"), testing::ContainsRegex("\"Metaballs - [0-9]+\\.[0-9] ms - .*llvmpipe"));
 }
 
-// Counts how often it wakes within two seconds, and the fonts that are open.
-TEST_F(Programs, ViewerSleepsWhilePaused) {
+// Counts how often it wakes within two seconds, and the fonts that are open; then another window covers it.
+TEST_F(Programs, ViewerSleepsWhilePausedAndShowsWhatWasCovered) {
     run(viewer("5 key c\n10 key Space\n") + R"( & for i in $(seq 600); do
         sleep 0.1; xwininfo -root -tree | grep -q '"Metaballs - paused' && break; done
         wakes() { awk '/^voluntary/ { print $2 }' /proc/$!/status; }
-        before=$(wakes); sleep 2; echo $(($(wakes) - before)); ls -l /proc/$!/fd | grep -c ttf; kill $!)");
+        before=$(wakes); sleep 2; echo $(($(wakes) - before)); ls -l /proc/$!/fd | grep -c ttf
+        cp $SCREEN before; echo '2 quit' >script; )" VIEWER_PROGRAM R"( --size 97x161 --script script
+        for i in $(seq 600); do sleep 0.1; cmp -s before $SCREEN && echo uncovered && break; done; kill $!)");
     EXPECT_LT(std::stoi(fileContent("output")), 20);
-    EXPECT_THAT(fileContent("output"), testing::EndsWith("\n1\n"));
+    EXPECT_THAT(fileContent("output"), testing::EndsWith("\n1\nuncovered\n"));
 }
 
 TEST_F(Programs, BadInputGetsOneLineAndStatusTwo) {
