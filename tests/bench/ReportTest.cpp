@@ -2,7 +2,21 @@
 
 #include "bench/Measure.h"
 
+#include <ctime>
 #include <gmock/gmock.h>
+#include <utility>
+
+// A driver that draws when it is waited for, and nothing else takes time. In seconds.
+static std::time_t queued = 0, drawn = 0;
+
+extern "C" void __wrap_glFinish() {
+    drawn += std::exchange(queued, 0);
+}
+
+extern "C" int __wrap_clock_gettime(clockid_t /*clock*/, timespec* time) {
+    *time = {drawn, 0};
+    return 0;
+}
 
 namespace tidalume::bench {
 
@@ -28,6 +42,11 @@ TEST(Bench, TablesSayWhatWasMeasured) {
     results.series = {{"fill", "pixels", {1, 10, 100}, {1e-6, 1e-4, 1e-2}}, {"a filtered one", "pixels", {1}, {1}}};
     EXPECT_THAT(markdownTables(results), HasSubstr("---:|\n| fill | pixels | 1 | 100 | 1.0 µs | 10.00 ms | 2.00 |\n"));
     EXPECT_THAT(markdownTables(results), Not(HasSubstr("filtered")));
+    EXPECT_THAT(scalingPlot(results), HasSubstr(" points=\"70.0,440.0 330.0,40.0 590.0,-360.0 \"/>"));
+}
+
+TEST(Bench, ARunTakesUntilItIsDrawn) {
+    EXPECT_EQ(seconds({[] { queued += 100; }, [] { queued += 2; }}, 3), 2);
 }
 
 } // namespace tidalume::bench

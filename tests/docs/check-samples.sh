@@ -68,11 +68,16 @@ linked=$(
 for page in $(sort -u <<<"$linked"); do
   [ -e "$pages/$page" ] || fail "an installed header or page points to what is not installed: $page"
 done
-for file in docs/{life-cycle,threads}.md ../java/tidalume{,-headless,-javadoc,-sources}.jar; do
+for file in docs/{life-cycle,threads}.md ../../include/tidalume/tidalume/version.h \
+  ../java/tidalume{,-headless,-javadoc,-sources}.jar; do
   [ -e "$installed/share/tidalume/$file" ] || fail "not installed: $file"
 done
 
-# CMake takes this version for what asks for it, and not for what asks for an older one, which may differ.
+# CMake takes this version for what asks for it, and not for what asks for an older one, which may differ, nor without a
+# component that is asked for.
+cmake --install "$work/repository/build-package" --component Tidalume --prefix "$work/library" >/dev/null
+parts=$(find "$work/library" -iname '*headless*')
+[ -z "$parts" ] || fail "the library alone brings of the headless component: $parts"
 mkdir "$work/versions"
 cat >"$work/versions/CMakeLists.txt" <<EOF
 cmake_minimum_required(VERSION 3.21)
@@ -80,6 +85,10 @@ project(versions CXX)
 find_package(Tidalume 0.1 QUIET)
 if(Tidalume_FOUND)
   message(SEND_ERROR "0.1 is found")
+endif()
+find_package(Tidalume QUIET COMPONENTS Headless PATHS "$work/library" NO_DEFAULT_PATH)
+if(Tidalume_FOUND OR CMAKE_MODULE_PATH)
+  message(SEND_ERROR "found without Headless, or it changes the project's module path: \${CMAKE_MODULE_PATH}")
 endif()
 find_package(Tidalume $(PKG_CONFIG_PATH=$installed/lib/pkgconfig pkg-config --modversion tidalume) REQUIRED)
 EOF

@@ -6,6 +6,7 @@ usage: check-aar.py SOURCE_DIR VERSION JAR[:JAR...] WORK_DIR ABI=LIBRARY...
 """
 import io
 import json
+import os
 import pathlib
 import shutil
 import subprocess
@@ -36,14 +37,16 @@ shutil.rmtree(work, ignore_errors=True)
 for abi, library in libraries.items():
     (work / "libraries" / abi).mkdir(parents=True)
     shutil.copy(library, work / "libraries" / abi / "libTidalume.so")
+(work / "temporary").mkdir()
 with zipfile.ZipFile(work / "R.jar", "w") as left_out:
     for name in ("R", "R$attr"):
         left_out.writestr(f"com/vyn/effect/tidalume/{name}.class", "")
 
 
 def build_aar(*jars):
-    built = subprocess.run([source / "scripts/build-aar", work / "tidalume.aar", work / "libraries", *jars],
-                           capture_output=True, text=True)
+    built = subprocess.run([source / "scripts/build-aar", "tidalume.aar", work / "libraries", *jars], cwd=work,
+                           env=os.environ | {"TMPDIR": work / "temporary"}, capture_output=True, text=True)
+    expect("temporary files that are left", os.listdir(work / "temporary"), [])
     return built.returncode, built.stderr
 
 

@@ -16,6 +16,10 @@ chmod -R go= "$build"/{debian,triggers}
 (umask 077 && cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/log") || fail "$(cat "$work/log")"
 package=$(echo "$work"/*.deb)
 [[ $(dpkg-deb --field "$package" Version) == "$version-1" ]] || fail "the version is another: $package"
+for name in $(PKG_CONFIG_PATH=$build pkg-config --print-requires tidalume tidalume-headless); do
+  owner=$(dpkg -S "/usr/lib/*/pkgconfig/$name.pc" | sed 's/:.*//; s/62-turbo//') # which libjpeg-dev depends on
+  grep -qwe "$owner" <(dpkg-deb --field "$package" Depends) || fail "the package does not depend on $owner"
+done
 modes=$(for part in ctrl fsys; do dpkg-deb --$part-tarfile "$package" | tar -tv; done |
   grep -vE '^([d-]rwxr-xr-x|-rw-r--r--) ') || true
 [[ -z $modes ]] || fail "modes depend on who packs: $modes"
