@@ -200,8 +200,8 @@ class Page {
   }
 
   #copyLink() {
-    const rest = this.#groundOf(this.scene) === null ? 'Your picture stays here' : 'It holds the effect and its settings';
-    copy(location.href, `The link is copied. ${rest}.`);
+    const isOwn = this.#groundOf(this.scene) === null;
+    copy(location.href, `The link is copied. ${isOwn ? 'Your picture stays here.' : 'It holds all settings.'}`);
   }
 
   #toggleFullScreen() {
