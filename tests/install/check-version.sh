@@ -67,4 +67,10 @@ alike '(Gradle )([0-9.]+[0-9])' android/README.md docs/android.md
 alike '(openjdk-|JDK )([0-9]+)' android/README.md scripts/install-dependencies cmake/{FindJniHeaders,TidalumeJava}.cmake
 alike '(Java |VERSION_|--release )([0-9]+)' cmake/TidalumeJava.cmake java/CMakeLists.txt $module $sample \
   tests/android/check-android.sh
+
+# What the configure step asks for is installed.
+for package in $(grep -rhoE '\blib[a-z0-9.-]+-(dev|java)\b' "$source/cmake" "$source"/{,*/}CMakeLists.txt | sort -u); do
+  grep -qE "[ -]$package( |\$)" "$source/scripts/install-dependencies" ||
+    { echo "check-version: scripts/install-dependencies does not install $package" >&2; wrong=1; }
+done
 exit "$wrong"
