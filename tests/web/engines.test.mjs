@@ -29,12 +29,8 @@ function state() {
 
 // Runs in the page.
 async function openAndSet() {
-  const find = async (selector) => {
-    while (!document.querySelector(selector)) await new Promise((done) => { setTimeout(done, 50); });
-    return document.querySelector(selector);
-  };
   location.hash = '#metaballs&ground=night';
-  await find('#frame canvas.live');
+  while (!document.querySelector('#frame canvas.live')) await new Promise((done) => { setTimeout(done, 50); });
   document.querySelector('#fold').click();
   const slider = document.querySelector('[name=dropSize]');
   slider.value = slider.max;

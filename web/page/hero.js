@@ -57,7 +57,7 @@ export class Hero {
 
   advance(seconds) {
     if (this.pictures > 0) this.seconds += seconds;
-    if (this.surface.advance(this.player, seconds) === 0) return;
+    if (!this.surface.advance(this.player, seconds)) return;
     ++this.pictures;
     if (this.isTouched || this.seconds >= posterSeconds) this.stage.canvas.classList.add('live');
   }

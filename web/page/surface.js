@@ -39,7 +39,7 @@ export class Surface {
   /**
    * Advances by a time in seconds. What is new shows, by one step, even when no time passes.
    * @param isHeld  fingers are down, in pixels of the canvas, whose size must not change
-   * @return how many steps further the new picture is; 0 where there is none
+   * @return whether there is a new picture
    */
   advance(player, seconds, isHeld) {
     const { stage, pace } = this;
@@ -49,11 +49,10 @@ export class Surface {
       pace.restart();
     }
     if (seconds === 0) pace.restart();
-    const steps = stage.advance(player, this.needsRedraw ? Math.max(seconds, timeStep) : seconds);
-    if (steps === 0) return 0;
+    if (stage.advance(player, this.needsRedraw ? Math.max(seconds, timeStep) : seconds) === 0) return false;
     this.needsRedraw = false;
     pace.tick(isHeld);
-    return steps;
+    return true;
   }
 
   // While a person drags the window's edge, the picture is stretched.

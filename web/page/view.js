@@ -120,7 +120,7 @@ export class View {
       if (this.ahead > 0) return;
     }
     this.ahead = 0;
-    if (this.surface.advance(this.scene, seconds, this.touches.areDown) === 0) return;
+    if (!this.surface.advance(this.scene, seconds, this.touches.areDown)) return;
     canvas.classList.add('live');
     const { framesPerSecond } = this.surface.pace;
     const frames = framesPerSecond === null ? '' : `${framesPerSecond} frames a second, `;
