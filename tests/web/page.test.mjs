@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { test } from 'node:test';
 
 import { newPage, root } from './browser.mjs';
-import { address, follow, groundsAreDrawn, openPage, runFrames } from './visitor.mjs';
+import { address, follow, groundsAreDrawn, openPage, runFrames, runUntil, widthOf } from './visitor.mjs';
 
 const axe = readFileSync(join(root, 'node_modules/axe-core/axe.min.js'), 'utf8');
 const devices = {
@@ -34,7 +34,6 @@ test('a new visitor loads little and soon sees moving water', async (t) => {
 test('the poster stays until the water moves or the mouse does, which the water follows', async () => {
   const waterUnder = async (x) => {
     const page = await openPage('', { viewport: { width: 640, height: 480 } });
-    await runFrames(page, 1);
     await groundsAreDrawn(page);
     assert.equal(await page.locator('#hero canvas.live').count(), 0);
     await page.mouse.move(x, 60);
@@ -52,15 +51,14 @@ test('from a card to a link for a friend', async () => {
   });
   await page.click('text=See the effects');
   await page.locator('.card[data-scene=metaballs]').scrollIntoViewIfNeeded();
-  await page.waitForTimeout(100); // for the browser to say what is in sight
-  await runFrames(page, 60);
+  await runUntil(page, '.card[data-scene=metaballs] canvas');
   const card = page.locator('.card[data-scene=metaballs] canvas');
   const still = await card.screenshot({ animations: 'disabled' });
   await runFrames(page, 10);
   assert.notDeepEqual(await card.screenshot({ animations: 'disabled' }), still, 'the card stands still');
 
   await page.click('.card[data-scene=metaballs]');
-  assert.equal(await page.$eval('#frame canvas', ({ width }) => width), 1280, 'two pixels a point at most');
+  assert.equal(await widthOf(page), 1280, 'two pixels a point at most');
   await page.click('#fold');
   await page.getByRole('button', { name: 'Ink', exact: true }).click();
   await page.click('[aria-label="Stones on sand"]');
@@ -127,7 +125,7 @@ test('who wants less motion sees stills, which a touch plays', async () => {
   assert.equal(await page.locator('canvas.live, .card canvas').count(), 0);
   await follow(page, '#comet');
   await page.waitForSelector('#title:text("Comets")');
-  while (await page.locator('#frame canvas.live').count() === 0) await runFrames(page, 1);
+  await runUntil(page, '#frame canvas.live');
   const still = await page.screenshot({ animations: 'disabled' });
   await runFrames(page, 10);
   assert.deepEqual(await page.screenshot({ animations: 'disabled' }), still);

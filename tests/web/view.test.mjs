@@ -6,12 +6,11 @@ import { join } from 'node:path';
 import { test } from 'node:test';
 
 import { root } from './browser.mjs';
-import { colorOf, follow, groundsAreDrawn, openPage, rednessAround, runFrames } from './visitor.mjs';
+import { colorOf, follow, groundsAreDrawn, openPage, rednessAround, runFrames, widthOf } from './visitor.mjs';
 
 const picture = { x: 0, y: 80, width: 320, height: 180 }; // below the bar
 
 const screenshot = (page) => page.screenshot({ clip: picture, animations: 'disabled' });
-const widthOf = (page) => page.$eval('#frame canvas', (canvas) => canvas.width);
 
 async function touchscreen(page) {
   const session = await page.context().newCDPSession(page);

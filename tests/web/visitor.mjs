@@ -24,9 +24,18 @@ export async function openPage(hash, options = {}) {
   return page;
 }
 
-export const groundsAreDrawn = (page) => page.waitForFunction(() => globalThis.questions === 0);
-
 export const runFrames = (page, frames) => page.clock.runFor(frames * millisecondsPerFrame);
+
+/** Runs frames until an element is there: the browser takes its own time to follow a link, or to see what is in sight. */
+export async function runUntil(page, selector) {
+  while (await page.locator(selector).count() === 0) await runFrames(page, 1);
+}
+
+/** Runs a frame, which may ask for grounds, and waits for them. */
+export async function groundsAreDrawn(page) {
+  await runFrames(page, 1);
+  await page.waitForFunction(() => globalThis.questions === 0);
+}
 
 /** The average [red, green, blue] of a part of the window. */
 export async function colorOf(page, clip) {
@@ -44,3 +53,5 @@ export const rednessAround = async (page, x, y) =>
   (await colorOf(page, { x: x - 4, y: y - 4, width: 8, height: 8 }))[0];
 
 export const follow = (page, hash) => page.evaluate((text) => { location.hash = text; }, hash);
+
+export const widthOf = (page) => page.locator('#frame canvas').evaluate(({ width }) => width); // once it is there
