@@ -3,36 +3,16 @@
 #include "testing/Noise.h"
 #include "tests/pictures/PictureCase.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace tidalume::pictures {
 
 using test::noise;
 
-/// A texture, and what it holds as the driver has stored it. Coordinates are clamped to the edge.
-struct Field : headless::PixelArray {
+/// A texture, and what it holds as the driver has stored it.
+struct Field : plain::Texels {
     GLuint texture;
 
     Field(GLuint texture, int width, int height)
-        : PixelArray(headless::readTexture(texture, width, height)), texture(texture) {}
-
-    double at(int x, int y, int channel = 0) const {
-        return PixelArray::at(std::clamp(x, 0, width - 1), std::clamp(y, 0, height - 1))[channel];
-    }
-
-    Values texel(int x, int y) const { return {at(x, y, 0), at(x, y, 1), at(x, y, 2), at(x, y, 3)}; }
-
-    /// Between the texels, as GL_LINEAR defines it, at shares of width and height.
-    Values filtered(double u, double v) const {
-        const double x = u * width - 0.5, y = v * height - 0.5;
-        const int left = static_cast<int>(std::floor(x)), bottom = static_cast<int>(std::floor(y));
-        const auto row = [&](int y) { return mix(texel(left, y), texel(left + 1, y), x - left); };
-        return mix(row(bottom), row(bottom + 1), y - bottom);
-    }
-
-    /// Sum of the four next texels' first channel.
-    double neighbours(int x, int y) const { return at(x - 1, y) + at(x + 1, y) + at(x, y - 1) + at(x, y + 1); }
+        : Texels{width, height, headless::readTexture(texture, width, height).rgba}, texture(texture) {}
 };
 
 /// Noise in a new texture, which lives as long as the context.

@@ -1,15 +1,13 @@
 #include "effects/metaball/Metaball2DRenderer.h"
 #include "looks/FieldPainter.h"
 #include "looks/FieldScreen.h"
+#include "reference/Balls.h"
 #include "tests/pictures/Field.h"
 
 namespace tidalume::pictures {
 namespace {
 
-struct Ball {
-    float x, y, radius;
-    float unused[3] = {};
-};
+using plain::Ball;
 
 /// Balls with centres up to 60 pixels outside the screen, and two of a radius that draws nothing.
 std::vector<Ball> randomBalls(int count, int width, int height) {
@@ -33,12 +31,7 @@ Comparison field(int width, int height, int quality, int count) {
     return compare(headless::readTexture(renderer.getTexture(), columns, rows), [&](int column, int row) -> Values {
         const double x = (column + 0.5) / columns * (width + 240.0) - 120.0;
         const double y = (1.0 - (row + 0.5) / rows) * (height + 240.0) - 120.0;
-        double sum = 0.0;
-        for (const Ball& ball : balls) {
-            const double d = std::hypot(x - ball.x, y - ball.y) / (ball.radius * 1.2093284);
-            if (ball.radius > 0.0F && d < 1.0) sum += std::pow(1.0 - d * d, 2.0);
-        }
-        return {sum};
+        return {plain::field(balls, x, y)};
     });
 }
 
@@ -62,8 +55,7 @@ Comparison disc(int width, int height, int quality, float x, float y, float radi
     });
 }
 
-/// A ball in the middle of the height, painted by a look in colours that run from the bottom to the top. The change of
-/// the field from pixel to pixel is taken along both axes, so an outline of a pixel is wider where it is oblique.
+/// A ball in the middle of the height, painted by a look in colours that run from the bottom to the top.
 Comparison blob(int width, int height, float center, float radius, float perPixel = 1) {
     Ball ball = {center * perPixel, 0.5F * height * perPixel, radius * perPixel};
     constexpr FieldPainter::Colors colors = {{0.8F, 0.4F, 0.2F, 0.5F}, {0, 1, 0.4F, 0.25F}, {1, 0.9F, 0.6F, 0.5F}};
@@ -86,13 +78,10 @@ Comparison blob(int width, int height, float center, float radius, float perPixe
     painter.paint(metaballs.getTexture(), screen, colors);
 
     return compare(headless::readFramebuffer(width, height), [&](int column, int row) -> Values {
-        const double x = column + 0.5 - center, y = row + 0.5 - 0.5 * height, distance = std::hypot(x, y);
-        const double breadth = (std::fabs(x) + std::fabs(y)) / std::max(distance, 1.0);
-        const double coverage = std::clamp((radius - distance) / breadth + 0.5, 0.0, 1.0);
+        const double y = row + 0.5 - 0.5 * height;
         const Color& end = y < 0.0 ? colors.bottom : colors.top;
-        const Values paint =
-            mix(premultiplied(colors.middle), premultiplied(end), std::fabs(y) / height * 2.0) * coverage;
-        return ground * (1.0 - paint[3]) + paint;
+        const Values paint = plain::mix(premultiplied(colors.middle), premultiplied(end), std::fabs(y) / height * 2.0);
+        return plain::over(paint * plain::coverage(column + 0.5 - center, y, radius), ground);
     });
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "headless/Pixels.h"
+#include "reference/Values.h"
 
 #include <functional>
 #include <limits>
-#include <valarray>
 #include <vector>
 
 /// Pictures that the driver draws, compared with their formulas value by value.
@@ -12,13 +12,11 @@
 /// Free of the test framework, of the recorder and of EGL, so that a page in a browser can go through the same tables.
 namespace tidalume::pictures {
 
-/// The channels of a pixel as a formula gives them, and the value of one that it leaves open.
-using Values = std::valarray<double>;
-constexpr double open = std::numeric_limits<double>::quiet_NaN();
+namespace plain = reference::plain;
+using plain::Values;
 
-inline Values mix(const Values& from, const Values& to, double share) {
-    return from + (to - from) * share;
-}
+/// The value of a channel that a formula leaves open.
+constexpr double open = std::numeric_limits<double>::quiet_NaN();
 
 /// The largest difference between what was drawn and its formula, and where it is.
 struct Comparison {

@@ -1,4 +1,5 @@
 #include "effects/vector/VectorGraphicRenderer.h"
+#include "reference/Vectors.h"
 #include "tests/pictures/Field.h"
 
 namespace tidalume::pictures {
@@ -27,7 +28,7 @@ enum Blend { overlaying, subtracting };
 const Color constant = {0.5, 0.25, 1.0, 0.75};
 
 Color blended(Blend blend, const Color& source, const Color& target) {
-    if (blend == overlaying) return mix(target, source, source[3]);
+    if (blend == overlaying) return plain::mix(target, source, source[3]);
     return withAlpha(target - source * constant, target[3] * constant[3] - source[3]);
 }
 
@@ -66,8 +67,7 @@ Comparison gradient(int width, int height, Blend blend, float x, float y, float 
         graphics.renderRadialGradient(x, y, begin, floats(beginColor).data(), end, floats(endColor).data());
     };
     return paint(width, height, blend, draw, [&](const Point& p) -> std::vector<Color> {
-        const double way = std::hypot(p.x - x, p.y - y) - begin;
-        return {mix(beginColor, endColor, std::clamp(way / (end - begin), 0.0, 1.0))};
+        return {plain::gradientColor(std::hypot(p.x - x, p.y - y), begin, beginColor, end, endColor)};
     });
 }
 
@@ -119,12 +119,10 @@ Comparison rotations(int screenWidth, int screenHeight, Blend blend) {
         const int column = static_cast<int>((p.x - 2.25) / 39.0), row = static_cast<int>((p.y - 1.25) / 18.5);
         const double x = (p.x - left(column)) / width, y = 1.0 - (p.y - top(row)) / height;
         if (x < 0.0 || x > 1.0 || y < 0.0 || y > 1.0) return {};
-        // Where each rotation code looks into the bitmap.
-        const double u[6] = {x, 1.0 - y, 1.0 - x, y, x, 1.0 - x};
-        const double v[6] = {y, x, 1.0 - y, 1.0 - x, 1.0 - y, y};
         const bool masked = column == 1 || column == 2;
         const int code = row > 5 ? 2 * masked : column % 2 == 0 ? codes[row] : 0;
-        const Color texel = bitmap.filtered(u[code], v[code]);
+        const auto [u, v] = plain::rotated(code, x, y);
+        const Color texel = bitmap.filtered(u, v);
         return {masked ? withAlpha(texel, mask.filtered(p.u, p.v)[0]) : texel};
     });
 }

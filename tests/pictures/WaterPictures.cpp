@@ -3,67 +3,33 @@
 #include "effects/water/ShallowWater.h"
 #include "effects/water/ShallowWaterIterative.h"
 #include "effects/water/ShallowWaterRenderer.h"
+#include "reference/Water.h"
 #include "tests/pictures/Field.h"
 
 namespace tidalume::pictures {
 namespace {
 
-constexpr double pi = 3.141592653589793;
-
-double bump(double distance, double radius, double strength) {
-    return (std::cos(std::min(1.0, distance / radius) * pi) * 0.5 + 0.5) * strength;
-}
-
-// Disturbances, in pixels from the top-left corner: what they add at a point, whether it lies in the rectangle that
-// IntensityMapBuilder paints, and the call that paints them.
-
-/// With round ends.
-struct Line {
-    float begin[2], end[2], radius, strength;
-
-    double at(double x, double y) const {
-        const double dx = end[0] - begin[0], dy = end[1] - begin[1];
-        const double along = (x - begin[0]) * dx + (y - begin[1]) * dy;
-        const double t = dx == 0.0 && dy == 0.0 ? 0.0 : std::clamp(along / (dx * dx + dy * dy), 0.0, 1.0);
-        return bump(std::hypot(x - begin[0] - t * dx, y - begin[1] - t * dy), radius, strength);
-    }
-
-    bool reaches(double x, double y) const {
-        return x > std::min(begin[0], end[0]) - radius && x < std::max(begin[0], end[0]) + radius &&
-               y > std::min(begin[1], end[1]) - radius && y < std::max(begin[1], end[1]) + radius;
-    }
-
-    template <typename Effect>
-    void paint(Effect& effect, float preserveWeight) {
-        effect.addDropLine(begin, end, radius, strength, preserveWeight);
-    }
-};
+using plain::HorizontalWave, plain::Line;
 
 /// A line that begins where it ends.
-struct Drop : Line {
-    using Line::paint;
-    void paint(ShallowWaterIterative& water, float preserveWeight) {
-        water.addDrop(begin, radius, strength, preserveWeight);
-    }
-};
+struct Drop : Line {};
 
-/// On a screen of a width.
-struct HorizontalWave {
-    int width;
-    float center, radius, strength, waveRadius, waveCount;
+// The calls that paint disturbances.
 
-    double at(double x, double y) const {
-        const double curve = center + std::sin(x / width * pi * 2.0 * waveCount) * waveRadius;
-        return bump(std::fabs(curve - y), radius, strength);
-    }
+template <typename Effect>
+void paint(Effect& effect, Line line, float preserveWeight) {
+    effect.addDropLine(line.begin, line.end, line.radius, line.strength, preserveWeight);
+}
 
-    bool reaches(double, double y) const { return std::fabs(y - center) < waveRadius + radius; }
+void paint(ShallowWaterIterative& water, Drop drop, float preserveWeight) {
+    water.addDrop(drop.begin, drop.radius, drop.strength, preserveWeight);
+}
 
-    template <typename Effect>
-    void paint(Effect& effect, float preserveWeight) {
-        effect.addHorizontalWave(center, radius, strength, waveRadius, waveCount, preserveWeight);
-    }
-};
+template <typename Effect>
+void paint(Effect& effect, const HorizontalWave& wave, float preserveWeight) {
+    const auto& [width, center, radius, strength, waveRadius, waveCount] = wave;
+    effect.addHorizontalWave(center, radius, strength, waveRadius, waveCount, preserveWeight);
+}
 
 /// Makes a height field ready, in a random state with heights up to a crest.
 template <typename Effect>
@@ -81,7 +47,7 @@ Comparison disturbed(int width, int height, Shape shape, float preserveWeight) {
     constexpr bool replaces = std::is_same_v<Effect, IntensityMapBuilder>;
     Effect effect;
     const Field old = makeRough(effect, width, height, replaces ? GL_RED : GL_RG);
-    shape.paint(effect, preserveWeight);
+    paint(effect, shape, preserveWeight);
     return compare(headless::readTexture(effect.getTexture(), width, height), [&](int column, int row) -> Values {
         const double x = column + 0.5, y = height - row - 0.5;
         if (replaces) return {shape.reaches(x, y) ? shape.at(x, y) : old.at(column, row)};
@@ -94,55 +60,39 @@ Comparison iterativePass(int width, int height, float crest) {
     const Field old = makeRough(water, width, height, GL_RG, crest);
     water.setIterationCount(1);
     water.update();
-    return compare(headless::readTexture(water.getTexture(), width, height), [&](int x, int y) -> Values {
-        const double v = (old.at(x, y, 1) + (old.neighbours(x, y) * 0.25 - old.at(x, y)) * 2.0) * 0.99;
-        return {old.at(x, y) + v - (v == 0.0 ? 0.0 : std::copysign(0.00001, v)), v};
-    });
+    return compare(headless::readTexture(water.getTexture(), width, height),
+                   [&](int x, int y) { return plain::iterativePass(old, x, y); });
 }
-
-// The pond, whose y runs upwards.
 
 Comparison pondDrop(int width, int height) {
     Line drop = {{66, 158}, {66, 158}, 40, -0.8};
     ShallowWater pond;
     const Field state = makeRough(pond, width, height, GL_RED);
     pond.addDrop(drop.begin, drop.radius * 2.0F, drop.strength);
-    return compare(headless::readTexture(pond.getTexture(), width, height), [&](int x, int y) -> Values {
-        return {std::pow(state.at(x, y), 2.0) + std::pow(drop.at(x + 0.5, y + 0.5), 2.0)};
-    });
+    return compare(headless::readTexture(pond.getTexture(), width, height),
+                   [&](int x, int y) -> Values { return {plain::pondDrop(state, drop, x, y)}; });
 }
 
-/// Ends and radius are in normalised device coordinates; the state before the newest is what the newest is made of.
+/// The state before the newest is what the newest is made of.
 Comparison pondLine(int width, int height) {
     Line line = {{1, 1}, {-0.4, 0.3}, 0.7, 0.25};
     ShallowWater pond;
     const Field state = makeRough(pond, width, height, GL_RED);
     runStep(pond);
     pond.addDropLine(line.begin, line.end, line.radius, line.strength);
-    return compare(headless::readTexture(pond.getTexture(), width, height), [&](int x, int y) -> Values {
-        double sum = state.at(x, y);
-        for (const float* end : {line.begin, line.end}) {
-            const double dx = (x + 0.5) / width - (end[0] * 0.5 + 0.5);
-            const double dy = (y + 0.5) / height - (end[1] * 0.5 + 0.5);
-            sum += bump(std::hypot(dx, dy), line.radius * 0.5, line.strength * 0.4);
-        }
-        return {std::min<double>(sum, line.strength)};
-    });
+    return compare(headless::readTexture(pond.getTexture(), width, height),
+                   [&](int x, int y) -> Values { return {plain::pondLine(state, line, x, y)}; });
 }
 
-Comparison pondStep(int width, int height, double waveSpeed, double viscosity, double gridSpacing, double timeStep) {
+Comparison pondStep(int width, int height, const plain::Physics& physics) {
     ShallowWater pond;
-    pond.setPhysics(waveSpeed, viscosity, gridSpacing, timeStep);
+    pond.setPhysics(physics.waveSpeed, physics.viscosity, physics.gridSpacing, physics.timeStep);
     const Field older = makeRough(pond, width, height, GL_RED);
     runStep(pond);
     const Field newer(pond.getTexture(), width, height);
     runStep(pond);
-    const double k = std::pow(timeStep * waveSpeed / gridSpacing, 2.0);
-    const double q = 1.0 / (viscosity * timeStep + 2.0);
-    return compare(headless::readTexture(pond.getTexture(), width, height), [&](int x, int y) -> Values {
-        return {(4.0 - 8.0 * k) * q * newer.at(x, y) + (viscosity * timeStep - 2.0) * q * older.at(x, y) +
-                2.0 * k * q * newer.neighbours(x, y)};
-    });
+    return compare(headless::readTexture(pond.getTexture(), width, height),
+                   [&](int x, int y) -> Values { return {plain::pondStep(newer, older, physics, x, y)}; });
 }
 
 /// Of heights whose texture may have another size than the screen: they are filtered, a texel of theirs apart.
@@ -153,21 +103,12 @@ Comparison normals(int width, int height, int columns, int rows) {
     builder.setHeightMax(2.0F);
     builder.build(heights.texture);
     return compare(headless::readTexture(builder.getTexture(), width, height), [&](int column, int row) -> Values {
-        const double u = (column + 0.5) / width, v = (row + 0.5) / height, du = 1.0 / columns, dv = 1.0 / rows;
-        const double slopeX = (heights.filtered(u + du, v) - heights.filtered(u - du, v))[0] * 2.0;
-        const double slopeY = (heights.filtered(u, v + dv) - heights.filtered(u, v - dv))[0] * 2.0;
-        return Values{-slopeX, -slopeY, 2.0} / std::sqrt(slopeX * slopeX + slopeY * slopeY + 4.0) * 0.5 + 0.5;
+        return plain::normalColor(heights, (column + 0.5) / width, (row + 0.5) / height, 2.0);
     });
 }
 
-/// As GLSL defines it, for a ray from a thinner into a denser medium.
-Values refract(const Values& i, const Values& n, double eta) {
-    const double cosine = (n * i).sum();
-    return eta * i - (eta * cosine + std::sqrt(1.0 - eta * eta * (1.0 - cosine * cosine))) * n;
-}
-
 /// Noise as normals, most of which point upwards, and as heights, over a picture whose red and green are its own
-/// coordinates, into a framebuffer of half floats. Highlights are added, a square of the cosine.
+/// coordinates, into a framebuffer of half floats.
 Comparison refraction(int width, int height, bool flip, float specular = 0.0F) {
     const Field heights = noiseTexture(GL_RG16F, width, height, -0.2F, 0.4F);
     const Field normalMap = noiseTexture(GL_RGBA16F, width, height, 0.25F, 1.0F); // n * 0.5 + 0.5, of any length
@@ -197,17 +138,9 @@ Comparison refraction(int width, int height, bool flip, float specular = 0.0F) {
     }
     renderer.render(heights.texture, normalMap.texture);
     return compare(headless::readTexture(target, width, height), [&](int x, int y) -> Values {
-        const Values texel = normalMap.texel(x, y);
-        const Values n = (Values{texel[0], texel[1], texel[2]} - 0.5) * 2.0;
-        const Values ray = refract({0.0, 0.0, -1.0}, {n[1], n[0], n[2]}, 1.0 / 1.33);
-        const double t = -heights.at(x, y) * 50.0 / ray[2];
-        const double u = std::clamp((x + 0.5 + ray[0] * t) / width, 0.5 / width, 1.0 - 0.5 / width);
-        const double v = std::clamp((y + 0.5 + ray[1] * t) / height, 0.5 / height, 1.0 - 0.5 / height);
-        const Values light = {6.07, -4.21, 12.3};
-        const Values half = light / std::sqrt((light * light).sum()) + Values{0.0, 0.0, 1.0};
-        const double cosine = std::max(0.0, (n * half).sum() / std::sqrt((half * half).sum()));
-        const double highlight = (n * light).sum() > 0.0 ? specular * cosine * cosine : 0.0;
-        return Values{u, flip ? 1.0 - v : v, 0.25, 0.5} + highlight;
+        const Values place = plain::refractedPlace(heights, normalMap, 50.0, x, y);
+        return Values{place[0], flip ? 1.0 - place[1] : place[1], 0.25, 0.5} +
+               plain::highlight(normalMap, {6.07, -4.21, 12.3}, specular, x, y);
     });
 }
 
@@ -234,8 +167,16 @@ const PictureTable table({
     {"iterative_pass_of_ripples_64x128", [] { return iterativePass(64, 128, 0.001F); }, rippleStep},
     {"pond_drop_64x160", [] { return pondDrop(64, 160); }, oneStep},
     {"pond_line_97x61", [] { return pondLine(97, 61); }, oneStep},
-    {"pond_step_97x61", [] { return pondStep(97, 61, 2.0, 0.05, 0.4, 0.13); }, twoSteps},
-    {"pond_step_of_thick_water_64x160", [] { return pondStep(64, 160, -1.5, 0.8, 0.7, 0.25); }, twoSteps},
+    {"pond_step_97x61",
+     [] {
+         return pondStep(97, 61, {2.0, 0.05, 0.4, 0.13});
+     },
+     twoSteps},
+    {"pond_step_of_thick_water_64x160",
+     [] {
+         return pondStep(64, 160, {-1.5, 0.8, 0.7, 0.25});
+     },
+     twoSteps},
     {"normals_64x160", [] { return normals(64, 160, 64, 160); }, oneStep},
     {"normals_of_fewer_heights_97x61", [] { return normals(97, 61, 31, 13); }, oneStep},
     {"refraction_97x61", [] { return refraction(97, 61, false); }, fourSteps},
