@@ -1,5 +1,6 @@
 // Other engines than Chromium's, on the display that the environment names. Each opens a window and gives
-//   goto(url), evaluate(a function of the page, which may be asynchronous), screenshot() as base64, close()
+//   goto(url), evaluate(a function of the page, which may be asynchronous), screenshot() as base64,
+//   press(x, y) for the mouse, close()
 
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
@@ -18,6 +19,7 @@ async function openFirefox() {
     goto: (url) => page.goto(url),
     evaluate: (body) => page.evaluate(body),
     screenshot: () => page.screenshot({ encoding: 'base64' }),
+    press: (x, y) => page.mouse.move(x, y).then(() => page.mouse.down()),
     close: () => browser.close(),
   };
 }
@@ -57,6 +59,10 @@ async function openWebKit() {
       return value;
     },
     screenshot: () => command('GET', 'screenshot'),
+    press(x, y) {
+      const actions = [{ type: 'pointerMove', x, y }, { type: 'pointerDown', button: 0 }];
+      return command('POST', 'actions', { actions: [{ type: 'pointer', id: 'mouse', actions }] });
+    },
     async close() {
       await command('DELETE', '');
       driver.kill();

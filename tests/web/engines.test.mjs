@@ -27,18 +27,35 @@ function state() {
   return { isShown: canvas?.offsetHeight > 0, alerts: alerts.map((alert) => alert.textContent) };
 }
 
-// Runs in the page.
+// Runs in the page. Gives the address and the middle of the picture.
 async function openAndSet() {
-  location.hash = '#metaballs&ground=night';
+  location.hash = '#metaballs&drops=0&pools=0&ground=night';
   while (!document.querySelector('#frame canvas.live')) await new Promise((done) => { setTimeout(done, 50); });
   document.querySelector('#fold').click();
-  const slider = document.querySelector('[name=dropSize]');
+  const slider = document.querySelector('[name=touchRadius]');
   slider.value = slider.max;
   for (const type of ['input', 'change']) slider.dispatchEvent(new Event(type, { bubbles: true }));
-  return location.hash;
+  document.querySelector('#fold').click();
+  const { x, y, width, height } = document.querySelector('#frame').getBoundingClientRect();
+  return { hash: location.hash, x: Math.round(x + width / 2), y: Math.round(y + height / 2) };
 }
 
-test('the page starts and moves, and an effect opens and is set', async () => {
+// Runs in the page. Saves a picture, and gives how red its middle is; -1 where it is not the whole picture.
+async function savedRedness() {
+  HTMLAnchorElement.prototype.click = () => {};
+  const blob = await new Promise((done) => {
+    URL.createObjectURL = done;
+    document.querySelector('#save').click();
+  });
+  const picture = await createImageBitmap(blob);
+  const { width, height } = document.querySelector('#frame canvas');
+  if (picture.width !== width || picture.height !== height) return -1;
+  const pixel = document.createElement('canvas').getContext('2d');
+  pixel.drawImage(picture, -Math.round(width / 2), -Math.round(height / 2));
+  return pixel.getImageData(0, 0, 1, 1).data[0];
+}
+
+test('the page starts and moves, and an effect opens, is set, touched and saved', { timeout: 180_000 }, async () => {
   await page.goto(`${site.origin}/out/web/index.html`);
   const hasStarted = async () => {
     const { isShown, alerts } = await page.evaluate(state);
@@ -49,5 +66,10 @@ test('the page starts and moves, and an effect opens and is set', async () => {
   const pictures = new Set();
   for (let i = 0; i < 4; ++i, await setTimeout(500)) pictures.add(await page.screenshot());
   assert.ok(pictures.size > 2, `${pictures.size} pictures`);
-  assert.match(await page.evaluate(openAndSet), /^#metaballs&dropSize=[\d.]+&ground=night$/);
+  const { hash, x, y } = await page.evaluate(openAndSet);
+  assert.match(hash, /^#metaballs&drops=0&pools=0&touchRadius=[\d.]+&ground=night$/);
+  const before = await page.evaluate(savedRedness);
+  assert.ok(before >= 0 && before < 80, `${before}`);
+  await page.press(x, y);
+  while (await page.evaluate(savedRedness) < 140) await setTimeout(50); // a drop grows there
 });
