@@ -163,6 +163,12 @@ test('says what is missing or failed, and what to do', async () => {
     await page.waitForSelector('#poster[src$="comet.webp"]');
     await Promise.all([page.waitForEvent('load'), page.click('#again')]);
   }
+  const page = await newPage({}, /was preloaded using link preload/);
+  await page.route('**/start.js', (route) => route.fulfill({ ...broken, body: '' }));
+  await page.goto(address);
+  assert.ok(await page.isHidden('#slow'));
+  await page.$eval('#slow', (words) => words.getAnimations()[0].finish()); // 20 seconds later
+  await page.waitForSelector('#slow');
 });
 
 for (const [device, options] of Object.entries(devices)) {
