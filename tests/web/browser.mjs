@@ -17,7 +17,7 @@ const messageOfTheBrowser = new RegExp('^\\[\\.WebGL-0x[0-9a-f]+\\]GL Driver Mes
 
 const complaints = [];
 const browser = await chromium.launch({
-  executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium',
+  executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium-headless-shell',
   args: ['--use-gl=angle', '--use-angle=swiftshader', '--enable-unsafe-swiftshader'],
 });
 after(() => browser.close());
