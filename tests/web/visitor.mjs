@@ -26,9 +26,9 @@ export async function openPage(hash, options = {}) {
 
 export const runFrames = (page, frames) => page.clock.runFor(frames * millisecondsPerFrame);
 
-/** Runs frames until an element is there: the browser takes its own time to follow a link, or to see what is in sight. */
+/** Runs frames until an element is there: the browser takes its own time to see what is in sight. */
 export async function runUntil(page, selector) {
-  while (await page.locator(selector).count() === 0) await runFrames(page, 1);
+  while (await page.locator(selector).count() === 0) await runFrames(page, 5);
 }
 
 /** Runs a frame, which may ask for grounds, and waits for them. */
