@@ -3,12 +3,13 @@
 import assert from 'node:assert/strict';
 import { after, test } from 'node:test';
 import { setTimeout } from 'node:timers/promises';
+import { fileURLToPath } from 'node:url';
 
 import { engines } from './engines.mjs';
 import { checkPictures } from './picture-table.mjs';
-import { serveRepository } from './server.mjs';
+import { serve } from './server.mjs';
 
-const site = await serveRepository();
+const site = await serve(fileURLToPath(new URL('../..', import.meta.url)));
 const page = await engines[process.env.ENGINE]();
 after(async () => {
   await page.close();

@@ -1,30 +1,12 @@
-// The repository as a web site, for engines that have to be served one.
+// A folder as a web site, for what has to be served one.
 
+import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { readFile } from 'node:fs/promises';
-import { createServer } from 'node:http';
-import { extname, join } from 'node:path';
-import { fileURLToPath } from 'node:url';
-
-const root = fileURLToPath(new URL('../..', import.meta.url));
-const types = {
-  '.css': 'text/css', '.html': 'text/html', '.js': 'text/javascript', '.svg': 'image/svg+xml',
-  '.wasm': 'application/wasm', '.webp': 'image/webp',
-};
-
-async function answer({ url }, response) {
-  const path = join(root, new URL(url, 'http://localhost').pathname);
-  try {
-    const content = await readFile(path);
-    response.writeHead(200, { 'Content-Type': types[extname(path)] ?? 'application/octet-stream' }).end(content);
-  } catch {
-    response.writeHead(404).end();
-  }
-}
 
 /** Serves on a free port of this machine. Gives the origin, and a function that ends it. */
-export async function serveRepository() {
-  const server = createServer(answer).listen(0, '127.0.0.1');
-  await once(server, 'listening');
-  return { origin: `http://127.0.0.1:${server.address().port}`, close: () => server.close() };
+export async function serve(folder) {
+  const options = ['--bind', '127.0.0.1', '--directory', folder, '0'];
+  const server = spawn('python3', ['-u', '-m', 'http.server', ...options], { stdio: ['ignore', 'pipe', 'ignore'] });
+  const [line] = await once(server.stdout, 'data');
+  return { origin: `http://127.0.0.1:${/port (\d+)/.exec(line)[1]}`, close: () => server.kill() };
 }

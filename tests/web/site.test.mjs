@@ -1,18 +1,15 @@
 // The site in a sub-path of a real server.
 
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
-import { once } from 'node:events';
 import { join } from 'node:path';
 import { after, test } from 'node:test';
 
 import { newPage, root } from './browser.mjs';
+import { serve } from './server.mjs';
 
-const options = ['--bind', '127.0.0.1', '--directory', join(root, 'out'), '0'];
-const server = spawn('python3', ['-u', '-m', 'http.server', ...options], { stdio: ['ignore', 'pipe', 'ignore'] });
-after(() => server.kill());
-const [line] = await once(server.stdout, 'data');
-const site = `http://127.0.0.1:${/port (\d+)/.exec(line)[1]}/site/`;
+const server = await serve(join(root, 'out'));
+after(server.close);
+const site = `${server.origin}/site/`;
 
 let headings = 0; // of other pages, to which links lead
 
