@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # What ./run, ./test and scripts/analyse start, with which arguments, and what becomes of failures. They run in a folder
-# where all that they start is a stand-in, which prints its name and arguments and fails where these begin as $FAILING.
+# where all that they start is a stand-in, which prints its name and arguments and fails where these, and what the files
+# that they name include, begin as $FAILING.
 # usage: check-commands.sh SOURCE_DIR WORK_DIR
 set -euo pipefail
 rm -rf "$2"
@@ -21,7 +22,7 @@ case "${0##*/} $1" in
     for word; do line="$line $(echo "$word" | tr ' ' _)"; done # so that one word of several shows
     echo "$line" | sed "s#$PWD#.#g; s/ --parallel [0-9]*//" ;;
 esac
-case "${0##*/} $*" in $FAILING*) exit 1 ;; esac
+case "${0##*/} $* $(grep -hs '#include' -- "$@")" in $FAILING*) exit 1 ;; esac
 END
 done
 export PATH=$PWD/bin:$PATH FAILING=none
@@ -31,7 +32,7 @@ failed=0
 # Status, command line, and a pattern of all that it starts and of the line that says why not.
 while IFS='|' read -r status command pattern; do
   found=0
-  output=$(bash -c "$command" 2>&1) || found=$?
+  output=$(bash -c "$command" </dev/null 2>&1) || found=$?
   started=$(sed -n 's/^+//p; /^[a-z.\/]*: /p; s/^Open \([^ ]*\).*/\1/p' <<<"$output" | tr '\n' ';')
   # shellcheck disable=SC2053 # a pattern
   if [[ $found != "$status" || $started != $pattern ]]; then
@@ -64,7 +65,8 @@ done <<'END'
 1|FAILING='ctest --preset fuzz --label-regex' ./test --long|*
 2|scripts/analyse absent|analyse: one build folder is expected*;
 0|scripts/analyse|*clang-tidy-14 -p ./build * jni/b.cpp;*cppcheck*;
-1|FAILING=clang-tidy-14 scripts/analyse|*clang-tidy-14 --config-file=.clang-tidy *;*cppcheck*
+1|FAILING='clang-tidy-14 *jni/a.cpp' scripts/analyse|*clang-tidy-14 -p ./build * jni/a.cpp;*cppcheck*
+1|FAILING='clang-tidy-14 *jni/m.cpp' scripts/analyse|*clang-tidy-14 -p ./build * jni/m.cpp;*cppcheck*
 1|FAILING=cppcheck scripts/analyse|*
 END
 exit $failed
