@@ -51,13 +51,13 @@ inline double glow(double t) {
     return 0.2 * std::sin(t * 3.141592);
 }
 
-/// Of a core, as a share of the screen's width.
+/// The radius of a core, as a share of the screen's width.
 inline double coreRadius(double t) {
     return 0.02 * (1.0 - std::pow(t, 2.5));
 }
 
-/// The rings of a comet: the column of the tail's mesh of the whole path around which each lies, and its outer radius
-/// as a share of the screen's width, below 0 before it begins. Rings are 3 pixels wide.
+/// The rings of a comet: each lies around a column of the mesh of the whole path; its outer radius is a share of the
+/// screen's width, and below 0 before it begins. Rings are 3 pixels wide.
 inline std::vector<std::pair<int, double>> rings(double t) {
     return {{25, (t - 0.75) / 6.0}, {15, (t - 0.85) * 0.15 / 0.85}};
 }

@@ -14,7 +14,7 @@ using plain::HorizontalWave, plain::Line;
 /// A line that begins where it ends.
 struct Drop : Line {};
 
-// The calls that paint disturbances.
+// The calls that paint disturbances. IntensityMapBuilder has none for a drop, and paints it as a line.
 
 template <typename Effect>
 void paint(Effect& effect, Line line, float preserveWeight) {

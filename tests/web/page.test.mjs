@@ -164,9 +164,9 @@ test('says what is missing or failed, and what to do', async () => {
   const page = await newPage({}, /was preloaded using link preload/);
   await page.route('**/start.js', (route) => route.fulfill({ ...broken, body: '' }));
   await page.goto(address);
-  assert.ok(await page.isHidden('#slow'));
-  await page.$eval('#slow', (words) => words.getAnimations()[0].finish()); // 20 seconds later
-  await page.waitForSelector('#slow');
+  assert.ok(await page.isHidden('#slow p'));
+  await page.$eval('#slow p', (words) => words.getAnimations()[0].finish()); // 20 seconds later
+  await page.waitForSelector('#slow p');
 });
 
 for (const [device, options] of Object.entries(devices)) {

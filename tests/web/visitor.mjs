@@ -1,5 +1,7 @@
 // What the tests of the page share: the page with a clock of its own, and colours of what it shows.
 
+import assert from 'node:assert/strict';
+
 import { newPage } from './browser.mjs';
 
 export const address = '/out/web/index.html';
@@ -28,7 +30,10 @@ export const runFrames = (page, frames) => page.clock.runFor(frames * millisecon
 
 /** Runs frames until an element is there: the browser takes its own time to see what is in sight. */
 export async function runUntil(page, selector) {
-  while (await page.locator(selector).count() === 0) await runFrames(page, 5);
+  for (let frames = 0; await page.locator(selector).count() === 0; frames += 5) {
+    assert.ok(frames < 1000, `no ${selector} after ${frames} frames`);
+    await runFrames(page, 5);
+  }
 }
 
 /** Runs a frame, which may ask for grounds, and waits for them. */
