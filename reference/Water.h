@@ -91,12 +91,16 @@ inline Values refract(const Values& i, const Values& n, double eta) {
     return eta * i - (eta * cosine + std::sqrt(1.0 - eta * eta * (1.0 - cosine * cosine))) * n;
 }
 
+/// The normal that a colour stands for.
+inline Values normal(const Values& color) {
+    return (Values{color[0], color[1], color[2]} - 0.5) * 2.0;
+}
+
 /// Where a texel shows the picture beneath it, as shares of its width and height. The picture has the heights' size.
 inline Values refractedPlace(const Texels& heights, const Texels& normalMap, double heightMax, int x, int y) {
     const int width = heights.width, height = heights.height;
-    const Values texel = normalMap.texel(x, y);
-    const Values n = (Values{texel[1], texel[0], texel[2]} - 0.5) * 2.0;
-    const Values ray = refract({0.0, 0.0, -1.0}, n, 1.0 / 1.33);
+    const Values n = normal(normalMap.texel(x, y));
+    const Values ray = refract({0.0, 0.0, -1.0}, {n[1], n[0], n[2]}, 1.0 / 1.33);
     const double t = -heights.at(x, y) * heightMax / ray[2];
     return {std::clamp((x + 0.5 + ray[0] * t) / width, 0.5 / width, 1.0 - 0.5 / width),
             std::clamp((y + 0.5 + ray[1] * t) / height, 0.5 / height, 1.0 - 0.5 / height)};
@@ -104,8 +108,7 @@ inline Values refractedPlace(const Texels& heights, const Texels& normalMap, dou
 
 /// What a light adds, seen from above: a square of the cosine.
 inline double highlight(const Texels& normalMap, const Values& light, double specular, int x, int y) {
-    const Values texel = normalMap.texel(x, y);
-    const Values n = (Values{texel[0], texel[1], texel[2]} - 0.5) * 2.0;
+    const Values n = normal(normalMap.texel(x, y));
     const Values half = light / std::sqrt((light * light).sum()) + Values{0.0, 0.0, 1.0};
     const double cosine = std::max(0.0, (n * half).sum() / std::sqrt((half * half).sum()));
     return (n * light).sum() > 0.0 ? specular * cosine * cosine : 0.0;

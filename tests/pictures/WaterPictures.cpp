@@ -156,6 +156,9 @@ const Drop corner = {{{0.5, 159}, {0.5, 159}, 30.25, -0.9}};
 const Line border = {{-10, 41.25}, {90, 12}, 14, 0.4};
 const HorizontalWave waves = {64, 158, 9.25, 0.45, 12, 3};
 
+constexpr plain::Physics thinWater = {2.0, 0.05, 0.4, 0.13};
+constexpr plain::Physics thickWater = {-1.5, 0.8, 0.7, 0.25};
+
 const PictureTable table({
     {"intensity_drop_64x160", [] { return disturbed<IntensityMapBuilder>(64, 160, corner, 0.3F); }, oneStep},
     {"intensity_line_97x61", [] { return disturbed<IntensityMapBuilder>(97, 61, border, 0.3F); }, oneStep},
@@ -167,16 +170,8 @@ const PictureTable table({
     {"iterative_pass_of_ripples_64x128", [] { return iterativePass(64, 128, 0.001F); }, rippleStep},
     {"pond_drop_64x160", [] { return pondDrop(64, 160); }, oneStep},
     {"pond_line_97x61", [] { return pondLine(97, 61); }, oneStep},
-    {"pond_step_97x61",
-     [] {
-         return pondStep(97, 61, {2.0, 0.05, 0.4, 0.13});
-     },
-     twoSteps},
-    {"pond_step_of_thick_water_64x160",
-     [] {
-         return pondStep(64, 160, {-1.5, 0.8, 0.7, 0.25});
-     },
-     twoSteps},
+    {"pond_step_97x61", [] { return pondStep(97, 61, thinWater); }, twoSteps},
+    {"pond_step_of_thick_water_64x160", [] { return pondStep(64, 160, thickWater); }, twoSteps},
     {"normals_64x160", [] { return normals(64, 160, 64, 160); }, oneStep},
     {"normals_of_fewer_heights_97x61", [] { return normals(97, 61, 31, 13); }, oneStep},
     {"refraction_97x61", [] { return refraction(97, 61, false); }, fourSteps},
